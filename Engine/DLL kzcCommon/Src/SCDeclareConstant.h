@@ -1,0 +1,86 @@
+#ifndef SCDECLARECONSTANT_H
+#define SCDECLARECONSTANT_H
+
+#include "KzcCommonAPI.h"
+
+namespace NSKZ::NSKZCore {
+
+// What a field of a source table holds, and the forms of date and time texts.
+class KZCCOMMON_API SCDeclareConstant
+{
+public:
+    SCDeclareConstant() = delete;
+
+    static constexpr DWORD UNSETTING = 4294967295;
+
+    enum EDataType : DWORD
+    {
+        DATATYPE_TEXT = 0,
+        DATATYPE_NUM = 1,
+        DATATYPE_DATE = 2,
+        DATATYPE_TIME = 3,
+        DATATYPE_UNSETTING = UNSETTING,
+    };
+
+    // Kind of a field: only fields of kind 0 are items of an analysis.
+    static constexpr DWORD DATAKIND_ITEM = 0;
+    // A field that the table keeps but that is no item.
+    static constexpr DWORD DATAKIND_HIDDEN = 1;
+
+    struct SDataSpec
+    {
+        DWORD dataKind = UNSETTING;
+        EDataType dataType = DATATYPE_UNSETTING;
+    };
+
+    // The order in which the elements of a date stand in its text.
+    enum EDateDataForm : DWORD
+    {
+        DATEFORM_YMD = 0,  // 2024-07-15, or with a year of two digits 24-07-15
+        DATEFORM_MDY = 1,  // 07-15-2024
+        DATEFORM_DMY = 2,  // 15-07-2024
+        DATEFORM_YM = 3,   // 2024-07
+        DATEFORM_MD = 4,   // 07-15
+        DATEFORM_JYMD = 5, // a Japanese era, its year, month, day: R6-07-15, or with the era in kanji
+        DATEFORM_Y = 6,    // 2024
+    };
+
+    // What stands between the elements.
+    enum EDateDelimiter : DWORD
+    {
+        DATEDELIM_NONE = 0,    // 20240715: two digits each, the year four
+        DATEDELIM_SLASH = 1,   // 2024/7/15
+        DATEDELIM_HYPHEN = 2,  // 2024-7-15
+        DATEDELIM_PERIOD = 3,  // 2024.7.15
+        DATEDELIM_KANJI = 4,   // 2024, then the characters for year, month and day behind their numbers
+    };
+
+    struct SDateTypeInfo
+    {
+        EDateDataForm form = DATEFORM_YMD;
+        EDateDelimiter delimiter = DATEDELIM_HYPHEN;
+    };
+
+    // The order in which the elements of a time stand in its text.
+    enum ETimeDataForm : DWORD
+    {
+        TIMEFORM_HMS = 0,    // 13:05:09
+        TIMEFORM_HM = 1,     // 13:05
+        TIMEFORM_HMS_12 = 2, // 1:05:09 with morning or afternoon
+        TIMEFORM_HM_12 = 3,  // 1:05 with morning or afternoon
+    };
+
+    struct STimeTypeInfo
+    {
+        ETimeDataForm form = TIMEFORM_HMS;
+    };
+
+    // The lengths, in bytes of Shift-JIS without the NUL, of the shortest and the longest text of a date form.
+    // False, with both untouched, for a form or a delimiter that is none of the above.
+    static bool GetDateStrMinAndMaxLen(EDateDataForm form, EDateDelimiter delimiter, unsigned int& minLen,
+                                       unsigned int& maxLen) noexcept;
+};
+
+} // namespace NSKZ::NSKZCore
+
+#endif

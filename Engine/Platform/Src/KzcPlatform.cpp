@@ -1,0 +1,127 @@
+#include "KzcPlatform.h"
+
+#if !defined(_WIN32)
+
+#include <atomic>
+#include <mutex>
+
+namespace {
+
+constexpr int CODEPAGE_SHIFTJIS = 932;
+constexpr int CODEPAGE_UTF8 = 65001;
+
+thread_local DWORD lastError = ERROR_SUCCESS;
+std::atomic<int> textCodePage{CODEPAGE_SHIFTJIS};
+
+bool IsShiftJISLeadByte(unsigned char byte) noexcept
+{
+    return (byte >= 0x81 && byte <= 0x9F) || (byte >= 0xE0 && byte <= 0xFC);
+}
+
+// The bytes of the character that starts at `text`; 1 for a byte that starts none, and never past a NUL.
+std::size_t GetCharLen(const unsigned char* text, int codePage) noexcept
+{
+    std::size_t wanted = 1;
+    if (codePage == CODEPAGE_SHIFTJIS) {
+        wanted = IsShiftJISLeadByte(text[0]) ? 2 : 1;
+    } else if (text[0] >= 0xF0 && text[0] <= 0xF4) {
+        wanted = 4;
+    } else if (text[0] >= 0xE0 && text[0] <= 0xEF) {
+        wanted = 3;
+    } else if (text[0] >= 0xC2 && text[0] <= 0xDF) {
+        wanted = 2;
+    }
+    for (std::size_t i = 1; i < wanted; ++i) {
+        const bool follows =
+            codePage == CODEPAGE_SHIFTJIS ? text[i] != 0 : (text[i] & 0xC0) == 0x80;
+        if (!follows)
+            return 1;
+    }
+    return wanted;
+}
+
+unsigned int GetCharCode(const unsigned char* text, std::size_t len) noexcept
+{
+    unsigned int code = 0;
+    for (std::size_t i = 0; i < len; ++i)
+        code = code << 8 | text[i];
+    return code;
+}
+
+std::recursive_mutex& GetMutex(CRITICAL_SECTION* section) noexcept
+{
+    return *static_cast<std::recursive_mutex*>(section->mutex);
+}
+
+} // namespace
+
+DWORD GetLastError() noexcept
+{
+    return lastError;
+}
+
+void SetLastError(DWORD error) noexcept
+{
+    lastError = error;
+}
+
+void InitializeCriticalSection(CRITICAL_SECTION* section)
+{
+    section->mutex = new std::recursive_mutex;
+}
+
+void EnterCriticalSection(CRITICAL_SECTION* section) noexcept
+{
+    GetMutex(section).lock();
+}
+
+void LeaveCriticalSection(CRITICAL_SECTION* section) noexcept
+{
+    GetMutex(section).unlock();
+}
+
+void DeleteCriticalSection(CRITICAL_SECTION* section) noexcept
+{
+    delete &GetMutex(section);
+    section->mutex = nullptr;
+}
+
+int _setmbcp(int codePage) noexcept
+{
+    if (codePage != CODEPAGE_SHIFTJIS && codePage != CODEPAGE_UTF8)
+        return -1;
+    textCodePage = codePage;
+    return 0;
+}
+
+int _getmbcp() noexcept
+{
+    return textCodePage;
+}
+
+int _mbscmp(const unsigned char* left, const unsigned char* right) noexcept
+{
+    const int codePage = textCodePage;
+    for (;;) {
+        const std::size_t leftLen = GetCharLen(left, codePage);
+        const std::size_t rightLen = GetCharLen(right, codePage);
+        const unsigned int leftCode = GetCharCode(left, leftLen);
+        const unsigned int rightCode = GetCharCode(right, rightLen);
+        if (leftCode != rightCode)
+            return leftCode < rightCode ? -1 : 1;
+        if (leftCode == 0)
+            return 0;
+        left += leftLen;
+        right += rightLen;
+    }
+}
+
+int _ismbstrail(const unsigned char* text, const unsigned char* position) noexcept
+{
+    const int codePage = textCodePage;
+    while (text < position && *text != 0)
+        text += GetCharLen(text, codePage);
+    return text > position ? -1 : 0;
+}
+
+#endif

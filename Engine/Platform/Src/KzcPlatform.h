@@ -1,0 +1,82 @@
+// What the system's libraries call of Windows, under its Windows names.
+//
+// On Windows this header is the system's own; elsewhere this layer supplies the same names with the same
+// behaviour, for as much of them as the libraries call. No other file of the project asks which system it is
+// compiled for.
+//
+// Text is in the code page that _setmbcp has chosen: 932 (Shift-JIS as Windows has it) until then, or 65001
+// (UTF-8). The code page is one per process; set it before texts of that code page are handed in.
+
+#ifndef KZCPLATFORM_H
+#define KZCPLATFORM_H
+
+#if defined(_WIN32)
+
+#define NOMINMAX
+#include <windows.h>
+
+#include <float.h>
+#include <mbctype.h>
+#include <mbstring.h>
+
+#define KZC_API_EXPORT __declspec(dllexport)
+#define KZC_API_IMPORT __declspec(dllimport)
+
+#else
+
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+
+#define KZC_API_EXPORT __attribute__((visibility("default")))
+#define KZC_API_IMPORT __attribute__((visibility("default")))
+
+using BYTE = std::uint8_t;
+using WORD = std::uint16_t;
+using DWORD = std::uint32_t;
+
+// Shift-JIS and UTF-8 as _setmbcp and MultiByteToWideChar name them.
+constexpr DWORD ERROR_SUCCESS = 0;
+constexpr DWORD ERROR_INVALID_DATA = 13;
+
+// The calling thread's last error, as system services leave it. A thread begins with ERROR_SUCCESS.
+KZC_API_EXPORT DWORD GetLastError() noexcept;
+KZC_API_EXPORT void SetLastError(DWORD error) noexcept;
+
+// A lock that the thread that holds it may enter again; every entry needs its leave. It must be initialised
+// before it is entered and deleted, unheld, at the end. InitializeCriticalSection throws std::bad_alloc when
+// memory is exhausted; the others do not fail.
+struct CRITICAL_SECTION
+{
+    void* mutex;
+};
+KZC_API_EXPORT void InitializeCriticalSection(CRITICAL_SECTION* section);
+KZC_API_EXPORT void EnterCriticalSection(CRITICAL_SECTION* section) noexcept;
+KZC_API_EXPORT void LeaveCriticalSection(CRITICAL_SECTION* section) noexcept;
+KZC_API_EXPORT void DeleteCriticalSection(CRITICAL_SECTION* section) noexcept;
+
+// Sets the code page of the text operations: 932 or 65001; 0 on success, -1 (and nothing changed) for another.
+KZC_API_EXPORT int _setmbcp(int codePage) noexcept;
+// The code page in force.
+KZC_API_EXPORT int _getmbcp() noexcept;
+
+// Compares two texts character by character: below 0, 0 or above 0. Characters order by their code: a
+// double-byte one by lead byte and trail byte.
+KZC_API_EXPORT int _mbscmp(const unsigned char* left, const unsigned char* right) noexcept;
+
+// Whether the byte at `position`, which lies in the text that starts at `text`, is a byte of a character other
+// than its first: -1 if so, else 0. The walk starts at `text`, so the cost is the distance.
+KZC_API_EXPORT int _ismbstrail(const unsigned char* text, const unsigned char* position) noexcept;
+
+inline int _isnan(double value) noexcept
+{
+    return std::isnan(value) ? 1 : 0;
+}
+inline int _finite(double value) noexcept
+{
+    return std::isfinite(value) ? 1 : 0;
+}
+
+#endif
+
+#endif
