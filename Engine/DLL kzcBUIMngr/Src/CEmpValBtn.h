@@ -1,0 +1,22 @@
+#ifndef CEMPVALBTN_H
+#define CEMPVALBTN_H
+
+#include "VCBtn.h"
+
+namespace NSKZ::NSKZCore {
+
+// The one button of a source class that stands for the empty value. Its identifier is BTN_ID_EMPVAL, and it has no
+// name: what it shows is its alias.
+class CEmpValBtn final : public VCBtn
+{
+public:
+    // `id` is BTN_ID_EMPVAL; only reading a saved button or cloning begins with another.
+    explicit CEmpValBtn(DWORD id);
+
+    SCBUICoreCom::EBtnType GetType() const override;
+    std::unique_ptr<VCBtn> Clone() const override;
+};
+
+} // namespace NSKZ::NSKZCore
+
+#endif

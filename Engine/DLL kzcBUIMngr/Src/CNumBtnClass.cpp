@@ -1,0 +1,99 @@
+#include "CNumBtnClass.h"
+
+#include "SCNumeric.h"
+
+#include <algorithm>
+
+namespace NSKZ::NSKZCore {
+
+namespace {
+
+bool ReadsAsNumber(const char* text, double& value) noexcept
+{
+    return text != nullptr && SCNumeric::AtoF(text, value) && _isnan(value) == 0;
+}
+
+} // namespace
+
+void CNumBtnClass::Clear()
+{
+    numNameOrd.Clear();
+    strNameOrd.Clear();
+    VCSrcBtnClass::Clear();
+}
+
+void CNumBtnClass::Copy(const VCBtnClass& other, const std::unique_ptr<IRpLink>& rpLinkOfEnv)
+{
+    if (&other == this)
+        return;
+    const auto& otherNum = dynamic_cast<const CNumBtnClass&>(other);
+    VCSrcBtnClass::Copy(other, rpLinkOfEnv);
+    try {
+        numNameOrd.CopyFrom(otherNum.numNameOrd);
+        strNameOrd.CopyFrom(otherNum.strNameOrd);
+    } catch (...) {
+        numNameOrd.Clear();
+        VCBtnClass::Clear();
+        throw;
+    }
+}
+
+void CNumBtnClass::GetBtnNameOrdList(unsigned int flags, std::vector<DWORD>& btnIDs) const
+{
+    constexpr const char* FUNCTION = "NSKZ::NSKZCore::CNumBtnClass::GetBtnNameOrdList";
+    const VCBtn* const empValBtn = FindBtn(SCBUICoreCom::BTN_ID_EMPVAL);
+    const bool empValListed = empValBtn != nullptr && (empValBtn->visibleInfo & VISINFO_NOREC) == 0 &&
+                              IsListed(*empValBtn, flags);
+    const bool empValAtEnd = (flags & ORDLIST_TAILEND_EMPVALBTN) != 0;
+
+    std::vector<DWORD> listed;
+    for (const DWORD btnID : numNameOrd.GetBtnIDs()) {
+        if (IsInsideBtnListed(btnID, flags, FUNCTION, __LINE__))
+            listed.push_back(btnID);
+    }
+    if (empValListed && !empValAtEnd)
+        listed.push_back(SCBUICoreCom::BTN_ID_EMPVAL);
+    const auto reversedEnd = static_cast<std::ptrdiff_t>(listed.size());
+    for (const DWORD btnID : strNameOrd.GetBtnIDs()) {
+        if (IsInsideBtnListed(btnID, flags, FUNCTION, __LINE__))
+            listed.push_back(btnID);
+    }
+    if ((flags & ORDLIST_DESCEND) != 0)
+        std::reverse(listed.begin(), listed.begin() + reversedEnd);
+    if (empValListed && empValAtEnd)
+        listed.push_back(SCBUICoreCom::BTN_ID_EMPVAL);
+    btnIDs = std::move(listed);
+}
+
+SCBUICoreCom::EBtnClassType CNumBtnClass::GetBtnClassType() const
+{
+    return SCBUICoreCom::BTNCLSTYPE_NUM;
+}
+
+void CNumBtnClass::AdjstAccordingToBtnAppearance(const VCBtn& btn)
+{
+    if (!SCBUICoreCom::IsNormalBtn(btn.id))
+        return;
+    // An alias given since the last appearance may have changed the list it belongs to.
+    double value = 0.0;
+    if (ReadsAsNumber(btn.GetShownText(), value)) {
+        numNameOrd.Insert(value, btn.id);
+        strNameOrd.Remove(btn.id);
+    } else {
+        strNameOrd.Insert(btn.GetShownText(), btn.id);
+        numNameOrd.Remove(btn.id);
+    }
+}
+
+void CNumBtnClass::AdjstAccordingToBtnDisappearance(const VCBtn& btn) noexcept
+{
+    if (!SCBUICoreCom::IsNormalBtn(btn.id))
+        return;
+    double value = 0.0;
+    if (ReadsAsNumber(btn.GetShownText(), value))
+        numNameOrd.Erase(value, btn.id);
+    else
+        strNameOrd.Erase(btn.GetShownText(), btn.id);
+}
+
+} // namespace NSKZ::NSKZCore

@@ -1,0 +1,267 @@
+#ifndef TCBTNORDLIST_H
+#define TCBTNORDLIST_H
+
+#include "CTextArena.h"
+#include "TCBtnIDAssArr.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <cstring>
+#include <utility>
+#include <vector>
+
+namespace NSKZ::NSKZCore {
+
+// Buttons in ascending order of a key; equal keys keep the order of insertion. A button stands in a list at most
+// once. It behaves as an ordered multimap from key to button identifier would, but sorts only when it is read:
+// filling it costs an append a button, and the first walk after a change sorts what came since the one before.
+//
+// The list owns its keys: a key text handed in is copied, so that no change of a button's text or life can leave
+// a dangling key.
+//
+// TKeys tells the kind of key: its argument type TArg, the stored type TKey (trivially copyable), a TKey
+// Keep(TArg), a static bool IsLess(TKey, TKey), a void Clear() and, to let the copies of removed keys go, the
+// default constructor and the move assignment.
+template <class TKeys>
+class TCBtnOrdList
+{
+public:
+    using TArg = typename TKeys::TArg;
+    using TKey = typename TKeys::TKey;
+
+    TCBtnOrdList() = default;
+    TCBtnOrdList(const TCBtnOrdList&) = delete;
+    TCBtnOrdList& operator=(const TCBtnOrdList&) = delete;
+
+    // How many buttons stand in the list.
+    DWORD GetSize() const noexcept { return entryOfBtn.GetSize(); }
+
+    bool Exist(DWORD btnID) const noexcept { return entryOfBtn.Exist(btnID); }
+
+    // Puts the button behind those with an equal key. A button that stands in the list already stays where it is.
+    // An identifier that is no button's is passed over. If memory is exhausted nothing changes. Constant but for
+    // the growing of the arrays.
+    void Insert(TArg key, DWORD btnID)
+    {
+        if (!Exist(btnID))
+            Move(key, btnID);
+    }
+
+    // Puts the button behind those with an equal key, wherever it stood before. Otherwise like Insert.
+    void Move(TArg key, DWORD btnID)
+    {
+        if (entries.size() == entries.capacity())
+            entries.reserve(entries.empty() ? 8 : entries.size() * 2);
+        if (order.size() == order.capacity())
+            order.reserve(order.empty() ? 8 : order.size() * 2);
+        if (!entryOfBtn.MakeRoom(btnID))
+            return;
+        const TKey kept = keys.Keep(key);
+        if (const std::uint32_t* const former = entryOfBtn.Find(btnID))
+            entries[*former].btnID = REMOVED;
+        const auto position = static_cast<std::uint32_t>(entries.size());
+        entryOfBtn.Set(btnID, position);
+        entries.push_back(SEntry{kept, btnID});
+        order.push_back(position);
+    }
+
+    // Takes the button out; false if it does not stand here under this key. Constant; the room is reused once half
+    // of the list has gone.
+    bool Erase(TArg key, DWORD btnID) noexcept
+    {
+        const std::uint32_t* const position = entryOfBtn.Find(btnID);
+        if (position == nullptr)
+            return false;
+        SEntry& entry = entries[*position];
+        const TKey sought = TKeys::View(key);
+        if (TKeys::IsLess(sought, entry.key) || TKeys::IsLess(entry.key, sought))
+            return false;
+        entry.btnID = REMOVED;
+        entryOfBtn.Remove(btnID);
+        return true;
+    }
+
+    // Takes the button out whatever its key; false if it does not stand here.
+    bool Remove(DWORD btnID) noexcept
+    {
+        const std::uint32_t* const position = entryOfBtn.Find(btnID);
+        return position != nullptr && Erase(TKeys::AsArg(entries[*position].key), btnID);
+    }
+
+    void Clear() noexcept
+    {
+        entries.clear();
+        order.clear();
+        settled = 0;
+        entryOfBtn.Clear();
+        keys.Clear();
+    }
+
+    // Makes this list the same as `other`. If memory is exhausted it is left empty.
+    void CopyFrom(const TCBtnOrdList& other)
+    {
+        Clear();
+        try {
+            for (const DWORD btnID : other.GetBtnIDs())
+                Insert(TKeys::AsArg(other.GetKeyOf(btnID)), btnID);
+        } catch (...) {
+            Clear();
+            throw;
+        }
+    }
+
+    // The key of a button that stands in the list.
+    TKey GetKeyOf(DWORD btnID) const noexcept { return entries[*entryOfBtn.Find(btnID)].key; }
+
+    // The buttons in order: a range to walk, good until the list changes. Sorts what came since the last call.
+    class CRange
+    {
+    public:
+        class CIterator
+        {
+        public:
+            CIterator(const TCBtnOrdList& listToWalk, std::size_t positionInOrder) noexcept
+                : list(&listToWalk), position(positionInOrder)
+            {
+            }
+            DWORD operator*() const noexcept { return list->entries[list->order[position]].btnID; }
+            CIterator& operator++() noexcept
+            {
+                ++position;
+                return *this;
+            }
+            bool operator!=(const CIterator& other) const noexcept { return position != other.position; }
+
+        private:
+            const TCBtnOrdList* list;
+            std::size_t position;
+        };
+
+        explicit CRange(const TCBtnOrdList& listToWalk) noexcept : list(&listToWalk) {}
+        CIterator begin() const noexcept { return CIterator(*list, 0); }
+        CIterator end() const noexcept { return CIterator(*list, list->order.size()); }
+
+    private:
+        const TCBtnOrdList* list;
+    };
+    CRange GetBtnIDs() const
+    {
+        Settle();
+        return CRange(*this);
+    }
+
+private:
+    static constexpr DWORD REMOVED = 0;
+
+    struct SEntry
+    {
+        TKey key;
+        DWORD btnID; // REMOVED: the button has left the list
+    };
+
+    // Sorts `order` and drops what was removed. The content of the list does not change by it.
+    void Settle() const
+    {
+        if (order.size() != GetSize())
+            DropRemovedOnes();
+        if (settled == order.size())
+            return;
+        const auto isBefore = [this](std::uint32_t left, std::uint32_t right) {
+            const TKey leftKey = entries[left].key;
+            const TKey rightKey = entries[right].key;
+            if (TKeys::IsLess(leftKey, rightKey))
+                return true;
+            return left < right && !TKeys::IsLess(rightKey, leftKey);
+        };
+        const auto newOnes = order.begin() + static_cast<std::ptrdiff_t>(settled);
+        std::sort(newOnes, order.end(), isBefore);
+        std::inplace_merge(order.begin(), newOnes, order.end(), isBefore);
+        settled = order.size();
+    }
+
+    void DropRemovedOnes() const
+    {
+        const auto isRemoved = [this](std::uint32_t position) { return entries[position].btnID == REMOVED; };
+        const auto newOnes = order.begin() + static_cast<std::ptrdiff_t>(settled);
+        const auto settledEnd = std::remove_if(order.begin(), newOnes, isRemoved);
+        const auto newEnd = std::remove_if(newOnes, order.end(), isRemoved);
+        const auto settledLeft = settledEnd - order.begin();
+        order.erase(newEnd, order.end());
+        order.erase(settledEnd, order.begin() + static_cast<std::ptrdiff_t>(settled));
+        settled = static_cast<std::size_t>(settledLeft);
+        if (entries.size() / 2 >= GetSize())
+            Compact();
+    }
+
+    // Lets the entries and keys of removed buttons go. The entries keep their order of insertion.
+    void Compact() const
+    {
+        TKeys keptKeys;
+        std::vector<SEntry> keptEntries;
+        keptEntries.reserve(GetSize());
+        std::vector<std::uint32_t> newPositions(entries.size());
+        for (std::size_t i = 0; i < entries.size(); ++i) {
+            if (entries[i].btnID == REMOVED)
+                continue;
+            newPositions[i] = static_cast<std::uint32_t>(keptEntries.size());
+            keptEntries.push_back(SEntry{keptKeys.Keep(TKeys::AsArg(entries[i].key)), entries[i].btnID});
+        }
+        // From here on nothing fails: every button has its slot already.
+        for (std::uint32_t& position : order)
+            position = newPositions[position];
+        for (std::size_t i = 0; i < keptEntries.size(); ++i)
+            entryOfBtn.Set(keptEntries[i].btnID, static_cast<std::uint32_t>(i));
+        entries.swap(keptEntries);
+        keys = std::move(keptKeys);
+    }
+
+    // Walking is a const operation of the list as its users see it; the sorting behind it is not.
+    mutable TKeys keys;
+    mutable std::vector<SEntry> entries;        // in order of insertion
+    mutable std::vector<std::uint32_t> order;   // positions in `entries`; the first `settled` are in order
+    mutable std::size_t settled = 0;
+    mutable TCBtnIDAssArr<std::uint32_t> entryOfBtn;
+};
+
+// Keys that are texts. They compare byte by byte as unsigned values up to the NUL; null comes before every text.
+class CTextKeys
+{
+public:
+    using TArg = const char*;
+    using TKey = const char*;
+
+    TKey Keep(TArg text) { return arena.Add(text); }
+    void Clear() noexcept { arena.Clear(); }
+    static TKey View(TArg text) noexcept { return text; }
+    static TArg AsArg(TKey key) noexcept { return key; }
+    static bool IsLess(TKey left, TKey right) noexcept
+    {
+        if (left == nullptr || right == nullptr)
+            return left == nullptr && right != nullptr;
+        return std::strcmp(left, right) < 0;
+    }
+
+private:
+    CTextArena arena;
+};
+
+// Keys that are numbers. NaN is none of them: whoever fills the list keeps it out.
+class CNumKeys
+{
+public:
+    using TArg = double;
+    using TKey = double;
+
+    TKey Keep(TArg number) noexcept { return number; }
+    void Clear() noexcept {}
+    static TKey View(TArg number) noexcept { return number; }
+    static TArg AsArg(TKey key) noexcept { return key; }
+    static bool IsLess(TKey left, TKey right) noexcept { return left < right; }
+};
+
+using CTextOrdList = TCBtnOrdList<CTextKeys>;
+using CNumOrdList = TCBtnOrdList<CNumKeys>;
+
+} // namespace NSKZ::NSKZCore
+
+#endif

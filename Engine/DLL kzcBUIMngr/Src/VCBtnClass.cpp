@@ -1,0 +1,724 @@
+#include "VCBtnClass.h"
+
+#include "CBtn.h"
+#include "CFormattedMsg.h"
+#include "ECAbnormalData.h"
+#include "IBnLink.h"
+#include "IRpLink.h"
+#include "SCBUICoreStrDef.h"
+#include "SCKZCoreCom.h"
+#include "SCSortRecs.h"
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+
+namespace NSKZ::NSKZCore {
+
+namespace {
+
+constexpr const char* SRC_FILE = "Src/VCBtnClass";
+
+// Records whose cells are fetched from the table at a time: the cells stay in the nearest cache.
+constexpr std::size_t CHUNK_SIZE = 2048;
+
+bool IsSameText(const char* shownText, const char* text, DWORD len)
+{
+    const std::size_t shownLen = shownText == nullptr ? 0 : std::strlen(shownText);
+    return shownLen == len && (len == 0 || std::memcmp(shownText, text, len) == 0);
+}
+
+} // namespace
+
+VCBtnClass::VCBtnClass(DWORD btnClassID, const std::unique_ptr<IRpLink>& rpLinkOfEnv)
+{
+    VCBtnClass::Clear();
+    id = btnClassID;
+    rpLink = &rpLinkOfEnv;
+}
+
+VCBtnClass::~VCBtnClass() = default;
+
+// --- Buttons by identifier
+
+bool VCBtnClass::GetTypeOfBtn(DWORD btnID, SCBUICoreCom::EBtnType& type) const
+{
+    const VCBtn* const btn = FindBtn(btnID);
+    if (btn == nullptr)
+        return false;
+    type = btn->GetType();
+    return true;
+}
+
+bool VCBtnClass::GetSelectionInfoOfBtn(DWORD btnID, bool& sel) const
+{
+    const VCBtn* const btn = FindBtn(btnID);
+    if (btn == nullptr)
+        return false;
+    sel = btn->sel;
+    return true;
+}
+
+bool VCBtnClass::GetNameOfBtn(DWORD btnID, const char*& name) const
+{
+    const VCBtn* const btn = FindBtn(btnID);
+    if (btn == nullptr)
+        return false;
+    name = btn->name.get();
+    return true;
+}
+
+bool VCBtnClass::GetAliasOfBtn(DWORD btnID, const char*& alias) const
+{
+    const VCBtn* const btn = FindBtn(btnID);
+    if (btn == nullptr)
+        return false;
+    alias = btn->GetShownText();
+    return true;
+}
+
+bool VCBtnClass::GetVisibleInfoOfBtn(DWORD btnID, unsigned int& visibleInfo) const
+{
+    const VCBtn* const btn = FindBtn(btnID);
+    if (btn == nullptr)
+        return false;
+    visibleInfo = GetVisibleInfo(*btn);
+    return true;
+}
+
+bool VCBtnClass::ExistTheBtn(DWORD btnID) const
+{
+    const VCBtn* const btn = FindBtn(btnID);
+    return btn != nullptr && btn->IsEffective();
+}
+
+bool VCBtnClass::ExistTheBtn(const char* text, DWORD len, DWORD exceptID) const
+{
+    const auto& entries = btns.GetEntries();
+    return std::any_of(entries.begin(), entries.end(), [&](const auto& entry) {
+        const VCBtn& btn = *entry.value;
+        return entry.key != exceptID && btn.IsEffective() && IsSameText(btn.GetShownText(), text, len);
+    });
+}
+
+// --- Populations
+
+template <class TCondition>
+DWORD VCBtnClass::ListBtnIDs(std::vector<DWORD>& btnIDs, const TCondition& isListed) const
+{
+    btnIDs.clear();
+    for (const VCBtn* const btn : srcBtnOfID) {
+        if (btn != nullptr && isListed(*btn))
+            btnIDs.push_back(btn->id);
+    }
+    for (const auto& [btnID, btn] : spBtnOfID) {
+        if (isListed(*btn))
+            btnIDs.push_back(btnID);
+    }
+    return static_cast<DWORD>(btnIDs.size());
+}
+
+DWORD VCBtnClass::GetDispBtnCount() const
+{
+    const auto isDisplayed = [](const auto& idAndBtn) { return idAndBtn.second->visibleInfo == 0; };
+    return display.GetDispCount() +
+           static_cast<DWORD>(std::count_if(spBtnOfID.begin(), spBtnOfID.end(), isDisplayed));
+}
+
+DWORD VCBtnClass::GetSelectedBtnIDList(std::vector<DWORD>& btnIDs) const
+{
+    btnIDs.clear();
+    for (const DWORD btnID : selBtnIDs) {
+        const VCBtn* const btn = FindBtn(btnID);
+        if (btn != nullptr && btn->sel && btn->IsEffective())
+            btnIDs.push_back(btnID);
+    }
+    std::sort(btnIDs.begin(), btnIDs.end());
+    btnIDs.erase(std::unique(btnIDs.begin(), btnIDs.end()), btnIDs.end());
+    return selBtnCount;
+}
+
+DWORD VCBtnClass::GetSelectedBtnIDList(std::set<DWORD>& btnIDs) const
+{
+    std::vector<DWORD> list;
+    GetSelectedBtnIDList(list);
+    btnIDs = std::set<DWORD>(list.begin(), list.end());
+    return selBtnCount;
+}
+
+DWORD VCBtnClass::GetDispSelectedBtnIDList(std::vector<DWORD>& btnIDs) const
+{
+    GetSelectedBtnIDList(btnIDs);
+    std::erase_if(btnIDs, [this](DWORD btnID) { return GetVisibleInfo(*FindBtn(btnID)) != 0; });
+    return static_cast<DWORD>(btnIDs.size());
+}
+
+DWORD VCBtnClass::GetDisplayedBtnIDList(std::vector<DWORD>& btnIDs) const
+{
+    btnIDs.clear();
+    btnIDs.reserve(GetDispBtnCount());
+    for (DWORD btnID = 0; btnID < display.GetEndID(); ++btnID) {
+        if (display.IsDisplayed(btnID))
+            btnIDs.push_back(btnID);
+    }
+    for (const auto& [btnID, btn] : spBtnOfID) {
+        if (btn->visibleInfo == 0)
+            btnIDs.push_back(btnID);
+    }
+    return static_cast<DWORD>(btnIDs.size());
+}
+
+DWORD VCBtnClass::GetAllBtnIDList(std::vector<DWORD>& btnIDs, bool includeIneffective) const
+{
+    return ListBtnIDs(btnIDs, [=](const VCBtn& btn) { return includeIneffective || btn.IsEffective(); });
+}
+
+DWORD VCBtnClass::GetAllSpBtnIDList(std::vector<DWORD>& btnIDs, bool includeIneffective) const
+{
+    btnIDs.clear();
+    for (const auto& [btnID, btn] : spBtnOfID) {
+        if (includeIneffective || btn->IsEffective())
+            btnIDs.push_back(btnID);
+    }
+    return static_cast<DWORD>(btnIDs.size());
+}
+
+DWORD VCBtnClass::GetBtnClassIDListOfRefOrg(std::vector<DWORD>& btnClassIDs) const
+{
+    btnClassIDs.clear();
+    for (const auto& [btnClassID, btnClass] : refOrgBtnClasses)
+        btnClassIDs.push_back(btnClassID);
+    return static_cast<DWORD>(btnClassIDs.size());
+}
+
+// --- Orders
+
+bool VCBtnClass::IsIncludInOrdList(unsigned int visibleInfo, unsigned int flags) noexcept
+{
+    if ((flags & ORDLIST_INCLUDE_NONDISPBTNS) != 0 || visibleInfo == 0)
+        return true;
+    return (flags & ORDLIST_INCLUDE_CNDCLLMEMBERBTNS) != 0 && visibleInfo == VISINFO_CNDCLLMEMBER;
+}
+
+void VCBtnClass::SetBtnAppOrdList(const IBnLink& bnLink)
+{
+    std::vector<DWORD> order;
+    if (!bnLink.GetBtnIDList(id, order)) {
+        const CFormattedMsg message(SCBUICoreStrDef::MSG_NOTEXIST_SRCBTNCLS_IN_BNLINK, {id});
+        throw ECAbnormalData(message.GetText(), SRC_FILE, "NSKZ::NSKZCore::VCBtnClass::SetBtnAppOrdList", 3629);
+    }
+    appOrdList = std::move(order);
+}
+
+template <class TOrder, class TIsListed>
+void VCBtnClass::ListInOrder(const TOrder& order, unsigned int flags, const TIsListed& isListed,
+                             std::vector<DWORD>& btnIDs)
+{
+    std::vector<DWORD> listed; // `order` may be the output itself
+    bool emptyValueAtEnd = false;
+    for (const DWORD btnID : order) {
+        if (!isListed(btnID))
+            continue;
+        if ((flags & ORDLIST_TAILEND_EMPVALBTN) != 0 && SCBUICoreCom::IsEmpValBtn(btnID))
+            emptyValueAtEnd = true;
+        else
+            listed.push_back(btnID);
+    }
+    if ((flags & ORDLIST_DESCEND) != 0)
+        std::reverse(listed.begin(), listed.end());
+    if (emptyValueAtEnd)
+        listed.push_back(SCBUICoreCom::BTN_ID_EMPVAL);
+    btnIDs = std::move(listed);
+}
+
+void VCBtnClass::GetBtnAppOrdList(unsigned int flags, std::vector<DWORD>& btnIDs) const
+{
+    const auto isListed = [this, flags](DWORD btnID) {
+        return IsInsideBtnListed(btnID, flags, "NSKZ::NSKZCore::VCBtnClass::GetBtnAppOrdList", 3772);
+    };
+    ListInOrder(appOrdList, flags, isListed, btnIDs);
+}
+
+void VCBtnClass::GetBtnNameOrdList(unsigned int flags, std::vector<DWORD>& btnIDs) const
+{
+    const auto isListed = [this, flags](DWORD btnID) {
+        return IsInsideBtnListed(btnID, flags, "NSKZ::NSKZCore::VCBtnClass::GetBtnNameOrdList", 3892);
+    };
+    ListInOrder(nameOrdList.GetBtnIDs(), flags, isListed, btnIDs);
+}
+
+void VCBtnClass::GetBtnUnknownOrdList(unsigned int flags, const std::vector<DWORD>& order,
+                                      std::vector<DWORD>& btnIDs) const
+{
+    const auto isListed = [this, flags](DWORD btnID) {
+        if ((flags & ORDLIST_INCLUDE_NONDISPBTNS) != 0)
+            return true;
+        const VCBtn* const btn = FindBtn(btnID);
+        return btn != nullptr && IsListed(*btn, flags);
+    };
+    ListInOrder(order, flags, isListed, btnIDs);
+}
+
+// --- Records
+
+bool VCBtnClass::GetRecListThatRelatesToBtn(DWORD btnID, DWORD*& recList, DWORD& recCountOfList,
+                                            DWORD** mergeBuffers) const
+{
+    if (SCBUICoreCom::IsSpBtn(btnID) && FindBtn(btnID) == nullptr)
+        return false;
+    if (recCountOfList == 0)
+        return (*rpLink)->GetRecList(id, btnID, recList, recCountOfList);
+    DWORD added = 0;
+    if (!(*rpLink)->GetRecList(id, btnID, mergeBuffers[0], added))
+        return false;
+    recCountOfList =
+        SCKZCoreCom::MergeRecListByORCnd(recList, recCountOfList, mergeBuffers[0], added, mergeBuffers[1]);
+    std::swap(recList, mergeBuffers[1]);
+    return true;
+}
+
+bool VCBtnClass::GetRecListThatRelatesToBtns(const VCBtnClass* btnClass, const std::vector<DWORD>& btnIDs,
+                                             DWORD*& recList, DWORD& recCountOfList, DWORD** buffers,
+                                             DWORD& failedID)
+{
+    if (btnClass == nullptr)
+        return false;
+    std::vector<DWORD> distinctIDs(btnIDs);
+    std::sort(distinctIDs.begin(), distinctIDs.end());
+    distinctIDs.erase(std::unique(distinctIDs.begin(), distinctIDs.end()), distinctIDs.end());
+    const auto firstOther = std::partition_point(distinctIDs.begin(), distinctIDs.end(),
+                                                 [](DWORD btnID) { return btnID <= SCBUICoreCom::BTN_ID_NRM_END; });
+
+    // The records of source buttons do not overlap, so they are collected first and sorted once.
+    DWORD* const collected = recCountOfList == 0 ? recList : buffers[0];
+    DWORD collectedCount = 0;
+    for (auto btnID = distinctIDs.begin(); btnID != firstOther; ++btnID) {
+        DWORD added = 0;
+        if (!(*btnClass->rpLink)->GetRecList(btnClass->id, *btnID, collected + collectedCount, added)) {
+            failedID = *btnID;
+            return false;
+        }
+        collectedCount += added;
+    }
+    if (firstOther - distinctIDs.begin() > 1)
+        SCSortRecs::Sort(collected, collectedCount);
+    if (recCountOfList == 0) {
+        recCountOfList = collectedCount;
+    } else if (collectedCount != 0) {
+        recCountOfList =
+            SCKZCoreCom::MergeRecListByORCnd(recList, recCountOfList, collected, collectedCount, buffers[1]);
+        std::swap(recList, buffers[1]);
+    }
+    for (auto btnID = firstOther; btnID != distinctIDs.end(); ++btnID) {
+        if (!btnClass->GetRecListThatRelatesToBtn(*btnID, recList, recCountOfList, buffers)) {
+            failedID = *btnID;
+            return false;
+        }
+    }
+    return true;
+}
+
+// --- What the environment changes
+
+void VCBtnClass::Clear()
+{
+    selBtnIDs.clear();
+    display.Clear();
+    srcBtnOfID.clear();
+    spBtnOfID.clear();
+    nameOrdList.Clear();
+    appOrdList.clear();
+    btns.Clear();
+    refOrgBtnClasses.clear();
+    id = SCBUICoreCom::BTNCLS_ID_UNSETTING;
+    effective = true;
+    selected = false;
+    newBtnMadeSelState = false;
+    btnSelState = false;
+    selBtnCount = 0;
+    recCount = 0;
+    rpLink = nullptr;
+}
+
+void VCBtnClass::ClearOfFixedSpec()
+{
+    for (const auto& entry : btns.GetEntries()) {
+        entry.value->ClearOfFixedSpec();
+        AdjstToBackReferences(*entry.value);
+        display.SetHiddenByItself(entry.key, entry.value->visibleInfo != 0);
+    }
+    display.ShowAllByRelation();
+    display.ShowAllByLimit();
+    selBtnIDs.clear();
+    selBtnCount = 0;
+    selected = false;
+    newBtnMadeSelState = false;
+    btnSelState = false;
+    std::erase_if(refOrgBtnClasses,
+                  [](const auto& idAndClass) { return SCBUICoreCom::IsFixedVirBtnClass(idAndClass.first); });
+}
+
+void VCBtnClass::Copy(const VCBtnClass& other, const std::unique_ptr<IRpLink>& rpLinkOfEnv)
+{
+    if (&other == this)
+        return;
+    VCBtnClass::Clear();
+    try {
+        const auto copyBtn = [this](const VCBtn& btn) {
+            std::unique_ptr<VCBtn> clone = btn.Clone();
+            if ((clone->visibleInfo & VISINFO_NOREC) == 0)
+                InsertBtnInfoToNameOrdList(clone.get());
+            RegBtn(std::move(clone));
+        };
+        for (const VCBtn* const btn : other.srcBtnOfID) {
+            if (btn != nullptr)
+                copyBtn(*btn);
+        }
+        for (const auto& [btnID, btn] : other.spBtnOfID)
+            copyBtn(*btn);
+        appOrdList = other.appOrdList;
+        selBtnIDs = other.selBtnIDs;
+        display = other.display;
+    } catch (...) {
+        VCBtnClass::Clear();
+        throw;
+    }
+    id = other.id;
+    effective = other.effective;
+    selected = other.selected;
+    newBtnMadeSelState = other.newBtnMadeSelState;
+    btnSelState = other.btnSelState;
+    selBtnCount = other.selBtnCount;
+    recCount = other.recCount;
+    rpLink = &rpLinkOfEnv;
+}
+
+bool VCBtnClass::SetEffective(bool isEffective) noexcept
+{
+    if (effective == isEffective)
+        return false;
+    effective = isEffective;
+    return true;
+}
+
+bool VCBtnClass::SetSelectionInfo(bool isSelected) noexcept
+{
+    if (selected == isSelected)
+        return false;
+    selected = isSelected;
+    return true;
+}
+
+bool VCBtnClass::SetBtnSelectiveState(bool state) noexcept
+{
+    if (btnSelState == state || selBtnCount != 0)
+        return false;
+    btnSelState = state;
+    return true;
+}
+
+bool VCBtnClass::SetSelectionInfoOfBtn(DWORD btnID, bool sel, unsigned int& visibleInfo)
+{
+    VCBtn* const btn = FindBtn(btnID);
+    if (btn == nullptr)
+        return false;
+    if (btn->sel != sel) {
+        if (sel)
+            RememberSelection(btnID);
+        btn->sel = sel;
+        if (btn->IsEffective()) {
+            selBtnCount += sel ? DWORD(1) : DWORD(-1);
+            if (sel)
+                btnSelState = true;
+            else if (selBtnCount == 0)
+                btnSelState = false;
+        }
+    }
+    visibleInfo = GetVisibleInfo(*btn);
+    return true;
+}
+
+bool VCBtnClass::SetSelectionInfoOfBtn(DWORD btnID, bool sel)
+{
+    unsigned int visibleInfo = 0;
+    return SetSelectionInfoOfBtn(btnID, sel, visibleInfo);
+}
+
+void VCBtnClass::RememberSelection(DWORD btnID)
+{
+    // Deselected buttons stay listed; once they are the most, the list is cut down to what is selected.
+    if (selBtnIDs.size() >= 2 * std::size_t{selBtnCount} + 64) {
+        std::erase_if(selBtnIDs, [this](DWORD listedID) {
+            const VCBtn* const btn = FindBtn(listedID);
+            return btn == nullptr || !btn->sel;
+        });
+        std::sort(selBtnIDs.begin(), selBtnIDs.end());
+        selBtnIDs.erase(std::unique(selBtnIDs.begin(), selBtnIDs.end()), selBtnIDs.end());
+    }
+    selBtnIDs.push_back(btnID);
+}
+
+void VCBtnClass::SetSelectionInfoOfAllBtns(bool sel)
+{
+    if (sel && !HasAllBtnsBeenSelected()) {
+        std::vector<DWORD> allIDs;
+        GetAllBtnIDList(allIDs, true);
+        selBtnIDs = std::move(allIDs);
+        for (const auto& entry : btns.GetEntries())
+            entry.value->sel = true;
+    } else if (!sel && selBtnCount != 0) {
+        for (const DWORD btnID : selBtnIDs) {
+            if (VCBtn* const btn = FindBtn(btnID))
+                btn->sel = false;
+        }
+        selBtnIDs.clear();
+    }
+    newBtnMadeSelState = sel;
+    btnSelState = sel;
+    selBtnCount = sel ? GetBtnCount() : 0;
+}
+
+bool VCBtnClass::SetAliasOfBtn(DWORD btnID, const char* alias)
+{
+    VCBtn* const btn = FindBtn(btnID);
+    if (btn == nullptr)
+        return false;
+    CBtn changed(btnID, btn->name.get());
+    changed.SetAlias(alias);
+    nameOrdList.Move(changed.GetShownText(), btnID);
+    btn->alias = std::move(changed.alias);
+    btn->aliasIsName = changed.aliasIsName;
+    return true;
+}
+
+// --- Reasons to hide
+
+void VCBtnClass::SetVisibleInfoBasedOnRelationOfAllBtns(bool show) noexcept
+{
+    if (btnSelState)
+        return;
+    if (show)
+        display.ShowAllByRelation();
+    else
+        display.HideAllByRelation();
+    for (const auto& [btnID, btn] : spBtnOfID)
+        SetOwnVisibleInfo(*btn, VISINFO_RELATION, !show);
+}
+
+void VCBtnClass::SetVisibleInfoBasedOnLimitedRecListOfAllBtns(bool show) noexcept
+{
+    if (show)
+        display.ShowAllByLimit();
+    else
+        display.HideAllByLimit();
+    for (const auto& [btnID, btn] : spBtnOfID)
+        SetOwnVisibleInfo(*btn, VISINFO_LIMITEDREC, !show);
+}
+
+bool VCBtnClass::PutVisibleInfoBasedOnRelationOfBtns(const std::vector<DWORD>& btnIDs)
+{
+    return PutVisibleInfoOfBtns(btnIDs, VISINFO_RELATION);
+}
+
+bool VCBtnClass::PutVisibleInfoBasedOnLimitedRecListOfBtns(const std::vector<DWORD>& btnIDs)
+{
+    return PutVisibleInfoOfBtns(btnIDs, VISINFO_LIMITEDREC);
+}
+
+bool VCBtnClass::PutVisibleInfoOfBtns(const std::vector<DWORD>& btnIDs, unsigned int bits)
+{
+    if ((bits & ~(VISINFO_RELATION | VISINFO_LIMITEDREC)) != 0)
+        return false;
+    SpBtnsAbove spBtns;
+    for (const DWORD btnID : btnIDs) {
+        VCBtn* const btn = SCBUICoreCom::IsSrcBtn(btnID) ? FindBtn(btnID) : nullptr;
+        if (btn == nullptr)
+            continue;
+        ClearVisibleInfo(*btn, bits);
+        AddSpBtnsAbove(*btn, spBtns);
+    }
+    PutVisibleInfoOfSpBtnsAbove(spBtns, bits);
+    return true;
+}
+
+bool VCBtnClass::PutVisibleInfoBasedOnRelationOfRecs(const IBnLink& bnLink, const DWORD* recList,
+                                                     DWORD recCountOfList)
+{
+    if (!bnLink.ExistFld(id))
+        return false;
+    const bool toldAbove = display.HasBackReferred();
+    if (btnSelState && !toldAbove)
+        return true; // its own marks stay, and nothing above is to be told
+
+    std::vector<DWORD> backReferred;
+    std::vector<bool> isCollected(btnSelState ? display.GetEndID() : 0);
+    std::array<DWORD, CHUNK_SIZE> cells;
+    for (DWORD done = 0; done < recCountOfList;) {
+        const DWORD count = std::min<DWORD>(recCountOfList - done, CHUNK_SIZE);
+        bnLink.GetBtnIDsOfRecs(id, count, recList + done, cells.data());
+        done += count;
+        if (!btnSelState) {
+            if (toldAbove)
+                display.ShowByRelation(cells.data(), count, backReferred);
+            else
+                display.ShowByRelation(cells.data(), count);
+            continue;
+        }
+        for (DWORD i = 0; i < count; ++i) {
+            if (display.IsBackReferred(cells[i]) && !isCollected[cells[i]]) {
+                isCollected[cells[i]] = true;
+                backReferred.push_back(cells[i]);
+            }
+        }
+    }
+    SpBtnsAbove spBtns;
+    for (const DWORD btnID : backReferred)
+        AddSpBtnsAbove(*FindBtn(btnID), spBtns);
+    PutVisibleInfoOfSpBtnsAbove(spBtns, VISINFO_RELATION);
+    return true;
+}
+
+bool VCBtnClass::PutVisibleInfoOfBtn(VCBtn* btn, unsigned int bits)
+{
+    if (btn == nullptr)
+        return false;
+    // A button that the relation reaches is told to those above it even if nothing hid it itself.
+    if ((GetVisibleInfo(*btn) & bits) == 0 && (bits & VISINFO_RELATION) == 0)
+        return true;
+    ClearVisibleInfo(*btn, bits);
+    SpBtnsAbove spBtns;
+    AddSpBtnsAbove(*btn, spBtns);
+    PutVisibleInfoOfSpBtnsAbove(spBtns, bits);
+    return true;
+}
+
+void VCBtnClass::AddSpBtnsAbove(const VCBtn& btn, SpBtnsAbove& spBtns)
+{
+    if (btn.backReferences == nullptr)
+        return;
+    for (const DWORD spBtnID : btn.backReferences->spBtnIDsInClass)
+        spBtns.emplace_back(this, spBtnID);
+    for (const SBtnClassIDAndBtnID& spBtn : btn.backReferences->spBtnIDsOfOtherClass) {
+        const auto found = refOrgBtnClasses.find(spBtn.btnClassID);
+        if (found != refOrgBtnClasses.end())
+            spBtns.emplace_back(found->second, spBtn.btnID);
+    }
+}
+
+// Goes up through the nesting, across classes, and visits every special button once: not by recursion, which would
+// grow with the depth, and in the order in which they were reached.
+void VCBtnClass::PutVisibleInfoOfSpBtnsAbove(SpBtnsAbove& pending, unsigned int bits)
+{
+    std::set<std::pair<const VCBtnClass*, DWORD>> visited;
+    for (std::size_t i = 0; i < pending.size(); ++i) {
+        VCBtnClass* const btnClass = pending[i].first;
+        const DWORD btnID = pending[i].second;
+        VCBtn* const btn = btnClass->FindBtn(btnID);
+        if (btn == nullptr || !visited.emplace(btnClass, btnID).second)
+            continue;
+        if ((btnClass->GetVisibleInfo(*btn) & bits) == 0 && (bits & VISINFO_RELATION) == 0)
+            continue;
+        btnClass->ClearVisibleInfo(*btn, bits);
+        btnClass->AddSpBtnsAbove(*btn, pending);
+    }
+}
+
+// In selective state a class keeps its relation marks.
+void VCBtnClass::ClearVisibleInfo(VCBtn& btn, unsigned int bits) noexcept
+{
+    const unsigned int cleared = btnSelState ? bits & ~VISINFO_RELATION : bits;
+    if (!display.IsRegistered(btn.id)) {
+        SetOwnVisibleInfo(btn, cleared, false);
+        return;
+    }
+    if ((cleared & VISINFO_RELATION) != 0)
+        display.ShowByRelation(btn.id);
+    if ((cleared & VISINFO_LIMITEDREC) != 0)
+        display.ShowByLimit(btn.id);
+    SetOwnVisibleInfo(btn, cleared & ~(VISINFO_RELATION | VISINFO_LIMITEDREC), false);
+}
+
+unsigned int VCBtnClass::GetVisibleInfo(const VCBtn& btn) const noexcept
+{
+    unsigned int visibleInfo = btn.visibleInfo;
+    if (display.IsHiddenByRelation(btn.id))
+        visibleInfo |= VISINFO_RELATION;
+    if (display.IsHiddenByLimit(btn.id))
+        visibleInfo |= VISINFO_LIMITEDREC;
+    return visibleInfo;
+}
+
+void VCBtnClass::SetOwnVisibleInfo(VCBtn& btn, unsigned int bits, bool set) noexcept
+{
+    btn.visibleInfo = set ? btn.visibleInfo | bits : btn.visibleInfo & ~bits;
+    display.SetHiddenByItself(btn.id, btn.visibleInfo != 0);
+}
+
+void VCBtnClass::AdjstToBackReferences(const VCBtn& btn) noexcept
+{
+    display.SetBackReferred(btn.id, btn.HasBackReferences());
+}
+
+// --- Registry
+
+bool VCBtnClass::RegBtn(std::unique_ptr<VCBtn> btn)
+{
+    const DWORD btnID = btn->id;
+    if (FindBtn(btnID) != nullptr)
+        return false;
+    VCBtn* const borrowed = btn.get();
+    btns.ReserveForInsert();
+    if (SCBUICoreCom::IsSrcBtn(btnID)) {
+        if (btnID >= srcBtnOfID.size())
+            srcBtnOfID.resize(std::size_t{btnID} + 1, nullptr);
+        display.ReserveFor(btnID);
+        srcBtnOfID[btnID] = borrowed;
+        display.Register(btnID);
+        display.SetHiddenByItself(btnID, borrowed->visibleInfo != 0);
+        AdjstToBackReferences(*borrowed);
+    } else {
+        spBtnOfID.emplace(btnID, borrowed);
+    }
+    btns.Insert(btnID, std::move(btn));
+    return true;
+}
+
+VCBtn* VCBtnClass::FindBtn(DWORD btnID) noexcept
+{
+    if (btnID < srcBtnOfID.size())
+        return srcBtnOfID[btnID];
+    if (SCBUICoreCom::IsSrcBtn(btnID))
+        return nullptr;
+    const std::unique_ptr<VCBtn>* const btn = btns.Find(btnID);
+    return btn == nullptr ? nullptr : btn->get();
+}
+
+const VCBtn* VCBtnClass::FindBtn(DWORD btnID) const noexcept
+{
+    return const_cast<VCBtnClass*>(this)->FindBtn(btnID);
+}
+
+const VCBtn& VCBtnClass::GetInsideBtn(DWORD btnID, const char* function, long line) const
+{
+    const VCBtn* const btn = FindBtn(btnID);
+    if (btn == nullptr) {
+        const CFormattedMsg message(SCBUICoreStrDef::MSG_NOTEXIST_INSIDEBTN, {id, btnID});
+        throw ECAbnormalData(message.GetText(), SRC_FILE, function, line);
+    }
+    return *btn;
+}
+
+bool VCBtnClass::InsertBtnInfoToNameOrdList(const VCBtn* btn)
+{
+    if (btn == nullptr)
+        return false;
+    nameOrdList.Insert(btn->GetShownText(), btn->id);
+    return true;
+}
+
+bool VCBtnClass::DeleteBtnInfoFromNameOrdList(const VCBtn* btn) noexcept
+{
+    return btn != nullptr && nameOrdList.Erase(btn->GetShownText(), btn->id);
+}
+
+} // namespace NSKZ::NSKZCore

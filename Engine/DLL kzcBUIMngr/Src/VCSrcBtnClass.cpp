@@ -1,0 +1,177 @@
+#include "VCSrcBtnClass.h"
+
+#include "CBtn.h"
+#include "CEmpValBtn.h"
+#include "IRpLink.h"
+#include "SCKZCoreStrDef.h"
+
+namespace NSKZ::NSKZCore {
+
+VCSrcBtnClass::VCSrcBtnClass(DWORD btnClassID, DWORD srcFldID, const char* empValAlias,
+                             const CSourceDataMngr* srcDataMngrOfEnv, const std::unique_ptr<IRpLink>& rpLinkOfEnv)
+    : VCBtnClass(btnClassID, rpLinkOfEnv), fldID(srcFldID), srcDataMngr(srcDataMngrOfEnv), empValBtnDisp(true),
+      dataBtnNextID(SCBUICoreCom::BTN_ID_NRM_BEGIN)
+{
+    CreateEmpValBtn(empValAlias);
+}
+
+VCSrcBtnClass::~VCSrcBtnClass() = default;
+
+void VCSrcBtnClass::SetDispEmpValBtnInfo(bool disp) noexcept
+{
+    empValBtnDisp = disp;
+    SetOwnVisibleInfo(*FindBtn(SCBUICoreCom::BTN_ID_EMPVAL), VISINFO_EMPVALNODISP, !disp);
+}
+
+void VCSrcBtnClass::ClearOwnFields()
+{
+    empValBtnDisp = true;
+    fldID = 0;
+    srcDataMngr = nullptr;
+    dataBtnNextID = SCBUICoreCom::BTN_ID_NRM_BEGIN;
+    valueToBtnID.Clear();
+}
+
+void VCSrcBtnClass::Clear()
+{
+    VCBtnClass::Clear();
+    ClearOwnFields();
+    CreateEmpValBtn(SCKZCoreStrDef::STR_EMPTY);
+}
+
+void VCSrcBtnClass::ClearOfFixedSpec()
+{
+    VCBtnClass::ClearOfFixedSpec();
+    if (!empValBtnDisp)
+        SetDispEmpValBtnInfo(true);
+}
+
+void VCSrcBtnClass::Copy(const VCBtnClass& other, const std::unique_ptr<IRpLink>& rpLinkOfEnv)
+{
+    if (&other == this)
+        return;
+    const auto& otherSrc = dynamic_cast<const VCSrcBtnClass&>(other);
+    VCBtnClass::Copy(other, rpLinkOfEnv);
+    ClearOwnFields();
+    try {
+        // The keys are texts of the copied buttons, not of the others.
+        for (const auto& entry : otherSrc.valueToBtnID.GetEntries()) {
+            if (const VCBtn* const btn = FindBtn(entry.value))
+                valueToBtnID.Insert(btn->name.get(), entry.value);
+        }
+    } catch (...) {
+        VCBtnClass::Clear();
+        ClearOwnFields();
+        throw;
+    }
+    fldID = otherSrc.fldID;
+    srcDataMngr = otherSrc.srcDataMngr;
+    empValBtnDisp = otherSrc.empValBtnDisp;
+    dataBtnNextID = otherSrc.dataBtnNextID;
+}
+
+bool VCSrcBtnClass::CreateEmpValBtn(const char* alias)
+{
+    auto btn = std::make_unique<CEmpValBtn>(SCBUICoreCom::BTN_ID_EMPVAL);
+    btn->SetAlias(alias);
+    btn->visibleInfo = VISINFO_NOREC | (empValBtnDisp ? 0 : VISINFO_EMPVALNODISP);
+    valueToBtnID.ReserveForInsert();
+    if (!RegBtn(std::move(btn)))
+        return false;
+    valueToBtnID.Insert(nullptr, SCBUICoreCom::BTN_ID_EMPVAL);
+    return true;
+}
+
+bool VCSrcBtnClass::AddRecs(DWORD, DWORD count, const char* const* values, DWORD* outBtnIDs,
+                            TCBtnIDAssArr<DWORD>& counts)
+{
+    counts.Clear();
+    std::vector<DWORD> countOfBtn(dataBtnNextID, 0); // by source identifier
+    const DWORD firstNewID = dataBtnNextID;
+    for (DWORD i = 0; i < count; ++i) {
+        const char* const value = values[i] == nullptr || *values[i] == '\0' ? nullptr : values[i];
+        DWORD btnID = SCBUICoreCom::BTN_ID_EMPVAL;
+        if (value != nullptr) {
+            const DWORD* const found = valueToBtnID.Find(value);
+            if (found != nullptr) {
+                btnID = *found;
+            } else {
+                if (dataBtnNextID > SCBUICoreCom::BTN_ID_NRM_END)
+                    return false;
+                countOfBtn.push_back(0);
+                btnID = dataBtnNextID;
+                CreateDataBtn(value);
+            }
+        }
+        ++countOfBtn[btnID];
+        outBtnIDs[i] = btnID;
+    }
+
+    counts.MakeRoom(dataBtnNextID - 1);
+    for (DWORD btnID = 0; btnID < dataBtnNextID; ++btnID) {
+        if (countOfBtn[btnID] == 0)
+            continue;
+        counts.Set(btnID, countOfBtn[btnID]);
+        if (btnID < firstNewID)
+            BringBtnBack(*FindBtn(btnID));
+    }
+    recCount += count;
+    return true;
+}
+
+void VCSrcBtnClass::CreateDataBtn(const char* value)
+{
+    auto btn = std::make_unique<CBtn>(dataBtnNextID, value);
+    const VCBtn& borrowed = *btn;
+    valueToBtnID.ReserveForInsert();
+    InsertBtnInfoToNameOrdList(&borrowed);
+    try {
+        AdjstAccordingToBtnAppearance(borrowed);
+        try {
+            RegBtn(std::move(btn));
+        } catch (...) {
+            AdjstAccordingToBtnDisappearance(borrowed);
+            throw;
+        }
+    } catch (...) {
+        DeleteBtnInfoFromNameOrdList(&borrowed);
+        throw;
+    }
+    valueToBtnID.Insert(borrowed.name.get(), borrowed.id);
+    ++dataBtnNextID;
+}
+
+void VCSrcBtnClass::BringBtnBack(VCBtn& btn)
+{
+    if ((btn.visibleInfo & VISINFO_NOREC) == 0)
+        return;
+    InsertBtnInfoToNameOrdList(&btn);
+    AdjstAccordingToBtnAppearance(btn);
+    SetOwnVisibleInfo(btn, VISINFO_NOREC, false);
+}
+
+bool VCSrcBtnClass::DeleteRecs(DWORD, DWORD count)
+{
+    for (VCBtn* const btn : srcBtnOfID) {
+        if (btn == nullptr)
+            continue;
+        DWORD left = 0;
+        if ((*rpLink)->GetRecCount(id, btn->id, left) && left != 0)
+            continue;
+        SetOwnVisibleInfo(*btn, VISINFO_NOREC, true);
+        DeleteBtnInfoFromNameOrdList(btn);
+        AdjstAccordingToBtnDisappearance(*btn);
+    }
+    recCount -= count;
+    return true;
+}
+
+void VCSrcBtnClass::AdjstAccordingToBtnAppearance(const VCBtn&)
+{
+}
+
+void VCSrcBtnClass::AdjstAccordingToBtnDisappearance(const VCBtn&) noexcept
+{
+}
+
+} // namespace NSKZ::NSKZCore
