@@ -1,0 +1,57 @@
+#ifndef CBNLINK_ONMEMVER_H
+#define CBNLINK_ONMEMVER_H
+
+#include "CCriticalSection.h"
+#include "CDWORDArray.h"
+#include "IBnLink.h"
+
+namespace NSKZ::NSKZCore {
+
+// IBnLink with every column as one plain array: a cell is two array look-ups away, GetData is one block copy.
+//
+// Where the interface leaves it to the table: InsertRec with a position behind the last row appends, and with
+// a count of 0 does nothing and takes no lock; DeleteRec refuses a stretch that ends behind the last row.
+class CBnLink_OnMemVer : public IBnLink
+{
+public:
+    // An empty table.
+    CBnLink_OnMemVer();
+    CBnLink_OnMemVer(const CBnLink_OnMemVer&) = delete;
+    ~CBnLink_OnMemVer() override;
+
+    bool InsertFld(DWORD btnClassID, DWORD count, const DWORD* btnIDs) override;
+    bool DeleteFld(DWORD btnClassID) override;
+    bool InsertRec(DWORD pos, DWORD count) override;
+    bool DeleteRec(DWORD pos, DWORD count) override;
+    bool SetFldData(DWORD btnClassID, DWORD count, const DWORD* btnIDs) override;
+    bool GetData(DWORD btnClassID, DWORD pos, DWORD count, DWORD* btnIDs) const override;
+    bool GetBtnIDListOfRecList(DWORD btnClassID, DWORD listCount, const DWORD* recNumList,
+                               std::vector<DWORD>& btnIDs) const override;
+    bool GetBtnIDList(DWORD btnClassID, std::vector<DWORD>& btnIDs) const override;
+    DWORD GetRecCount() const override;
+    bool GetBtnID(DWORD btnClassID, DWORD recNum, DWORD& btnID) const override;
+    bool SetData(DWORD btnClassID, DWORD pos, DWORD count, const DWORD* btnIDs) override;
+    void Clear() override;
+    SCBUICoreCom::ELinkTableVerType GetVersionType() const override;
+    bool GetBtnIDsOfRecs(DWORD btnClassID, DWORD listCount, const DWORD* recNumList,
+                         DWORD* btnIDs) const override;
+    bool ExistFld(DWORD btnClassID) const override;
+
+    // Makes this table a copy of another one. On std::bad_alloc it is as it was.
+    virtual CBnLink_OnMemVer& operator=(const CBnLink_OnMemVer& other);
+
+private:
+    // The cells of a class's column; false if it has none.
+    bool FindFld(DWORD btnClassID, DWORD& fld) const noexcept;
+    // Whether the rows pos to pos + count - 1 are all in the table.
+    bool ContainsRecs(DWORD pos, DWORD count) const noexcept;
+
+    DWORD recCount = 0;                  // rows of every column
+    std::vector<DWORD> fldPosOfBtnClass; // by class identifier: 0 no column, else the column's index plus 1
+    std::vector<CDWORDArray> fldList;    // the columns in the order of their insertion
+    CCriticalSection lock;               // held by the operations that change the structure
+};
+
+} // namespace NSKZ::NSKZCore
+
+#endif
