@@ -8,13 +8,13 @@
 
 namespace NSKZ::NSKZCore {
 
-// How far a long operation has come, and the wish to stop it. The operation runs on one thread and writes; the
-// host may read `presentValue` and set `canceled` from another one, or from a signal handler. To be told of every
-// step on the same thread, a host overrides OnProgress.
+// How far a long operation has come, and the wish to stop it. The operation runs on one thread and writes;
+// the host may read `presentValue` and set `canceled` from another one, or from a signal handler. To be told
+// of every step on the same thread, a host overrides OnProgress.
 class KZCCOMMON_API CProgressStatus
 {
 public:
-    // `maxValue`: the value of a process that has reached its end. It must be above 0.
+    // `maxValue`: the value of a process that has reached its end. Throws std::invalid_argument for 0.
     explicit CProgressStatus(DWORD maxValue = 10000);
     virtual ~CProgressStatus();
     CProgressStatus(const CProgressStatus&) = delete;
@@ -23,8 +23,8 @@ public:
     // The range of the running process: presentValue goes from 0 to it.
     DWORD GetMaxValueOfPresentProc() const noexcept;
 
-    // The share of the whole, in percent, that the running process has: 100 at first. Setting one above 100 is
-    // refused with false.
+    // The share of the whole, in percent, that the running process has: 100 at first. Setting one above 100
+    // is refused with false.
     unsigned int GetRatioOfPresentProc() const noexcept;
     bool SetRatioOfPresentProc(unsigned int ratio) noexcept;
 

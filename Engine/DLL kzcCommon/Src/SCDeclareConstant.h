@@ -48,11 +48,11 @@ public:
     // What stands between the elements.
     enum EDateDelimiter : DWORD
     {
-        DATEDELIM_NONE = 0,    // 20240715: two digits each, the year four
-        DATEDELIM_SLASH = 1,   // 2024/7/15
-        DATEDELIM_HYPHEN = 2,  // 2024-7-15
-        DATEDELIM_PERIOD = 3,  // 2024.7.15
-        DATEDELIM_KANJI = 4,   // 2024, then the characters for year, month and day behind their numbers
+        DATEDELIM_NONE = 0,   // 20240715: two digits each, the year four
+        DATEDELIM_SLASH = 1,  // 2024/7/15
+        DATEDELIM_HYPHEN = 2, // 2024-7-15
+        DATEDELIM_PERIOD = 3, // 2024.7.15
+        DATEDELIM_KANJI = 4,  // 2024, then the characters for year, month and day behind their numbers
     };
 
     struct SDateTypeInfo
@@ -75,8 +75,12 @@ public:
         ETimeDataForm form = TIMEFORM_HMS;
     };
 
-    // The lengths, in bytes of Shift-JIS without the NUL, of the shortest and the longest text of a date form.
-    // False, with both untouched, for a form or a delimiter that is none of the above.
+    // The lengths, in bytes of the code page in force (_getmbcp) without the NUL, of the shortest and the
+    // longest text of a date form. Where a delimiter stands between the elements, or a kanji behind each, a
+    // year has two to four digits, a month or day one or two; an era is one letter or two kanji, its year one
+    // or two digits or the one kanji for its first year. Without delimiter every number has its full digits:
+    // the year four, that of an era two (or the kanji). False, with both untouched, for a form or a delimiter
+    // that is none of the above.
     static bool GetDateStrMinAndMaxLen(EDateDataForm form, EDateDelimiter delimiter, unsigned int& minLen,
                                        unsigned int& maxLen) noexcept;
 };

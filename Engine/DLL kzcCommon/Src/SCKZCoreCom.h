@@ -3,9 +3,12 @@
 
 #include "KzcCommonAPI.h"
 
+#include <queue>
+#include <vector>
+
 namespace NSKZ::NSKZCore {
 
-// What all libraries share: merges of record lists, characters with a name.
+// What all libraries share: merges of record lists, numbers as text, characters with a name.
 class KZCCOMMON_API SCKZCoreCom
 {
 public:
@@ -21,18 +24,57 @@ public:
         SPECTYPE_FIXED = 2,  // what a user has decided
     };
 
-    // Record lists are ascending and hold no number twice; nothing checks it. A list may be null where its count
-    // is 0.
+    // Record lists are ascending and hold no number twice; nothing checks it. A list may be null where its
+    // count is 0.
 
-    // Keeps in `list` the numbers that stand in `other` too, in order; sets `count` to their number and returns
-    // it. Cost: linear in the longer list, and logarithmic in it for each number of a much shorter one.
-    static DWORD MergeRecListByANDCnd(DWORD* list, DWORD& count, const DWORD* other, DWORD otherCount) noexcept;
+    // Keeps in `list` the numbers that stand in `other` too, in order; sets `count` to their number and
+    // returns it. Cost: linear in the longer list, and logarithmic in it for each number of a much shorter
+    // one.
+    static DWORD MergeRecListByANDCnd(DWORD* list, DWORD& count, const DWORD* other,
+                                      DWORD otherCount) noexcept;
 
     // Writes the union of `a` and `b` to `out`, a number in both once, and returns its count. `out` overlaps
-    // neither list. It has room for aCount + bCount numbers, or for the union where the caller knows its bound:
-    // nothing is written behind the last number of the union. Linear.
+    // neither list. It has room for aCount + bCount numbers, or for the union where the caller knows its
+    // bound: nothing is written behind the last number of the union. Linear.
     static DWORD MergeRecListByORCnd(const DWORD* a, DWORD aCount, const DWORD* b, DWORD bCount,
                                      DWORD* out) noexcept;
+
+    // Queues of numbers: one is emptied, or put in ascending order. Equal numbers all stay. Sorting throws
+    // std::bad_alloc with the queue unchanged.
+    static void ClearQueueContainer(std::queue<DWORD>& numbers) noexcept;
+    static void SortQueueContainer(std::queue<DWORD>& numbers);
+
+    // Write a number as decimal text with a NUL behind it to `buffer`, which has `size` bytes; `length`
+    // becomes the bytes of the text without the NUL. False, with both untouched, if it does not fit. A double
+    // is written in the shortest text that reads back as the same double, with a point whatever the locale;
+    // an infinity or NaN is refused with false. A DWORD is one of the unsigned types.
+    static bool ConvertNumericValueIntoString(int value, char* buffer, DWORD size, DWORD& length) noexcept;
+    static bool ConvertNumericValueIntoString(unsigned int value, char* buffer, DWORD size,
+                                              DWORD& length) noexcept;
+    static bool ConvertNumericValueIntoString(unsigned long value, char* buffer, DWORD size,
+                                              DWORD& length) noexcept;
+    static bool ConvertNumericValueIntoString(double value, char* buffer, DWORD size, DWORD& length) noexcept;
+
+    // The reverse: the whole of `len` bytes is the text of a number, without blanks or a plus sign; an
+    // unsigned one has digits alone. False, with `value` untouched, for every other text (no text among them)
+    // and for a number that the type cannot hold. A double too small for the type reads as 0.
+    static bool ConvertStringIntoNumericValue(const char* text, DWORD len, unsigned int& value) noexcept;
+    static bool ConvertStringIntoNumericValue(const char* text, DWORD len, unsigned long& value) noexcept;
+    static bool ConvertStringIntoNumericValue(const char* text, DWORD len, double& value) noexcept;
+
+    // Lists as text: the numbers in decimal with `separator`, which is no digit, between them. An empty list
+    // is the empty text. Writing follows ConvertNumericValueIntoString; 11 bytes a number and one more are
+    // always enough. Reading is false, with the list untouched, for a text in which anything else stands, an
+    // empty place among them; else the numbers take the place of what the list held. It throws std::bad_alloc
+    // with the list unchanged. Writing a queue copies it, and throws the same.
+    static bool ConvertNumericValueListIntoString(const std::queue<DWORD>& numbers, char separator,
+                                                  char* buffer, DWORD size, DWORD& length);
+    static bool ConvertNumericValueListIntoString(const std::vector<DWORD>& numbers, char separator,
+                                                  char* buffer, DWORD size, DWORD& length) noexcept;
+    static bool ConvertStringIntoNumericValueList(const char* text, DWORD len, char separator,
+                                                  std::queue<DWORD>& numbers);
+    static bool ConvertStringIntoNumericValueList(const char* text, DWORD len, char separator,
+                                                  std::vector<DWORD>& numbers);
 };
 
 } // namespace NSKZ::NSKZCore

@@ -11,14 +11,14 @@ class KZCCOMMON_API SCNumeric
 public:
     SCNumeric() = delete;
 
-    // Reads `text`, NUL-terminated, as a number: blanks (space, tab) before and behind it, a sign, decimal digits
-    // with at most one point, and an exponent are understood ("-1.5", "+.5", "1e2"). Digits in groups of three
-    // set apart by commas are read as one number ("1,234,567.8"). The decimal separator is always the point,
-    // whatever the locale.
+    // Reads `text`, NUL-terminated, as a number: blanks (space, tab) before and behind it, a sign, decimal
+    // digits with at most one point, and an exponent are understood ("-1.5", "+.5", "1e2"). Digits in groups
+    // of three set apart by commas are read as one number ("1,234,567.8"). The decimal separator is always
+    // the point, whatever the locale.
     //
-    // Returns true and stores the value if the whole text reads so; false, with `value` untouched, for everything
-    // else: null, no digit, text behind the number, hexadecimal, "inf" and "nan" in any spelling, a value too
-    // large for a double. One too small for a double reads as 0. Does not throw.
+    // Returns true and stores the value if the whole text reads so; false, with `value` untouched, for
+    // everything else: null, no digit, text behind the number, hexadecimal, "inf" and "nan" in any spelling,
+    // a value too large for a double. One too small for a double reads as 0. Does not throw.
     static bool AtoF(const char* text, double& value) noexcept;
 };
 

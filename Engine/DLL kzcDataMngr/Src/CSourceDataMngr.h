@@ -1,32 +1,150 @@
 #ifndef CSOURCEDATAMNGR_H
 #define CSOURCEDATAMNGR_H
 
+#include "CFldValueList.h"
 #include "KzcDataMngrAPI.h"
 #include "SCDeclareConstant.h"
 
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace NSKZ::NSKZCore {
 
-class CSourceDataMngr
+// The source table: fields side by side, each with one value a record. A value is a text in the host's code
+// page; the empty text is the empty value. Records are told by their position, from 0; fields by an
+// identifier that stays theirs whatever happens to the others. Identifiers ascend from 1, and one that has
+// been given is not given again by the same table.
+//
+// The engine reads the table through the virtual operations of the first group alone, so a host may put a
+// table of its own in their place. The others fill and change it; the engine is told of a change by its
+// operations for following the source data.
+//
+// A change goes through whole or leaves the table as it was: where it is refused (false) as where memory is
+// exhausted (std::bad_alloc). An operation given an identifier that no field has returns false with its
+// outputs untouched.
+//
+// A copy of a table shares the unchanged fields with it, so it costs a pointer a field. To take a change
+// back, keep a copy made before it and assign it. One thread at a time may use a table and its copies.
+class KZCDATAMNGR_API CSourceDataMngr
 {
 public:
+    // All there is to a field beside its values. `dateTypeInfo` counts where the type is DATATYPE_DATE,
+    // `timeTypeInfo` where it is DATATYPE_TIME. The name is text in the host's code page.
+    struct SFldInfo
+    {
+        std::string name;
+        SCDeclareConstant::SDataSpec spec{SCDeclareConstant::DATAKIND_ITEM, SCDeclareConstant::DATATYPE_TEXT};
+        SCDeclareConstant::SDateTypeInfo dateTypeInfo;
+        SCDeclareConstant::STimeTypeInfo timeTypeInfo;
+    };
+
+    // An empty table. The name for the empty value is made for the code page in force.
+    CSourceDataMngr();
+    CSourceDataMngr(const CSourceDataMngr& other);
+    CSourceDataMngr(CSourceDataMngr&& other);
+    CSourceDataMngr& operator=(const CSourceDataMngr& other);
+    CSourceDataMngr& operator=(CSourceDataMngr&& other) noexcept;
     virtual ~CSourceDataMngr();
+
+    // ---- What the engine reads ----
+
     virtual DWORD GetRecCount() const;
     virtual DWORD GetFldCount() const;
+
+    // Stores the identifiers of all fields in the order of the table, those that are no item among them.
+    // Always true.
     virtual bool GetSrcFrmDataFldID(std::vector<DWORD>& fldIDs) const;
+
     virtual bool GetDataSpec(DWORD fldID, SCDeclareConstant::SDataSpec& spec) const;
+
+    // The bytes that GetData needs for the values of `recCount` records from `firstRec` on: each with its
+    // NUL. `size` is the true number; `size32` the same, or 4294967295 where it does not fit 32 bits, in
+    // which case GetData cannot read the stretch in one call. False if the stretch goes past the end of the
+    // table.
     virtual bool GetDataSize(DWORD fldID, DWORD firstRec, DWORD recCount, DWORD& size32,
                              unsigned long long& size) const;
+
+    // Writes the values of a stretch of records to `buffer`, one behind the other, each with its NUL. For
+    // each record `lengths` gets the bytes of its value without the NUL, and `values` its place in `buffer`;
+    // an empty value is an empty string there, never null. `size32` becomes the bytes written. False, with
+    // everything untouched, if the stretch goes past the end of the table or `bufferSize` is less than
+    // GetDataSize tells. Cost: one block copy and a pointer a record.
     virtual bool GetData(DWORD fldID, DWORD firstRec, DWORD recCount, DWORD& size32, char* buffer,
                          DWORD bufferSize, unsigned short* lengths, char** values) const;
+
+    // The form of a field's dates, or of its times. False for a field of another type.
     virtual bool GetDateTypeInfo(DWORD fldID, SCDeclareConstant::SDateTypeInfo& info) const;
     virtual bool GetTimeTypeInfo(DWORD fldID, SCDeclareConstant::STimeTypeInfo& info) const;
+
+    // The shown name of the empty value; borrowed until it is set.
     virtual const char* GetDefEmpValName() const;
+
+    // The name of a field; borrowed until that field's name or form changes or it is deleted.
     virtual bool GetItemName(DWORD fldID, const char*& name) const;
+
+    // ---- Fields ----
+
+    // Inserts a field before the one at `position`, or behind all others where that is the number of fields,
+    // and stores its identifier. The first field of a table settles the number of its records. False if the
+    // position is greater, if the number of values is not that of the records, if the spec is unset or of an
+    // unknown type, if a form or delimiter is unknown, if the name holds a NUL, or if all identifiers are
+    // used up. Names may be empty and may repeat.
+    bool InsertFld(DWORD position, SFldInfo info, CFldValueList values, DWORD& fldID);
+    // InsertFld behind all others.
+    bool AddFld(SFldInfo info, CFldValueList values, DWORD& fldID);
+
+    // Takes a field out. A table without fields has no records.
+    bool DeleteFld(DWORD fldID);
+
+    // Puts other values in a field's place. False if their number is not that of the records.
+    bool SetFldData(DWORD fldID, CFldValueList values);
+
+    // Changes all there is to a field beside its values: its name, its type, the form of its dates or times.
+    // False where InsertFld would refuse it.
+    bool SetFldInfo(DWORD fldID, SFldInfo info);
+    bool GetFldInfo(DWORD fldID, SFldInfo& info) const;
+
+    // The first field in the order of the table that has this name. False if there is none.
+    bool GetFldIDOfName(std::string_view name, DWORD& fldID) const;
+
+    // A field's values, borrowed until they change; null for an unknown field.
+    const CFldValueList* GetFldData(DWORD fldID) const;
+
+    // ---- Records ----
+
+    // Inserts records before the one at `position`, or behind all others where that is the number of records.
+    // `cells` holds their values record by record, in each a value for every field in the order of the table.
+    // False if the position is greater, if the number of cells is no multiple of the number of fields or
+    // there is no field, if a value is longer than CFldValueList::MAX_VALUE_LEN or holds a NUL, or if there
+    // would be more records than 4294967295. Cost: the whole table is copied once.
+    bool InsertRecs(DWORD position, std::span<const std::string_view> cells);
+
+    // Deletes a stretch of records. False if it goes past the end of the table. Cost: as InsertRecs.
+    bool DeleteRecs(DWORD firstRec, DWORD recCount);
+
+    // ---- The whole ----
+
+    // Sets the shown name of the empty value, text in the host's code page. At first it is "(", the two kanji
+    // for blank, ")".
+    void SetDefEmpValName(const std::string& name);
+
+    // Takes all fields, and with them all records, out.
+    void Clear() noexcept;
+
+private:
+    struct SFld;
+    using CFldPtr = std::shared_ptr<const SFld>;
+
+    const SFld* FindFld(DWORD fldID) const noexcept;
+    std::size_t GetPosOfFld(DWORD fldID) const noexcept;
+
+    std::vector<CFldPtr> flds;
+    DWORD recCount = 0;
+    DWORD nextFldID = 1;
+    std::shared_ptr<const std::string> defEmpValName;
 };
 
 } // namespace NSKZ::NSKZCore

@@ -11,7 +11,8 @@ class KZCSUMMNGR_API SCSMCoreCom
 public:
     SCSMCoreCom() = delete;
 
-    // What is worked out over a list of records. Cells that hold no number, empty ones above all, take no part.
+    // What is worked out over a list of records. Cells that hold no number, empty ones above all, take no
+    // part.
     enum ENumKindOfSum : DWORD
     {
         KINDOFSUM_SUM = 1,   // the sum; 0 over no number

@@ -7,11 +7,8 @@
 
 namespace {
 
-constexpr int CODEPAGE_SHIFTJIS = 932;
-constexpr int CODEPAGE_UTF8 = 65001;
-
 thread_local DWORD lastError = ERROR_SUCCESS;
-std::atomic<int> textCodePage{CODEPAGE_SHIFTJIS};
+std::atomic<int> textCodePage{_KANJI_CP};
 
 bool IsShiftJISLeadByte(unsigned char byte) noexcept
 {
@@ -22,7 +19,7 @@ bool IsShiftJISLeadByte(unsigned char byte) noexcept
 std::size_t GetCharLen(const unsigned char* text, int codePage) noexcept
 {
     std::size_t wanted = 1;
-    if (codePage == CODEPAGE_SHIFTJIS) {
+    if (codePage == _KANJI_CP) {
         wanted = IsShiftJISLeadByte(text[0]) ? 2 : 1;
     } else if (text[0] >= 0xF0 && text[0] <= 0xF4) {
         wanted = 4;
@@ -32,8 +29,7 @@ std::size_t GetCharLen(const unsigned char* text, int codePage) noexcept
         wanted = 2;
     }
     for (std::size_t i = 1; i < wanted; ++i) {
-        const bool follows =
-            codePage == CODEPAGE_SHIFTJIS ? text[i] != 0 : (text[i] & 0xC0) == 0x80;
+        const bool follows = codePage == _KANJI_CP ? text[i] != 0 : (text[i] & 0xC0) == 0x80;
         if (!follows)
             return 1;
     }
@@ -88,7 +84,7 @@ void DeleteCriticalSection(CRITICAL_SECTION* section) noexcept
 
 int _setmbcp(int codePage) noexcept
 {
-    if (codePage != CODEPAGE_SHIFTJIS && codePage != CODEPAGE_UTF8)
+    if (codePage != _KANJI_CP && codePage != CP_UTF8)
         return -1;
     textCodePage = codePage;
     return 0;

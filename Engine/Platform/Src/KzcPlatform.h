@@ -35,9 +35,21 @@ using BYTE = std::uint8_t;
 using WORD = std::uint16_t;
 using DWORD = std::uint32_t;
 
-// Shift-JIS and UTF-8 as _setmbcp and MultiByteToWideChar name them.
+// The code pages that _setmbcp takes: Shift-JIS as Windows has it, and UTF-8.
+constexpr int _KANJI_CP = 932;
+constexpr int CP_UTF8 = 65001;
+
+// Values of the last error.
 constexpr DWORD ERROR_SUCCESS = 0;
+constexpr DWORD ERROR_FILE_NOT_FOUND = 2;
+constexpr DWORD ERROR_PATH_NOT_FOUND = 3;
+constexpr DWORD ERROR_TOO_MANY_OPEN_FILES = 4;
+constexpr DWORD ERROR_ACCESS_DENIED = 5;
 constexpr DWORD ERROR_INVALID_DATA = 13;
+constexpr DWORD ERROR_GEN_FAILURE = 31; // a device fails, or an error that has no value of its own
+constexpr DWORD ERROR_DISK_FULL = 112;
+constexpr DWORD ERROR_FILENAME_EXCED_RANGE = 206;
+constexpr DWORD ERROR_NO_UNICODE_TRANSLATION = 1113; // the bytes are no text of the code page
 
 // The calling thread's last error, as system services leave it. A thread begins with ERROR_SUCCESS.
 KZC_API_EXPORT DWORD GetLastError() noexcept;
@@ -55,7 +67,8 @@ KZC_API_EXPORT void EnterCriticalSection(CRITICAL_SECTION* section) noexcept;
 KZC_API_EXPORT void LeaveCriticalSection(CRITICAL_SECTION* section) noexcept;
 KZC_API_EXPORT void DeleteCriticalSection(CRITICAL_SECTION* section) noexcept;
 
-// Sets the code page of the text operations: 932 or 65001; 0 on success, -1 (and nothing changed) for another.
+// Sets the code page of the text operations: 932 or 65001; 0 on success, -1 (and nothing changed) for
+// another.
 KZC_API_EXPORT int _setmbcp(int codePage) noexcept;
 // The code page in force.
 KZC_API_EXPORT int _getmbcp() noexcept;
@@ -64,8 +77,8 @@ KZC_API_EXPORT int _getmbcp() noexcept;
 // double-byte one by lead byte and trail byte.
 KZC_API_EXPORT int _mbscmp(const unsigned char* left, const unsigned char* right) noexcept;
 
-// Whether the byte at `position`, which lies in the text that starts at `text`, is a byte of a character other
-// than its first: -1 if so, else 0. The walk starts at `text`, so the cost is the distance.
+// Whether the byte at `position`, which lies in the text that starts at `text`, is a byte of a character
+// other than its first: -1 if so, else 0. The walk starts at `text`, so the cost is the distance.
 KZC_API_EXPORT int _ismbstrail(const unsigned char* text, const unsigned char* position) noexcept;
 
 inline int _isnan(double value) noexcept
@@ -77,6 +90,13 @@ inline int _finite(double value) noexcept
     return std::isfinite(value) ? 1 : 0;
 }
 
+#endif
+
+// Marks what of this layer can be called from outside its shared form.
+#if defined(KZCPLATFORM_API_BUILDING)
+#define KZCPLATFORM_API KZC_API_EXPORT
+#else
+#define KZCPLATFORM_API KZC_API_IMPORT
 #endif
 
 #endif
