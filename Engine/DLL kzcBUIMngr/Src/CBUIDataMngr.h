@@ -1,0 +1,348 @@
+#ifndef CBUIDATAMNGR_H
+#define CBUIDATAMNGR_H
+
+#include "CSumValueCacheMngr.h"
+#include "KzcBUIMngrAPI.h"
+#include "SCBUICoreCom.h"
+#include "SCDeclareConstant.h"
+#include "SHierarchyInfo.h"
+#include "SRecordList.h"
+#include "SSelectBtnIDList.h"
+#include "TCBtnIDAssArr.h"
+
+#include <array>
+#include <map>
+#include <memory>
+#include <set>
+#include <vector>
+
+namespace NSKZ::NSKZCore {
+
+class CCoreSumMngr;
+class CProgressStatus;
+class CSourceDataMngr;
+class IBnLink;
+class INumCnd;
+class IRpLink;
+class VCBtnClass;
+
+// One analysis environment over one source table: the whole of the engine as a host sees it.
+//
+// Every item of the table is a button class, every distinct value of it a button; a record is a row, numbered from
+// 0. The host presses buttons (SelectTheBtn, SelectBtns); the environment answers which records they cover
+// (GetTargetRecList), which buttons of the other items stay related (the order lists and displayed lists) and which
+// sums belong to them (GetSumValueCacheMngrObjRef).
+//
+// Identifiers come from the environment and may be stale: an operation that is given one of a class or a button that
+// it does not have returns false (or what it tells as not found) and leaves its outputs untouched. ECAbnormalData
+// comes out where an enumerator or the content of a table is impossible, and the environment is lost then.
+// Exhausted memory arrives as std::bad_alloc; where nothing else is told, a query has changed nothing by then, and
+// after a change that failed so, ClearAllBtnSelections(true) brings the environment back to a clean state.
+//
+// The source table and the sum manager are borrowed and outlive the environment. One thread at a time uses an
+// environment, const operations included: they keep sums and sort lists behind the scenes.
+class KZCBUIMNGR_API CBUIDataMngr
+{
+public:
+    // How the selected buttons decide on the others.
+    enum ERelationMode : DWORD
+    {
+        RELATIONMODE_NONE = 1,       // not at all
+        RELATIONMODE_OR = 2,         // the records of any selected button, one class at a time
+        RELATIONMODE_AND = 3,        // buttons that share a record with every selected one
+        RELATIONMODE_DIFFERENCE = 4, // buttons that go with a standard but not with a target
+        RELATIONMODE_NARROWING = 5,  // classes narrow each other in the order in which they were pressed
+    };
+
+    enum EMthRetOfCreateSrcBtnClses
+    {
+        CREATESRC_OK = 0,
+        CREATESRC_CANCELED = 1,      // the progress status asked to stop
+        CREATESRC_SRCDATA_ERROR = 2, // more fields asked for than there are, or a field's data cannot be read
+        CREATESRC_ID_EXHAUSTED = 3,
+        CREATESRC_BTN_ERROR = 4, // a class could not make its buttons
+    };
+
+    // --- Life
+
+    // An empty environment with the identifier `id` (BUIDATAMNGR_ID_BEGIN to BUIDATAMNGR_ID_END), to be filled from
+    // a saved one. `coreSumMngr` may be null: sums are not to be had then, and SelectBtns answers false after it has
+    // done its work. Throws ECAbnormalData for an unknown version type of a table and ECInaccurateCode for one that
+    // this library does not have.
+    CBUIDataMngr(DWORD id, SCBUICoreCom::ELinkTableVerType bnLinkVerType,
+                 SCBUICoreCom::ELinkTableVerType rpLinkVerType, const CSourceDataMngr& srcDataMngr,
+                 const CCoreSumMngr* coreSumMngr);
+    // An environment with a class for every item of the source table. `progressStatus` may be null; it is told the
+    // way, and may cancel: the classes finished until then stay, and the host learns of it from the status alone.
+    // Throws as above, and what BuildSrcBtnClasses throws. Cost: a hash look-up and a few copies for each cell.
+    CBUIDataMngr(DWORD id, SCBUICoreCom::ELinkTableVerType bnLinkVerType,
+                 SCBUICoreCom::ELinkTableVerType rpLinkVerType, const CSourceDataMngr& srcDataMngr,
+                 const CCoreSumMngr* coreSumMngr, CProgressStatus* progressStatus);
+    virtual ~CBUIDataMngr();
+    CBUIDataMngr& operator=(const CBUIDataMngr&) = delete;
+
+    // Removes what a user added (selections, the limitation, the numeric condition, a hidden empty value) and keeps
+    // what follows from the source data. Aliases, the relation mode and multiple selection stay.
+    void ClearOfFixedSpec();
+
+    // --- Simple members
+
+    DWORD GetID() const noexcept { return id; }
+    // Records of the source table when the environment was built.
+    DWORD GetRecCountOfSrcData() const noexcept { return recCount; }
+    bool HasSrcDataInfo() const noexcept { return srcDataMngr != nullptr; }
+    const CCoreSumMngr* GetCoreSumMngrPtr() const noexcept { return coreSumMngr; }
+    void SetCoreSumMngrPtr(const CCoreSumMngr* coreSumMngrOfHost) noexcept { coreSumMngr = coreSumMngrOfHost; }
+    // The sums of the environment's buttons under the present selection.
+    CSumValueCacheMngr& GetSumValueCacheMngrObjRef() const noexcept { return *sumValueCacheMngr; }
+
+    // The version of the two link tables.
+    SCBUICoreCom::ELinkTableVerType GetVersionTypeOfBnLink() const;
+    SCBUICoreCom::ELinkTableVerType GetVersionTypeOfRpLink() const;
+    // Changes a table's version; the same version leaves the very same table in place. Throws as the constructors do,
+    // with the table in force as it was.
+    void ChangeVersionTypeOfBnLink(SCBUICoreCom::ELinkTableVerType verType);
+    void ChangeVersionTypeOfRpLink(SCBUICoreCom::ELinkTableVerType verType);
+
+    // --- Record limitation and numeric condition
+
+    // Limits the analysis to the listed records: buttons without a record among them are hidden, and every selection
+    // starts from them. `limitedRecList` is ascending without repetition, which is not checked, and is copied;
+    // numbers that are no record are dropped. A count of 0 clears the limitation. Clears all selections and sums.
+    void SetLimitedRecList(const DWORD* limitedRecList, DWORD limitedRecCount);
+    void ClearLimitedRecList();
+    bool IsRecListLimitationExecuted() const noexcept { return recListLimited || numCndRecListLimited; }
+
+    // Keeps a clone of the host's condition in place of the one held; drops all sums. If cloning throws, the held
+    // one stays.
+    void SetNumCnd(const INumCnd& cnd);
+    // Releases it; nothing without one.
+    void ClearNumCnd();
+    // The held condition; false, with null, without one.
+    bool GetNumCnd(const INumCnd*& cnd) const noexcept;
+
+    // --- Target records
+
+    // The records that the environment stands on, ascending: those of the last level in Or and Narrowing; without
+    // one, and in the other modes, the limitation, or else all. `recList` has room for GetRecCountOfSrcData()
+    // numbers. Always true; linear in the result.
+    bool GetTargetRecList(DWORD* recList, DWORD& recListCount) const;
+    // The records against which the class's own buttons are judged: those of the level before the class's own, so
+    // that a class is never narrowed by itself; without a level of its own the same as above. Always true.
+    bool GetTargetRecListOfBtnClass(DWORD btnClassID, DWORD* recList, DWORD& recListCount) const;
+
+    // --- Relation mode and hierarchy
+
+    ERelationMode GetRelationMode() const noexcept { return relationMode; }
+    // A change clears all selections and sums; the same mode changes nothing.
+    void SetRelationMode(ERelationMode mode);
+    bool GetMultiSelectionInfo() const noexcept { return multiSelection; }
+    // Whether a class keeps several selected buttons: off, a press replaces the class's selection. Stores only.
+    void SetMultiSelectionInfo(bool multi) noexcept { multiSelection = multi; }
+    // The depth of the class's level, 0 for the first. False unless the mode is Narrowing and there is one.
+    bool GetHierDepthOfBtnClass(DWORD btnClassID, unsigned int& depth) const;
+    // The levels from the first on: how many, and the class and the count of records of one. False past the end. In
+    // mode And a level holds no records of its own.
+    DWORD GetHierCount() const noexcept { return static_cast<DWORD>(hierarchies.size()); }
+    bool GetHierInfo(DWORD position, DWORD& btnClassID, DWORD& recCountOfLevel) const;
+    // The class and the two buttons of a difference selection, 0 for what is not chosen. False unless the mode is
+    // Difference.
+    bool GetSelBtnsInfoForDiffCnd(DWORD& btnClassID, DWORD& standardBtnID, DWORD& targetBtnID) const;
+
+    // --- Selection
+
+    // Presses (`select` true) or releases a button.
+    bool SelectTheBtn(DWORD btnClassID, DWORD btnID, bool select);
+    // Presses or releases buttons of a class in one step, an identifier once, in first place. Deeper levels are
+    // dissolved; in Or and And a press in another class starts afresh; without multiple selection a press replaces.
+    // Hidden buttons become selected but take part in the relation only with `includeNonDispBtns`. In Difference the
+    // first button is the standard, the second, or the next press in the class, the target; releasing undoes the
+    // target first.
+    //
+    // False for an unknown or ineffective class; for an unknown button, with the changes before it kept; for an empty
+    // list in Difference; and, with everything done, without a sum manager in any mode but None. Cost: the records of
+    // the new level times the items, plus the buttons that come back; nothing is allocated for a record or a button.
+    bool SelectBtns(DWORD btnClassID, const std::vector<DWORD>& btnIDs, bool select, bool includeNonDispBtns);
+    // Restores a whole selection: clears the present one and presses each element in order, which in Narrowing is
+    // the order of the levels. If an element fails, nothing is selected and the answer is false.
+    bool SelectBtns(const std::vector<SSelectBtnIDList>& selectInfo, bool includeNonDispBtns);
+    // Presses or releases all displayed buttons of the class, and if that succeeds sets or clears the selection flag
+    // of every button, hidden ones too. False in mode Difference and for an unknown class, and where SelectBtns is.
+    bool SelectAllBtnsOfBtnClass(DWORD btnClassID, bool select);
+    // Clears the selection of all classes. Without `force` nothing happens unless a class is in selective state.
+    void ClearAllBtnSelections(bool force);
+    // The whole selection, as SelectBtns restores it: in Narrowing an element for each level in order, in Difference
+    // one for the pair, in the other modes one for each class in selective state.
+    void GetAllBtnSelectionInfo(std::vector<SSelectBtnIDList>& selectInfo) const;
+    // Whether any class is in selective state.
+    bool IsBtnSelectiveState() const;
+
+    // The selection of classes as such, independent of buttons: a flag for each, listed in the order in which they
+    // were selected.
+    bool SelectTheBtnClass(DWORD btnClassID, bool select);
+    void GetAllBtnClassSelectionInfo(std::vector<DWORD>& btnClassIDs) const;
+    void ClearAllBtnClassSelections();
+
+    // --- Classes
+
+    // All classes, ascending; without ineffective ones if the flag is false. Returns the count of all classes.
+    DWORD GetAllBtnClassIDList(std::vector<DWORD>& btnClassIDs, bool includeIneffective) const;
+    bool ExistBtnClass(DWORD btnClassID) const;
+    // Whether a class, other than the ignored one, has exactly that name: a source class has the name of its item.
+    bool ExistBtnClass(const char* name, DWORD len) const;
+    bool ExistBtnClass(const char* name, DWORD len, DWORD ignoredBtnClassID) const;
+    bool GetFldID(DWORD btnClassID, DWORD& fldID) const;
+    bool GetBtnClassID(DWORD fldID, DWORD& btnClassID) const;
+    // The class of each field.
+    void GetBtnClassIDCnvObj(std::map<DWORD, DWORD>& btnClassIDsOfFlds) const;
+
+    // --- One class; each is told in VCBtnClass under nearly the same name.
+
+    bool GetTypeOfBtnClass(DWORD btnClassID, SCBUICoreCom::EBtnClassType& type) const;
+    // Whether the class takes part in the analysis.
+    bool GetEffectiveInfoOfBtnClass(DWORD btnClassID, bool& effective) const;
+    bool GetSelectionInfoOfBtnClass(DWORD btnClassID, bool& selected) const;
+    bool GetBtnSelectiveStateOfBtnClass(DWORD btnClassID, bool& state) const;
+    bool GetNewBtnMadeSelStateOfBtnClass(DWORD btnClassID, bool& state) const;
+    bool SetNewBtnMadeSelStateOfBtnClass(DWORD btnClassID, bool state);
+    // Source classes only.
+    bool GetDispEmpValBtnInfoOfBtnClass(DWORD btnClassID, bool& disp) const;
+
+    bool GetBtnCountOfBtnClass(DWORD btnClassID, DWORD& count) const;
+    bool GetSelBtnCountOfBtnClass(DWORD btnClassID, DWORD& count) const;
+    bool GetDispBtnCountOfBtnClass(DWORD btnClassID, DWORD& count) const;
+
+    bool GetBtnAppOrdListOfBtnClass(DWORD btnClassID, unsigned int flags, std::vector<DWORD>& btnIDs) const;
+    bool GetBtnNameOrdListOfBtnClass(DWORD btnClassID, unsigned int flags, std::vector<DWORD>& btnIDs) const;
+    bool GetBtnUnknownOrdListOfBtnClass(DWORD btnClassID, unsigned int flags, const std::vector<DWORD>& order,
+                                        std::vector<DWORD>& btnIDs) const;
+
+    bool GetSelBtnIDListOfBtnClass(DWORD btnClassID, std::vector<DWORD>& btnIDs) const;
+    bool GetDispSelBtnIDListOfBtnClass(DWORD btnClassID, std::vector<DWORD>& btnIDs) const;
+    bool GetDispBtnIDListOfBtnClass(DWORD btnClassID, std::vector<DWORD>& btnIDs) const;
+    bool GetAllBtnIDListOfBtnClass(DWORD btnClassID, std::vector<DWORD>& btnIDs, bool includeIneffective) const;
+
+    bool GetBtnExistInfoOfBtnClass(DWORD btnClassID, DWORD btnID) const;
+    bool GetBtnExistInfoOfBtnClass(DWORD btnClassID, const char* text, DWORD len) const;
+    bool GetBtnExistInfoOfBtnClass(DWORD btnClassID, const char* text, DWORD len, DWORD ignoredBtnID) const;
+
+    // --- One button; likewise.
+
+    bool GetTypeOfBtn(DWORD btnClassID, DWORD btnID, SCBUICoreCom::EBtnType& type) const;
+    bool GetSelectionInfoOfBtn(DWORD btnClassID, DWORD btnID, bool& sel) const;
+    bool GetNameOfBtn(DWORD btnClassID, DWORD btnID, const char*& name) const;
+    bool GetAliasOfBtn(DWORD btnClassID, DWORD btnID, const char*& alias) const;
+    bool SetAliasOfBtn(DWORD btnClassID, DWORD btnID, const char* alias);
+    bool GetVisibleInfoOfBtn(DWORD btnClassID, DWORD btnID, unsigned int& visibleInfo) const;
+    // Whether the button is displayed; false as the result only for an unknown class or button.
+    bool GetVisibleStateOfBtn(DWORD btnClassID, DWORD btnID, bool& visible) const;
+    // Whether the button takes part in the analysis.
+    bool GetEffectiveInfoOfBtn(DWORD btnClassID, DWORD btnID, bool& effective) const;
+
+    // --- Records and buttons
+
+    // The distinct buttons of a source class that the listed records carry, in order of first appearance, straight
+    // from the table. The array has room for as many identifiers as there are records; entries behind the last one
+    // found are 0. Record numbers are below GetRecCountOfSrcData(). An unknown class leaves the output untouched.
+    bool GetBtnIDListThatRelatesToRecListFromBtnClass(DWORD btnClassID, DWORD recListCount, const DWORD* recList,
+                                                      DWORD* btnIDs) const;
+    bool GetBtnIDListThatRelatesToRecListFromBtnClass(DWORD btnClassID, DWORD recListCount, const DWORD* recList,
+                                                      std::vector<DWORD>& btnIDs) const;
+    // The records of one button, ascending, whatever is selected. `recList` has room for GetRecCountOfSrcData()
+    // numbers. A button without records, or one that a source class does not have, gives 0. The second form is given
+    // two work arrays of the same room.
+    bool GetRecListThatRelatesToBtn(DWORD btnClassID, DWORD btnID, DWORD* recList, DWORD& recListCount) const;
+    bool GetRecListThatRelatesToBtn(DWORD btnClassID, DWORD btnID, DWORD* recList, DWORD& recListCount,
+                                    DWORD** workArrays) const;
+    // The union over the listed buttons.
+    bool GetRecListThatRelatesToBtns(DWORD btnClassID, const std::vector<DWORD>& btnIDs, DWORD* recList,
+                                     DWORD& recListCount) const;
+
+private:
+    friend class CSumValueCacheMngr;
+
+    struct SNumCndReleaser
+    {
+        void operator()(INumCnd* cnd) const noexcept;
+    };
+
+    // Life
+    void Clear();
+    bool CreateBnLink(SCBUICoreCom::ELinkTableVerType verType);
+    bool CreateRpLink(SCBUICoreCom::ELinkTableVerType verType);
+    VCBtnClass* FindBtnClass(DWORD btnClassID) const noexcept;
+    template <class TOperation>
+    bool WithBtnClass(DWORD btnClassID, const TOperation& operation) const;
+
+    // Building
+    class CBuildProgress;
+    struct SBuildAreas;
+    EMthRetOfCreateSrcBtnClses CreateSrcBtnClasses(const DWORD* fldIDs, unsigned int fldCount,
+                                                   CProgressStatus* progressStatus);
+    EMthRetOfCreateSrcBtnClses CreateSrcBtnClass(DWORD fldID, SCDeclareConstant::EDataType dataType,
+                                                 SBuildAreas& areas, CBuildProgress& progress);
+    static void BuildRpLinkInfo(const TCBtnIDAssArr<DWORD>& btnRecCounts, const DWORD* btnIDOfRec, DWORD firstRec,
+                                DWORD recCountOfCall, TCBtnIDAssArr<SRecordList>& btnRecLists, DWORD* recArena);
+    bool AdjstSrcDataListToBtnClassType(DWORD fldID, char** srcDataList, const WORD* srcDataLenList,
+                                        DWORD recCountOfCall) const;
+    std::unique_ptr<VCBtnClass> CreateBtnClassBasedOnDataType(SCDeclareConstant::EDataType dataType,
+                                                              DWORD btnClassID, DWORD fldID) const;
+
+    // Selection
+    bool SelectBtnsForDiffCnd(VCBtnClass& btnClass, const std::vector<DWORD>& btnIDs, bool select);
+    bool ExecRelation(SHierarchyInfo* level, DWORD btnClassID, const std::vector<DWORD>& btnIDs, bool select);
+    bool ResetMemberBtnBasedOnTheCnd();
+    void AdjstSumValueCacheToSelectBtn(DWORD btnClassID) const;
+    void AdjstSumValueCacheToClearAllBtnSelections() const;
+
+    // Relation
+    bool ExecRelationByANDCnd(SHierarchyInfo* level, DWORD btnClassID, const std::vector<DWORD>& btnIDs, bool select);
+    bool ExecRelationByORCnd(SHierarchyInfo* level, DWORD btnClassID, const std::vector<DWORD>& btnIDs, bool select);
+    bool ExecRelationByDiffCnd(DWORD btnClassID, DWORD standardBtnID, DWORD targetBtnID);
+    bool ExecNarrowing(SHierarchyInfo* level, DWORD btnClassID, const std::vector<DWORD>& btnIDs, bool select);
+    void IntersectWithLevelBefore(std::size_t position, DWORD* recList, DWORD& recListCount) const;
+    void IntersectWithLimitation(DWORD* recList, DWORD& recListCount) const;
+    bool GetMergedLimitedRecList(DWORD* recList, DWORD& recListCount) const;
+    bool GetLimitationOrAllRecs(DWORD* recList, DWORD& recListCount) const;
+    void ClearHierInfo() noexcept;
+    void SetVisibleInfoBasedOnRelationOfAllBtns(bool show) noexcept;
+    void SetVisibleInfoBasedOnLimitedRecListOfAllBtns(bool show) noexcept;
+    void ResetVisibleInfoBasedOnRelationOfAllBtns();
+    void ResetVisibleInfoBasedOnLimitedRecListOfAllBtns();
+    void DropLimitedRecList() noexcept;
+    void AdjstToLimitation();
+    // Work arrays of recCount entries, made when first needed and kept.
+    DWORD* GetWorkArea(std::size_t number) const;
+
+    DWORD id;
+    bool multiSelection;
+    ERelationMode relationMode;
+    DWORD recCount;
+    std::unique_ptr<IBnLink> bnLink;
+    std::unique_ptr<IRpLink> rpLink;
+    std::vector<DWORD> selBtnClassIDList; // in order of selection
+    std::map<DWORD, std::unique_ptr<VCBtnClass>> btnClasses;
+    std::map<DWORD, DWORD> btnClassIDOfFld;
+    std::map<DWORD, DWORD> fldIDOfBtnClass;
+    std::unique_ptr<INumCnd, SNumCndReleaser> numCnd;
+    const CSourceDataMngr* srcDataMngr;
+    const CCoreSumMngr* coreSumMngr;
+    DWORD nextSrcBtnClassID;
+    std::vector<SHierarchyInfo> hierarchies;
+    DWORD diffBtnClassID;
+    DWORD diffStandardBtnID;
+    DWORD diffTargetBtnID;
+    bool recListLimited;
+    std::unique_ptr<DWORD[]> limitedRecList;
+    DWORD limitedRecCount;
+    bool numCndRecListLimited;
+    std::unique_ptr<DWORD[]> numCndRecList;
+    DWORD numCndRecCount;
+    std::unique_ptr<CSumValueCacheMngr> sumValueCacheMngr;
+    mutable std::array<std::unique_ptr<DWORD[]>, 4> workAreas;
+    mutable DWORD workAreaSize = 0; // entries of each work area that there is
+};
+
+} // namespace NSKZ::NSKZCore
+
+#endif

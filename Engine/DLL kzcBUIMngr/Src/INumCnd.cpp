@@ -1,0 +1,7 @@
+#include "INumCnd.h"
+
+namespace NSKZ::NSKZCore {
+
+INumCnd::~INumCnd() = default;
+
+} // namespace NSKZ::NSKZCore
