@@ -16,7 +16,7 @@ public:
     // `newCount` cells that hold anything. Throws std::bad_alloc on exhaustion or above 4294967295 cells.
     explicit CDWORDArray(std::uint64_t newCount) { Resize(newCount); }
     CDWORDArray(CDWORDArray&& other) noexcept;
-    CDWORDArray& operator=(CDWORDArray&& other) noexcept;
+    CDWORDArray& operator=(CDWORDArray&& other) noexcept; // swaps the two
     ~CDWORDArray();
 
     // A copy of the cells; throws as above.

@@ -14,7 +14,7 @@ public:
     // `message`: a text of SCBUICoreStrDef or SCKZCoreStrDef, its placeholders filled (CFormattedMsg).
     // `file`: the source from "Src/" on, without ending ("Src/CBUIDataMngr"). `function`: the qualified name
     // without arguments. All are copied. Throws std::bad_alloc when memory is exhausted.
-    ECAbnormalData(const char* message, const char* file, const char* function, long line);
+    ECAbnormalData(const char* message, const char* file, const char* function, long lineNum);
     ECAbnormalData(const ECAbnormalData& other) noexcept;
     ECAbnormalData& operator=(const ECAbnormalData& other) noexcept;
     ~ECAbnormalData() override;

@@ -14,7 +14,7 @@ public:
     // Names this class itself as the place.
     ECInaccurateCode();
     // Names the place that throws, as ECAbnormalData does.
-    ECInaccurateCode(const char* file, const char* function, long line);
+    ECInaccurateCode(const char* file, const char* function, long lineNum);
     ECInaccurateCode(const ECInaccurateCode& other) noexcept;
     ECInaccurateCode& operator=(const ECInaccurateCode& other) noexcept;
     ~ECInaccurateCode() override;

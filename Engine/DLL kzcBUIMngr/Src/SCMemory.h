@@ -2,11 +2,12 @@
 #define SCMEMORY_H
 
 #include <cstddef>
+#include <vector>
 
 namespace NSKZ::NSKZCore {
 
-// Where the engine's resizable arrays take their memory from: the C heap, whose blocks can grow in place.
-// Whatever wants to watch these blocks, or to let the heap run dry, puts functions of its own in between.
+// Memory of the engine's resizable arrays. It comes from the C heap, whose blocks can grow in place; whatever
+// wants to watch these blocks, or to let the heap run dry, puts functions of its own in between.
 class SCMemory
 {
 public:
@@ -34,6 +35,15 @@ public:
 
     // Releases a block; null is allowed.
     static void Release(void* block) noexcept;
+
+    // Sees to it that the next element appended to `list` needs no memory. The room grows by a factor, so
+    // that appending one by one stays linear. Throws std::bad_alloc with the list as it was.
+    template <class T>
+    static void ReserveOneMore(std::vector<T>& list)
+    {
+        if (list.size() == list.capacity())
+            list.reserve(list.size() + list.size() / 2 + 1);
+    }
 };
 
 } // namespace NSKZ::NSKZCore

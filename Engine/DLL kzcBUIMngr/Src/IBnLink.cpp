@@ -1,0 +1,7 @@
+#include "IBnLink.h"
+
+namespace NSKZ::NSKZCore {
+
+IBnLink::~IBnLink() = default;
+
+} // namespace NSKZ::NSKZCore

@@ -1,0 +1,7 @@
+#include "IRpLink.h"
+
+namespace NSKZ::NSKZCore {
+
+IRpLink::~IRpLink() = default;
+
+} // namespace NSKZ::NSKZCore

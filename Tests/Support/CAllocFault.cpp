@@ -1,0 +1,171 @@
+#include "Support/CAllocFault.h"
+
+#include "SCMemory.h"
+
+#include <cstdlib>
+
+namespace {
+
+using NSKZ::NSKZCore::SCMemory;
+
+thread_local std::size_t allocCount = 0;
+thread_local std::size_t failingAlloc = 0; // 0: none
+thread_local bool hasFailed = false;
+thread_local std::ptrdiff_t liveBlockCount = 0;
+
+bool IsToFail() noexcept
+{
+    ++allocCount;
+    if (allocCount != failingAlloc)
+        return false;
+    hasFailed = true;
+    return true;
+}
+
+void* AllocateBlock(std::size_t size) noexcept
+{
+    if (IsToFail())
+        return nullptr;
+    void* const block = std::malloc(size == 0 ? 1 : size);
+    if (block != nullptr)
+        ++liveBlockCount;
+    return block;
+}
+
+void* AllocateAlignedBlock(std::size_t size, std::size_t alignment) noexcept
+{
+    if (IsToFail())
+        return nullptr;
+    void* const block = std::aligned_alloc(alignment, (size + alignment - 1) / alignment * alignment);
+    if (block != nullptr)
+        ++liveBlockCount;
+    return block;
+}
+
+void* ReallocateBlock(void* block, std::size_t size) noexcept
+{
+    return IsToFail() ? nullptr : std::realloc(block, size);
+}
+
+void ReleaseBlock(void* block) noexcept
+{
+    if (block != nullptr)
+        --liveBlockCount;
+    std::free(block);
+}
+
+void* OrThrow(void* block)
+{
+    if (block == nullptr)
+        throw std::bad_alloc();
+    return block;
+}
+
+SCMemory::SHooks hooksBefore;
+
+} // namespace
+
+void* operator new(std::size_t size)
+{
+    return OrThrow(AllocateBlock(size));
+}
+void* operator new[](std::size_t size)
+{
+    return OrThrow(AllocateBlock(size));
+}
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept
+{
+    return AllocateBlock(size);
+}
+void* operator new[](std::size_t size, const std::nothrow_t&) noexcept
+{
+    return AllocateBlock(size);
+}
+void* operator new(std::size_t size, std::align_val_t alignment)
+{
+    return OrThrow(AllocateAlignedBlock(size, static_cast<std::size_t>(alignment)));
+}
+void* operator new[](std::size_t size, std::align_val_t alignment)
+{
+    return OrThrow(AllocateAlignedBlock(size, static_cast<std::size_t>(alignment)));
+}
+void operator delete(void* block) noexcept
+{
+    ReleaseBlock(block);
+}
+void operator delete[](void* block) noexcept
+{
+    ReleaseBlock(block);
+}
+void operator delete(void* block, std::size_t) noexcept
+{
+    ReleaseBlock(block);
+}
+void operator delete[](void* block, std::size_t) noexcept
+{
+    ReleaseBlock(block);
+}
+void operator delete(void* block, const std::nothrow_t&) noexcept
+{
+    ReleaseBlock(block);
+}
+void operator delete[](void* block, const std::nothrow_t&) noexcept
+{
+    ReleaseBlock(block);
+}
+void operator delete(void* block, std::align_val_t) noexcept
+{
+    ReleaseBlock(block);
+}
+void operator delete[](void* block, std::align_val_t) noexcept
+{
+    ReleaseBlock(block);
+}
+void operator delete(void* block, std::size_t, std::align_val_t) noexcept
+{
+    ReleaseBlock(block);
+}
+void operator delete[](void* block, std::size_t, std::align_val_t) noexcept
+{
+    ReleaseBlock(block);
+}
+
+namespace NSKZ::NSKZCore {
+
+CAllocFault::CAllocFault() noexcept
+{
+    hooksBefore = SCMemory::SetHooks({AllocateBlock, ReallocateBlock, ReleaseBlock});
+    allocCount = 0;
+    liveBlockCount = 0;
+}
+
+CAllocFault::~CAllocFault()
+{
+    Disarm();
+    SCMemory::SetHooks(hooksBefore);
+}
+
+void CAllocFault::Arm(std::size_t nth) noexcept
+{
+    allocCount = 0;
+    hasFailed = false;
+    failingAlloc = nth;
+}
+
+bool CAllocFault::Disarm() noexcept
+{
+    failingAlloc = 0;
+    return hasFailed;
+}
+
+std::size_t CAllocFault::GetAllocCount() const noexcept
+{
+    return allocCount;
+}
+
+std::ptrdiff_t CAllocFault::GetLiveBlockCount() const noexcept
+{
+    return liveBlockCount;
+}
+
+} // namespace NSKZ::NSKZCore

@@ -1,0 +1,62 @@
+#ifndef CALLOCFAULT_H
+#define CALLOCFAULT_H
+
+#include <cstddef>
+#include <new>
+
+namespace NSKZ::NSKZCore {
+
+// Lets memory run dry at a chosen allocation of the calling thread, and counts what is allocated. Operator
+// new and the heap of the engine's resizable arrays (SCMemory) count in one sequence. Linking this class
+// replaces the global operator new; nothing fails unless an object of it has been armed. One object at a
+// time.
+class CAllocFault
+{
+public:
+    CAllocFault() noexcept;
+    ~CAllocFault(); // disarms
+    CAllocFault(const CAllocFault&) = delete;
+    CAllocFault& operator=(const CAllocFault&) = delete;
+
+    // The `nth` allocation from now on, counted from 1, fails, and no other. The count of allocations starts
+    // at 0.
+    void Arm(std::size_t nth) noexcept;
+    // No allocation fails. Returns whether one had.
+    bool Disarm() noexcept;
+    // How many allocations and reallocations there have been since the last Arm or the start.
+    std::size_t GetAllocCount() const noexcept;
+    // Blocks allocated less blocks released since the start: what an operation leaks stays in the difference.
+    std::ptrdiff_t GetLiveBlockCount() const noexcept;
+
+    // Calls test(attempt) once for each allocation that an operation makes, that one failing, and once more
+    // with none failing. `test` prepares, calls attempt(operation) and looks at what it says: true if the
+    // operation came to its end, which it may in spite of a failure, false if it ended in std::bad_alloc.
+    // Returns how many allocations failed.
+    template <class TTest>
+    std::size_t FailEachInTurn(TTest&& test)
+    {
+        for (std::size_t nth = 1;; ++nth) {
+            bool hadFailure = false;
+            test([&](auto&& operation) {
+                bool completed = false;
+                Arm(nth);
+                try {
+                    operation();
+                    completed = true;
+                } catch (const std::bad_alloc&) {
+                } catch (...) {
+                    Disarm();
+                    throw;
+                }
+                hadFailure = Disarm();
+                return completed;
+            });
+            if (!hadFailure)
+                return nth - 1;
+        }
+    }
+};
+
+} // namespace NSKZ::NSKZCore
+
+#endif
