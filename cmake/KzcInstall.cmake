@@ -14,4 +14,5 @@ write_basic_package_version_file("${CMAKE_CURRENT_BINARY_DIR}/kzcBUIMngrConfigVe
   COMPATIBILITY SameMajorVersion)
 install(FILES "${CMAKE_CURRENT_BINARY_DIR}/kzcBUIMngrConfig.cmake"
               "${CMAKE_CURRENT_BINARY_DIR}/kzcBUIMngrConfigVersion.cmake"
+              "${CMAKE_CURRENT_LIST_DIR}/FindLibCSV.cmake"
   DESTINATION "${CMAKE_INSTALL_LIBDIR}/cmake/kzcBUIMngr")

@@ -55,3 +55,13 @@ function(kzc_add_library NAME DIR API)
   endforeach()
   install(FILES ${headers} DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/kzc/${NAME}")
 endfunction()
+
+# kzc_link_outer_library(NAME LIBRARY): gives both flavours of kzc::NAME a library that is not of this project.
+# Its headers stay inside: what uses kzc::NAME links it without seeing them.
+function(kzc_link_outer_library NAME LIBRARY)
+  target_link_libraries(kzc${NAME}_objects PRIVATE ${LIBRARY})
+  target_link_libraries(kzc${NAME} PRIVATE ${LIBRARY})
+  if(TARGET kzc${NAME}_shared)
+    target_link_libraries(kzc${NAME}_shared PRIVATE ${LIBRARY})
+  endif()
+endfunction()

@@ -59,4 +59,43 @@ public:
 
 } // namespace NSKZ::NSKZCore
 
+namespace NSKZ::Test {
+
+// Runs an operation with its first allocation failing, then its second, until it gets through with none failing.
+// `prepare` makes what the operation works on; `operate(subject)` runs it; `prove(subject)` is called whenever an
+// allocation failed and looks whether all is as it was. Returns the number of failures, or -1 if an exception other
+// than std::bad_alloc came out, a failure was swallowed, or memory was lost.
+template <class TPrepare, class TOperate, class TProve>
+int FailEveryAllocation(TPrepare prepare, TOperate operate, TProve prove)
+{
+    for (std::size_t nth = 1;; ++nth) {
+        NSKZ::NSKZCore::CAllocFault fault;
+        bool failed = false;
+        bool thrown = false;
+        {
+            auto subject = prepare();
+            try {
+                fault.Arm(nth);
+                try {
+                    operate(subject);
+                } catch (const std::bad_alloc&) {
+                    thrown = true;
+                }
+                failed = fault.Disarm();
+            } catch (...) {
+                fault.Disarm();
+                return -1;
+            }
+            if (thrown)
+                prove(subject);
+        }
+        if (failed != thrown || fault.GetLiveBlockCount() != 0)
+            return -1;
+        if (!failed)
+            return static_cast<int>(nth - 1);
+    }
+}
+
+} // namespace NSKZ::Test
+
 #endif

@@ -1,7 +1,14 @@
 #include "SCKZCoreCom.h"
 
+#include "SCNumeric.h"
+
 #include <algorithm>
+#include <charconv>
+#include <cmath>
 #include <cstring>
+#include <deque>
+#include <system_error>
+#include <utility>
 
 namespace NSKZ::NSKZCore {
 
@@ -18,9 +25,50 @@ DWORD CopyRecs(DWORD* out, const DWORD* recs, DWORD count) noexcept
     return count;
 }
 
+template <typename TNumber>
+bool WriteNumber(TNumber value, char* buffer, DWORD size, DWORD& length) noexcept
+{
+    // Written apart first: where it does not fit, the buffer stays as it was.
+    char text[32];
+    const std::to_chars_result result = std::to_chars(text, text + sizeof text, value);
+    const std::size_t len = static_cast<std::size_t>(result.ptr - text);
+    if (result.ec != std::errc() || len >= size)
+        return false;
+    std::memcpy(buffer, text, len);
+    buffer[len] = '\0';
+    length = static_cast<DWORD>(len);
+    return true;
+}
+
+template <typename TUnsigned>
+bool ReadUnsigned(const char* text, DWORD len, TUnsigned& value) noexcept
+{
+    TUnsigned read = 0;
+    const std::from_chars_result result = std::from_chars(text, text + len, read);
+    if (result.ec != std::errc() || result.ptr != text + len)
+        return false;
+    value = read;
+    return true;
+}
+
+std::vector<DWORD> CopyQueue(std::queue<DWORD> numbers)
+{
+    std::vector<DWORD> copy;
+    copy.reserve(numbers.size());
+    for (; !numbers.empty(); numbers.pop())
+        copy.push_back(numbers.front());
+    return copy;
+}
+
+std::queue<DWORD> MakeQueue(const std::vector<DWORD>& numbers)
+{
+    return std::queue<DWORD>(std::deque<DWORD>(numbers.begin(), numbers.end()));
+}
+
 } // namespace
 
-DWORD SCKZCoreCom::MergeRecListByANDCnd(DWORD* list, DWORD& count, const DWORD* other, DWORD otherCount) noexcept
+DWORD SCKZCoreCom::MergeRecListByANDCnd(DWORD* list, DWORD& count, const DWORD* other,
+                                        DWORD otherCount) noexcept
 {
     DWORD kept = 0;
     if (otherCount / SEARCH_RATIO >= count) {
@@ -76,6 +124,111 @@ DWORD SCKZCoreCom::MergeRecListByORCnd(const DWORD* a, DWORD aCount, const DWORD
     written += CopyRecs(out + written, a + i, aCount - i);
     written += CopyRecs(out + written, b + j, bCount - j);
     return written;
+}
+
+void SCKZCoreCom::ClearQueueContainer(std::queue<DWORD>& numbers) noexcept
+{
+    while (!numbers.empty())
+        numbers.pop();
+}
+
+void SCKZCoreCom::SortQueueContainer(std::queue<DWORD>& numbers)
+{
+    std::vector<DWORD> sorted = CopyQueue(numbers);
+    std::sort(sorted.begin(), sorted.end());
+    MakeQueue(sorted).swap(numbers);
+}
+
+bool SCKZCoreCom::ConvertNumericValueIntoString(int value, char* buffer, DWORD size, DWORD& length) noexcept
+{
+    return WriteNumber(value, buffer, size, length);
+}
+
+bool SCKZCoreCom::ConvertNumericValueIntoString(unsigned int value, char* buffer, DWORD size,
+                                                DWORD& length) noexcept
+{
+    return WriteNumber(value, buffer, size, length);
+}
+
+bool SCKZCoreCom::ConvertNumericValueIntoString(unsigned long value, char* buffer, DWORD size,
+                                                DWORD& length) noexcept
+{
+    return WriteNumber(value, buffer, size, length);
+}
+
+bool SCKZCoreCom::ConvertNumericValueIntoString(double value, char* buffer, DWORD size,
+                                                DWORD& length) noexcept
+{
+    return std::isfinite(value) && WriteNumber(value, buffer, size, length);
+}
+
+bool SCKZCoreCom::ConvertStringIntoNumericValue(const char* text, DWORD len, unsigned int& value) noexcept
+{
+    return ReadUnsigned(text, len, value);
+}
+
+bool SCKZCoreCom::ConvertStringIntoNumericValue(const char* text, DWORD len, unsigned long& value) noexcept
+{
+    return ReadUnsigned(text, len, value);
+}
+
+bool SCKZCoreCom::ConvertStringIntoNumericValue(const char* text, DWORD len, double& value) noexcept
+{
+    return SCNumeric::ReadDecimal(text, len, value);
+}
+
+bool SCKZCoreCom::ConvertNumericValueListIntoString(const std::queue<DWORD>& numbers, char separator,
+                                                    char* buffer, DWORD size, DWORD& length)
+{
+    return ConvertNumericValueListIntoString(CopyQueue(numbers), separator, buffer, size, length);
+}
+
+bool SCKZCoreCom::ConvertNumericValueListIntoString(const std::vector<DWORD>& numbers, char separator,
+                                                    char* buffer, DWORD size, DWORD& length) noexcept
+{
+    DWORD written = 0;
+    for (std::size_t i = 0; i < numbers.size(); ++i) {
+        if (i != 0 && written < size)
+            buffer[written++] = separator;
+        DWORD len = 0;
+        if (!WriteNumber(numbers[i], buffer + written, size - written, len))
+            return false;
+        written += len;
+    }
+    if (written == size)
+        return false;
+    buffer[written] = '\0';
+    length = written;
+    return true;
+}
+
+bool SCKZCoreCom::ConvertStringIntoNumericValueList(const char* text, DWORD len, char separator,
+                                                    std::queue<DWORD>& numbers)
+{
+    std::vector<DWORD> read;
+    if (!ConvertStringIntoNumericValueList(text, len, separator, read))
+        return false;
+    MakeQueue(read).swap(numbers);
+    return true;
+}
+
+bool SCKZCoreCom::ConvertStringIntoNumericValueList(const char* text, DWORD len, char separator,
+                                                    std::vector<DWORD>& numbers)
+{
+    std::vector<DWORD> read;
+    if (len != 0) {
+        const char* const end = text + len;
+        for (const char* number = text;; ++number) {
+            const char* const numberEnd = std::find(number, end, separator);
+            if (!ReadUnsigned(number, static_cast<DWORD>(numberEnd - number), read.emplace_back()))
+                return false;
+            number = numberEnd;
+            if (number == end)
+                break;
+        }
+    }
+    numbers = std::move(read);
+    return true;
 }
 
 } // namespace NSKZ::NSKZCore

@@ -63,10 +63,12 @@ public:
     static bool ConvertStringIntoNumericValue(const char* text, DWORD len, double& value) noexcept;
 
     // Lists as text: the numbers in decimal with `separator`, which is no digit, between them. An empty list
-    // is the empty text. Writing follows ConvertNumericValueIntoString; 11 bytes a number and one more are
-    // always enough. Reading is false, with the list untouched, for a text in which anything else stands, an
-    // empty place among them; else the numbers take the place of what the list held. It throws std::bad_alloc
-    // with the list unchanged. Writing a queue copies it, and throws the same.
+    // is the empty text. Writing puts a NUL behind the text, and `length` becomes its bytes without the NUL;
+    // 11 bytes a number and one more are always enough. It is false, with `length` untouched and what stands
+    // in `buffer` of no use, if the text does not fit. Writing a queue copies it first and may throw
+    // std::bad_alloc. Reading is false, with the list untouched, for a text in which anything else stands, an
+    // empty place among them; else its numbers take the place of what the list held. It throws std::bad_alloc
+    // with the list unchanged.
     static bool ConvertNumericValueListIntoString(const std::queue<DWORD>& numbers, char separator,
                                                   char* buffer, DWORD size, DWORD& length);
     static bool ConvertNumericValueListIntoString(const std::vector<DWORD>& numbers, char separator,

@@ -15,8 +15,7 @@ struct VECException::STexts
 VECException::VECException(const char* kind, const char* message, const char* file, const char* function,
                            long lineNum)
     : texts(std::make_shared<STexts>(STexts{kind, message, file, function})), line(lineNum)
-{
-}
+{}
 
 VECException::VECException(const VECException& other) noexcept = default;
 VECException& VECException::operator=(const VECException& other) noexcept = default;

@@ -3,7 +3,7 @@
 
 #include "ECSVLoadError.h"
 #include "KzcDataMngrAPI.h"
-#include "SCDeclareConstant.h"
+#include "SCFldType.h"
 
 #include <string>
 #include <string_view>
@@ -36,15 +36,6 @@ class CSourceDataMngr;
 class KZCDATAMNGR_API CCSVLoader
 {
 public:
-    // The type of a field.
-    struct SFldType
-    {
-        SCDeclareConstant::EDataType dataType = SCDeclareConstant::DATATYPE_TEXT;
-        bool hasForm = false; // whether the form for a date or time is given; else it follows from the values
-        SCDeclareConstant::SDateTypeInfo dateTypeInfo;
-        SCDeclareConstant::STimeTypeInfo timeTypeInfo;
-    };
-
     // The file's encoding is told by its content: UTF-8 where it has a byte-order mark or is valid UTF-8,
     // else 932 where it is valid in that. One that is neither is refused.
     static constexpr int CODEPAGE_AUTO = 0;
@@ -60,38 +51,20 @@ public:
         // More records (the header is none) are refused.
         DWORD maxRecCount = 4294967295;
         // Types by field name, in the code page in force. Of two for one field the latter counts. A field
-        // without one gets its type from its values:
-        // - number, if all that are not empty read as numbers (SCNumeric::AtoF) and none has a zero before
-        // another
-        //   digit, as codes have;
-        // - date, if all are real days in one order with one delimiter out of slash, hyphen, period or (year
-        // first)
-        //   the kanji for year, month and day; the year has four digits. Where several orders fit,
-        //   year-month-day goes before month-day-year before day-month-year;
-        // - time, if all are hours and two-digit minutes of a day, or all have two-digit seconds too;
-        // - text, if none of these or there is no value at all.
-        std::vector<std::pair<std::string, SFldType>> types;
+        // without one gets what SCFldType::Infer finds, a date or time without a form what
+        // SCFldType::SettleForm finds.
+        std::vector<std::pair<std::string, SCFldType::SFldType>> types;
     };
 
     // Throws std::invalid_argument for a code page or delimiter other than told above.
     explicit CCSVLoader(SOptions options);
 
     // Read a file, named in the host's code page with `\` or `/` as separator, or a piece of memory, which
-    // `name` names in errors. On success its fields and records stand in `table` in place of what it held;
-    // the name for the empty value stays. Throw ECSVLoadError, and std::bad_alloc, with `table` as it was.
+    // `name`, in the same code page, names in errors. On success its fields and records stand in `table` in
+    // place of what it held, with new identifiers; the name for the empty value stays. Throw ECSVLoadError,
+    // and std::bad_alloc, with `table` as it was.
     void LoadFile(const char* path, CSourceDataMngr& table) const;
     void LoadMemory(std::string_view content, const char* name, CSourceDataMngr& table) const;
-
-    // Reads the text of a type:
-    // - "text", "number"
-    // - "date", "date:ORDER-DELIMITER": ORDER one of ymd, mdy, dmy, ym, md, jymd (with a Japanese era), y;
-    // DELIMITER
-    //   one of none, slash, hyphen, period, kanji: "date:ymd-hyphen", "date:y-none"
-    // - "time", "time:FORM": FORM one of hms, hm, hms-12, hm-12 (with morning or afternoon)
-    // A date or time without a form gets the one in which most values of the field read, preferred as told
-    // above; ymd-hyphen or hms where none does. False, with `type` untouched, for any other text. Does not
-    // throw.
-    static bool ParseFldType(std::string_view text, SFldType& type) noexcept;
 
 private:
     SOptions options;

@@ -44,7 +44,7 @@ public:
     // An empty table. The name for the empty value is made for the code page in force.
     CSourceDataMngr();
     CSourceDataMngr(const CSourceDataMngr& other);
-    CSourceDataMngr(CSourceDataMngr&& other);
+    CSourceDataMngr(CSourceDataMngr&& other) noexcept;
     CSourceDataMngr& operator=(const CSourceDataMngr& other);
     CSourceDataMngr& operator=(CSourceDataMngr&& other) noexcept;
     virtual ~CSourceDataMngr();

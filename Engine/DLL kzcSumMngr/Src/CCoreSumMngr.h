@@ -47,7 +47,7 @@ public:
 private:
     // The numbers of a field by record; NaN where there is none.
     const std::vector<double>* GetNumbers(DWORD fldID) const;
-    std::vector<double> ReadNumbers(DWORD fldID) const;
+    bool ReadNumbers(DWORD fldID, std::vector<double>& numbers) const;
 
     const CSourceDataMngr& srcDataMngr;
     mutable std::map<DWORD, std::vector<double>> numbersOfFld; // of the fields asked for so far

@@ -1,0 +1,316 @@
+#include "CSourceDataMngr.h"
+
+#include "SCCodePageText.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <limits>
+#include <utility>
+
+namespace NSKZ::NSKZCore {
+
+// A field never changes: what takes its place is another object.
+struct CSourceDataMngr::SFld
+{
+    DWORD fldID;
+    SFldInfo info;
+    std::shared_ptr<const CFldValueList> values;
+
+    // The same field with other values.
+    CFldPtr CopyWith(CFldValueList&& others) const
+    {
+        auto held = std::make_shared<const CFldValueList>(std::move(others));
+        return std::make_shared<const SFld>(SFld{fldID, info, std::move(held)});
+    }
+};
+
+namespace {
+
+constexpr DWORD MAX_DWORD = std::numeric_limits<DWORD>::max();
+
+std::shared_ptr<const std::string> MakeDefEmpValName()
+{
+    constexpr std::string_view UTF8_NAME = "(\xE7\xA9\xBA\xE7\x99\xBD)"; // (空白)
+    std::string name;
+    std::size_t errorPos = 0;
+    SCCodePageText::Convert(UTF8_NAME, CP_UTF8, _getmbcp(), name, errorPos);
+    return std::make_shared<const std::string>(std::move(name));
+}
+
+bool IsAcceptable(const CSourceDataMngr::SFldInfo& info) noexcept
+{
+    return info.spec.dataKind != SCDeclareConstant::UNSETTING &&
+           info.spec.dataType <= SCDeclareConstant::DATATYPE_TIME &&
+           info.dateTypeInfo.form <= SCDeclareConstant::DATEFORM_Y &&
+           info.dateTypeInfo.delimiter <= SCDeclareConstant::DATEDELIM_KANJI &&
+           info.timeTypeInfo.form <= SCDeclareConstant::TIMEFORM_HM_12 &&
+           info.name.find('\0') == std::string::npos;
+}
+
+bool IsWithin(DWORD first, DWORD count, DWORD total) noexcept
+{
+    return first <= total && count <= total - first;
+}
+
+} // namespace
+
+CSourceDataMngr::CSourceDataMngr() : defEmpValName(MakeDefEmpValName()) {}
+
+CSourceDataMngr::CSourceDataMngr(const CSourceDataMngr& other) = default;
+
+// What is moved from stays a table, without fields, so its name for the empty value is kept.
+CSourceDataMngr::CSourceDataMngr(CSourceDataMngr&& other) noexcept
+    : flds(std::move(other.flds)), recCount(other.recCount), nextFldID(other.nextFldID),
+      defEmpValName(other.defEmpValName)
+{
+    other.Clear();
+}
+
+CSourceDataMngr& CSourceDataMngr::operator=(const CSourceDataMngr& other)
+{
+    return *this = CSourceDataMngr(other);
+}
+
+CSourceDataMngr& CSourceDataMngr::operator=(CSourceDataMngr&& other) noexcept
+{
+    if (this != &other) {
+        flds = std::move(other.flds);
+        recCount = other.recCount;
+        nextFldID = other.nextFldID;
+        defEmpValName = other.defEmpValName;
+        other.Clear();
+    }
+    return *this;
+}
+
+CSourceDataMngr::~CSourceDataMngr() = default;
+
+DWORD CSourceDataMngr::GetRecCount() const
+{
+    return recCount;
+}
+
+DWORD CSourceDataMngr::GetFldCount() const
+{
+    return static_cast<DWORD>(flds.size());
+}
+
+bool CSourceDataMngr::GetSrcFrmDataFldID(std::vector<DWORD>& fldIDs) const
+{
+    std::vector<DWORD> inOrder;
+    inOrder.reserve(flds.size());
+    for (const CFldPtr& fld : flds)
+        inOrder.push_back(fld->fldID);
+    fldIDs.swap(inOrder);
+    return true;
+}
+
+bool CSourceDataMngr::GetDataSpec(DWORD fldID, SCDeclareConstant::SDataSpec& spec) const
+{
+    const SFld* const fld = FindFld(fldID);
+    if (fld == nullptr)
+        return false;
+    spec = fld->info.spec;
+    return true;
+}
+
+bool CSourceDataMngr::GetDataSize(DWORD fldID, DWORD firstRec, DWORD count, DWORD& size32,
+                                  unsigned long long& size) const
+{
+    const SFld* const fld = FindFld(fldID);
+    if (fld == nullptr || !IsWithin(firstRec, count, recCount))
+        return false;
+    size = fld->values->GetSize(firstRec, count);
+    size32 = static_cast<DWORD>(std::min<unsigned long long>(size, MAX_DWORD));
+    return true;
+}
+
+bool CSourceDataMngr::GetData(DWORD fldID, DWORD firstRec, DWORD count, DWORD& size32, char* buffer,
+                              DWORD bufferSize, unsigned short* lengths, char** values) const
+{
+    const SFld* const fld = FindFld(fldID);
+    if (fld == nullptr || !IsWithin(firstRec, count, recCount))
+        return false;
+    const unsigned long long size = fld->values->GetSize(firstRec, count);
+    if (size > bufferSize)
+        return false;
+    fld->values->Read(firstRec, count, buffer, lengths, values);
+    size32 = static_cast<DWORD>(size);
+    return true;
+}
+
+bool CSourceDataMngr::GetDateTypeInfo(DWORD fldID, SCDeclareConstant::SDateTypeInfo& info) const
+{
+    const SFld* const fld = FindFld(fldID);
+    if (fld == nullptr || fld->info.spec.dataType != SCDeclareConstant::DATATYPE_DATE)
+        return false;
+    info = fld->info.dateTypeInfo;
+    return true;
+}
+
+bool CSourceDataMngr::GetTimeTypeInfo(DWORD fldID, SCDeclareConstant::STimeTypeInfo& info) const
+{
+    const SFld* const fld = FindFld(fldID);
+    if (fld == nullptr || fld->info.spec.dataType != SCDeclareConstant::DATATYPE_TIME)
+        return false;
+    info = fld->info.timeTypeInfo;
+    return true;
+}
+
+const char* CSourceDataMngr::GetDefEmpValName() const
+{
+    return defEmpValName->c_str();
+}
+
+bool CSourceDataMngr::GetItemName(DWORD fldID, const char*& name) const
+{
+    const SFld* const fld = FindFld(fldID);
+    if (fld == nullptr)
+        return false;
+    name = fld->info.name.c_str();
+    return true;
+}
+
+bool CSourceDataMngr::InsertFld(DWORD position, SFldInfo info, CFldValueList values, DWORD& fldID)
+{
+    if (position > flds.size() || !IsAcceptable(info) || nextFldID == MAX_DWORD ||
+        (!flds.empty() && values.GetCount() != recCount))
+        return false;
+    auto held = std::make_shared<const CFldValueList>(std::move(values));
+    auto fld = std::make_shared<const SFld>(SFld{nextFldID, std::move(info), std::move(held)});
+    flds.reserve(flds.size() + 1);
+
+    recCount = fld->values->GetCount();
+    flds.insert(flds.begin() + static_cast<std::ptrdiff_t>(position), std::move(fld));
+    fldID = nextFldID++;
+    return true;
+}
+
+bool CSourceDataMngr::AddFld(SFldInfo info, CFldValueList values, DWORD& fldID)
+{
+    return InsertFld(GetFldCount(), std::move(info), std::move(values), fldID);
+}
+
+bool CSourceDataMngr::DeleteFld(DWORD fldID)
+{
+    const std::size_t pos = GetPosOfFld(fldID);
+    if (pos == flds.size())
+        return false;
+    flds.erase(flds.begin() + static_cast<std::ptrdiff_t>(pos));
+    if (flds.empty())
+        recCount = 0;
+    return true;
+}
+
+bool CSourceDataMngr::SetFldData(DWORD fldID, CFldValueList values)
+{
+    const std::size_t pos = GetPosOfFld(fldID);
+    if (pos == flds.size() || values.GetCount() != recCount)
+        return false;
+    flds[pos] = flds[pos]->CopyWith(std::move(values));
+    return true;
+}
+
+bool CSourceDataMngr::SetFldInfo(DWORD fldID, SFldInfo info)
+{
+    const std::size_t pos = GetPosOfFld(fldID);
+    if (pos == flds.size() || !IsAcceptable(info))
+        return false;
+    flds[pos] = std::make_shared<const SFld>(SFld{fldID, std::move(info), flds[pos]->values});
+    return true;
+}
+
+bool CSourceDataMngr::GetFldInfo(DWORD fldID, SFldInfo& info) const
+{
+    const SFld* const fld = FindFld(fldID);
+    if (fld == nullptr)
+        return false;
+    info = SFldInfo(fld->info);
+    return true;
+}
+
+bool CSourceDataMngr::GetFldIDOfName(std::string_view name, DWORD& fldID) const
+{
+    const auto fld = std::find_if(flds.begin(), flds.end(),
+                                  [name](const CFldPtr& each) { return each->info.name == name; });
+    if (fld == flds.end())
+        return false;
+    fldID = (*fld)->fldID;
+    return true;
+}
+
+const CFldValueList* CSourceDataMngr::GetFldData(DWORD fldID) const
+{
+    const SFld* const fld = FindFld(fldID);
+    return fld == nullptr ? nullptr : fld->values.get();
+}
+
+bool CSourceDataMngr::InsertRecs(DWORD position, std::span<const std::string_view> cells)
+{
+    const std::size_t fldCount = flds.size();
+    if (position > recCount || fldCount == 0 || cells.size() % fldCount != 0 ||
+        cells.size() / fldCount > MAX_DWORD - recCount)
+        return false;
+
+    std::vector<CFldPtr> changed;
+    changed.reserve(fldCount);
+    for (std::size_t pos = 0; pos < fldCount; ++pos) {
+        CFldValueList values;
+        values.AppendStretch(*flds[pos]->values, 0, position);
+        for (std::size_t cell = pos; cell < cells.size(); cell += fldCount) {
+            if (!values.Append(cells[cell]))
+                return false;
+        }
+        values.AppendStretch(*flds[pos]->values, position, recCount - position);
+        changed.push_back(flds[pos]->CopyWith(std::move(values)));
+    }
+    flds.swap(changed);
+    recCount += static_cast<DWORD>(cells.size() / fldCount);
+    return true;
+}
+
+bool CSourceDataMngr::DeleteRecs(DWORD firstRec, DWORD count)
+{
+    if (!IsWithin(firstRec, count, recCount))
+        return false;
+
+    const DWORD behind = firstRec + count;
+    std::vector<CFldPtr> changed;
+    changed.reserve(flds.size());
+    for (const CFldPtr& fld : flds) {
+        CFldValueList values;
+        values.AppendStretch(*fld->values, 0, firstRec);
+        values.AppendStretch(*fld->values, behind, recCount - behind);
+        changed.push_back(fld->CopyWith(std::move(values)));
+    }
+    flds.swap(changed);
+    recCount -= count;
+    return true;
+}
+
+void CSourceDataMngr::SetDefEmpValName(const std::string& name)
+{
+    defEmpValName = std::make_shared<const std::string>(name);
+}
+
+void CSourceDataMngr::Clear() noexcept
+{
+    flds.clear();
+    recCount = 0;
+}
+
+const CSourceDataMngr::SFld* CSourceDataMngr::FindFld(DWORD fldID) const noexcept
+{
+    const std::size_t pos = GetPosOfFld(fldID);
+    return pos == flds.size() ? nullptr : flds[pos].get();
+}
+
+// The number of fields if there is no such field.
+std::size_t CSourceDataMngr::GetPosOfFld(DWORD fldID) const noexcept
+{
+    const auto fld =
+        std::find_if(flds.begin(), flds.end(), [fldID](const CFldPtr& each) { return each->fldID == fldID; });
+    return static_cast<std::size_t>(fld - flds.begin());
+}
+
+} // namespace NSKZ::NSKZCore

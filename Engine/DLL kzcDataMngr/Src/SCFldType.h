@@ -1,0 +1,56 @@
+#ifndef SCFLDTYPE_H
+#define SCFLDTYPE_H
+
+#include "KzcDataMngrAPI.h"
+#include "SCDeclareConstant.h"
+
+#include <string_view>
+
+namespace NSKZ::NSKZCore {
+
+class CFldValueList;
+
+// The type of a field: as a text that a user writes, and as its values suggest it.
+class KZCDATAMNGR_API SCFldType
+{
+public:
+    SCFldType() = delete;
+
+    struct SFldType
+    {
+        SCDeclareConstant::EDataType dataType = SCDeclareConstant::DATATYPE_TEXT;
+        bool hasForm = false; // whether the form of a date or time is settled
+        SCDeclareConstant::SDateTypeInfo dateTypeInfo;
+        SCDeclareConstant::STimeTypeInfo timeTypeInfo;
+    };
+
+    // Reads the text of a type:
+    // - "text", "number"
+    // - "date", "date:ORDER-DELIMITER": ORDER one of ymd, mdy, dmy, ym, md, jymd (with a Japanese era), y;
+    // DELIMITER
+    //   one of none, slash, hyphen, period, kanji: "date:ymd-hyphen", "date:y-none"
+    // - "time", "time:FORM": FORM one of hms, hm, hms-12, hm-12 (the latter two with morning or afternoon)
+    // False, with `type` untouched, for any other text. Does not throw.
+    static bool Parse(std::string_view text, SFldType& type) noexcept;
+
+    // The type that the values suggest; empty ones count for nothing:
+    // - number, if all read as numbers (SCNumeric::AtoF) and none has a zero before another digit, as codes
+    // have;
+    // - date, if all are real days in one order with one delimiter out of slash, hyphen, period or (year
+    // first) the
+    //   kanji for year, month and day of the code page in force; the year has four digits. Where several
+    //   orders fit, year-month-day goes before month-day-year before day-month-year;
+    // - time, if all are an hour of the day and two-digit minutes, or all have two-digit seconds behind them;
+    // - text, if none of these or all are empty.
+    // Cost: at most three passes over the values, each of which ends where it fails.
+    static SFldType Infer(const CFldValueList& values);
+
+    // Settles the form of a date or time that has none: the one in which most values read, among those that
+    // Infer knows and preferred as there; ymd-hyphen, or hms, where no value reads. Other types stay as they
+    // are.
+    static void SettleForm(const CFldValueList& values, SFldType& type);
+};
+
+} // namespace NSKZ::NSKZCore
+
+#endif
