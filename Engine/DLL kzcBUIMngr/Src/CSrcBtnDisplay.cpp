@@ -6,8 +6,9 @@ namespace NSKZ::NSKZCore {
 
 void CSrcBtnDisplay::Clear() noexcept
 {
-    generations.clear();
+    states.clear();
     traits.clear();
+    marks.clear();
     current = 1;
     allShownByRelation = true;
     dispCount = 0;
@@ -20,14 +21,15 @@ void CSrcBtnDisplay::ReserveFor(DWORD btnID)
     const std::size_t wanted = std::size_t{btnID} + 1;
     if (wanted <= traits.size())
         return;
-    const std::size_t capacity = std::max(wanted, std::min(traits.capacity(), generations.capacity()));
-    if (wanted > traits.capacity() || wanted > generations.capacity()) {
-        const std::size_t grown = std::max<std::size_t>(capacity * 2, 16);
-        generations.reserve(grown);
+    if (wanted > std::min({states.capacity(), traits.capacity(), marks.capacity()})) {
+        const std::size_t grown = std::max<std::size_t>({wanted, traits.size() * 2, 16});
+        states.reserve(grown);
         traits.reserve(grown);
+        marks.reserve(grown);
     }
-    generations.resize(wanted, 0);
+    states.resize(wanted, STATE_HIDDENOTHERWISE);
     traits.resize(wanted, TRAIT_ABSENT);
+    marks.resize(wanted, 0);
 }
 
 void CSrcBtnDisplay::Register(DWORD btnID) noexcept
@@ -35,7 +37,7 @@ void CSrcBtnDisplay::Register(DWORD btnID) noexcept
     if (IsRegistered(btnID) || btnID >= traits.size())
         return;
     traits[btnID] = 0;
-    generations[btnID] = current;
+    states[btnID] = current;
     ++displayableCount;
     ++dispCount;
 }
@@ -48,8 +50,9 @@ void CSrcBtnDisplay::ShowAllByRelation() noexcept
 
 void CSrcBtnDisplay::HideAllByRelation() noexcept
 {
-    if (current == 255) {
-        std::fill(generations.begin(), generations.end(), Generation{0});
+    if (current == LAST_GENERATION) {
+        for (State& state : states)
+            state &= STATE_HIDDENOTHERWISE;
         current = 0;
     }
     ++current;
@@ -57,40 +60,72 @@ void CSrcBtnDisplay::HideAllByRelation() noexcept
     dispCount = 0;
 }
 
-template <class TOnShown>
-void CSrcBtnDisplay::ShowByRelation(const DWORD* btnIDs, std::size_t count, const TOnShown& onShown)
-{
-    if (allShownByRelation)
-        return;
-    const std::size_t size = traits.size();
-    const Generation generation = current;
-    Generation* const marks = generations.data();
-    const Traits* const traitsOfBtn = traits.data();
-    for (std::size_t i = 0; i < count; ++i) {
-        const DWORD btnID = btnIDs[i];
-        if (btnID >= size || marks[btnID] == generation)
-            continue;
-        onShown(btnID, traitsOfBtn[btnID]);
-        marks[btnID] = generation;
-    }
-}
-
+// Without a branch: which buttons are new to a generation cannot be foreseen.
 void CSrcBtnDisplay::ShowByRelation(const DWORD* btnIDs, std::size_t count) noexcept
 {
+    if (allShownByRelation || states.empty())
+        return;
+    const std::size_t size = states.size();
+    const State generation = current;
+    State* const stateOf = states.data();
     DWORD displayed = 0;
-    ShowByRelation(btnIDs, count, [&displayed](DWORD, Traits ofBtn) {
-        displayed += (ofBtn & TRAITS_HIDING) == 0 ? 1 : 0;
-    });
+    for (std::size_t i = 0; i < count; ++i) {
+        const std::size_t btnID = btnIDs[i] < size ? btnIDs[i] : 0; // 0 is no button, and counts as hidden otherwise
+        const State state = stateOf[btnID];
+        stateOf[btnID] = static_cast<State>((state & STATE_HIDDENOTHERWISE) | generation);
+        displayed += state < STATE_HIDDENOTHERWISE && state != generation ? 1 : 0;
+    }
     dispCount += displayed;
 }
 
 void CSrcBtnDisplay::ShowByRelation(const DWORD* btnIDs, std::size_t count, std::vector<DWORD>& backReferred)
 {
-    ShowByRelation(btnIDs, count, [this, &backReferred](DWORD btnID, Traits ofBtn) {
-        if ((ofBtn & TRAIT_BACKREFERRED) != 0)
-            backReferred.push_back(btnID);
-        dispCount += (ofBtn & TRAITS_HIDING) == 0 ? 1 : 0;
-    });
+    for (std::size_t i = 0; i < count; ++i) {
+        if (IsBackReferred(btnIDs[i]) && !IsShownByRelation(btnIDs[i]))
+            backReferred.push_back(btnIDs[i]);
+        ShowByRelation(btnIDs + i, 1);
+    }
+}
+
+void CSrcBtnDisplay::Mark(const DWORD* btnIDs, std::size_t count) noexcept
+{
+    const std::size_t size = marks.size();
+    if (size == 0)
+        return;
+    std::uint8_t* const markOf = marks.data();
+    for (std::size_t i = 0; i < count; ++i)
+        markOf[btnIDs[i] < size ? btnIDs[i] : 0] = 1;
+}
+
+void CSrcBtnDisplay::ShowMarkedByRelation() noexcept
+{
+    const std::size_t size = states.size();
+    const State generation = current;
+    State* const stateOf = states.data();
+    std::uint8_t* const markOf = marks.data();
+    DWORD displayed = 0;
+    for (std::size_t i = 0; i < size; ++i) {
+        const State state = stateOf[i];
+        const std::uint8_t mark = markOf[i];
+        stateOf[i] = mark != 0 ? static_cast<State>((state & STATE_HIDDENOTHERWISE) | generation) : state;
+        displayed += mark & (state < STATE_HIDDENOTHERWISE && state != generation ? 1 : 0);
+        markOf[i] = 0;
+    }
+    if (!allShownByRelation)
+        dispCount += displayed;
+}
+
+void CSrcBtnDisplay::ListMarkedBackReferred(std::vector<DWORD>& backReferred) const
+{
+    for (std::size_t i = 0; i < marks.size(); ++i) {
+        if (marks[i] != 0 && (traits[i] & TRAIT_BACKREFERRED) != 0)
+            backReferred.push_back(static_cast<DWORD>(i));
+    }
+}
+
+void CSrcBtnDisplay::TakeMarksAway() noexcept
+{
+    std::fill(marks.begin(), marks.end(), std::uint8_t{0});
 }
 
 void CSrcBtnDisplay::ShowAllByLimit() noexcept
@@ -120,6 +155,7 @@ void CSrcBtnDisplay::SetTrait(DWORD btnID, Traits trait, bool set) noexcept
     const bool isHidden = (traits[btnID] & TRAITS_HIDING) != 0;
     if (wasHidden == isHidden)
         return;
+    states[btnID] ^= STATE_HIDDENOTHERWISE;
     const DWORD change = isHidden ? DWORD(-1) : DWORD(1);
     displayableCount += change;
     if (IsShownByRelation(btnID))
@@ -128,21 +164,15 @@ void CSrcBtnDisplay::SetTrait(DWORD btnID, Traits trait, bool set) noexcept
 
 void CSrcBtnDisplay::SetTraitOfAll(Traits trait, bool set) noexcept
 {
-    DWORD displayable = 0;
-    for (Traits& ofBtn : traits) {
-        ofBtn = static_cast<Traits>(set ? ofBtn | trait : ofBtn & ~trait);
-        displayable += (ofBtn & TRAITS_HIDING) == 0 ? 1 : 0;
+    displayableCount = 0;
+    dispCount = 0;
+    for (std::size_t i = 0; i < traits.size(); ++i) {
+        traits[i] = static_cast<Traits>(set ? traits[i] | trait : traits[i] & ~trait);
+        const bool isDisplayable = (traits[i] & TRAITS_HIDING) == 0;
+        states[i] = static_cast<State>((states[i] & LAST_GENERATION) | (isDisplayable ? 0 : STATE_HIDDENOTHERWISE));
+        displayableCount += isDisplayable ? 1 : 0;
+        dispCount += isDisplayable && IsShownByRelation(static_cast<DWORD>(i)) ? 1 : 0;
     }
-    displayableCount = displayable;
-    dispCount = allShownByRelation ? displayable : CountDisplayed();
-}
-
-DWORD CSrcBtnDisplay::CountDisplayed() const noexcept
-{
-    DWORD count = 0;
-    for (std::size_t i = 0; i < traits.size(); ++i)
-        count += (traits[i] & TRAITS_HIDING) == 0 && generations[i] == current ? 1 : 0;
-    return count;
 }
 
 } // namespace NSKZ::NSKZCore

@@ -13,9 +13,9 @@ namespace NSKZ::NSKZCore {
 //
 // Source identifiers are dense (the empty value is 1, normal buttons are 2, 3, ...), so plain byte arrays indexed
 // by identifier stand beside the class's registry. The relation reason is kept as a generation number: to hide all
-// buttons by relation is to begin a new generation, which costs nothing however many buttons there are, and to
-// bring a button back is to write the current generation on it. The number of displayed buttons is counted along.
-// The limitation, which changes rarely, is a bit of a button's traits.
+// buttons by relation is to begin a new generation, which costs nothing however many buttons there are (once in 127
+// times a pass over the bytes), and to bring a button back is to write the current generation on it. The number of
+// displayed buttons is counted along. The limitation, which changes rarely, is a bit of a button's traits.
 //
 // An identifier is registered with Register before it is used; Show..., Is... and Set... of one that is not are
 // harmless: it counts as absent and never as displayed.
@@ -57,6 +57,15 @@ public:
     void ShowByRelation(DWORD btnID) noexcept { ShowByRelation(&btnID, 1); }
     // Identifiers may repeat and need not be of source buttons: those that are not registered are passed over.
     void ShowByRelation(const DWORD* btnIDs, std::size_t count) noexcept;
+    // The same in two steps, the fastest way where more identifiers come than there are buttons: marks, repeated as
+    // often as needed, cost least for each identifier; what follows is a pass over the bytes, shows the marked
+    // buttons and takes the marks away.
+    void Mark(const DWORD* btnIDs, std::size_t count) noexcept;
+    void ShowMarkedByRelation() noexcept;
+    // Appends the marked buttons that are back-referred. If memory is exhausted the marks stay; TakeMarksAway lets
+    // them go.
+    void ListMarkedBackReferred(std::vector<DWORD>& backReferred) const;
+    void TakeMarksAway() noexcept;
     // The same, and appends each back-referred button that was hidden by relation before to `backReferred`. If
     // memory is exhausted the buttons before the one that could not be appended are shown.
     void ShowByRelation(const DWORD* btnIDs, std::size_t count, std::vector<DWORD>& backReferred);
@@ -71,8 +80,12 @@ public:
     void ShowByLimit(DWORD btnID) noexcept { SetTrait(btnID, TRAIT_HIDDENBYLIMIT, false); }
 
 private:
-    using Generation = std::uint8_t;
+    using State = std::uint8_t;
     using Traits = std::uint8_t;
+    // A state is the generation in which the relation reached the button, from 1 to LAST_GENERATION, and a bit that
+    // says whether anything but the relation hides it: all that a press needs to know stands in one byte.
+    static constexpr State LAST_GENERATION = 127;
+    static constexpr State STATE_HIDDENOTHERWISE = 128;
     static constexpr Traits TRAIT_ABSENT = 1;         // no such button
     static constexpr Traits TRAIT_HIDDENBYITSELF = 2; // its own visible info is not 0
     static constexpr Traits TRAIT_HIDDENBYLIMIT = 4;
@@ -82,17 +95,16 @@ private:
     Traits GetTraits(DWORD btnID) const noexcept { return btnID < traits.size() ? traits[btnID] : TRAIT_ABSENT; }
     bool IsShownByRelation(DWORD btnID) const noexcept
     {
-        return allShownByRelation || generations[btnID] == current;
+        return allShownByRelation || (states[btnID] & LAST_GENERATION) == current;
     }
-    template <class TOnShown>
-    void ShowByRelation(const DWORD* btnIDs, std::size_t count, const TOnShown& onShown);
     void SetTrait(DWORD btnID, Traits trait, bool set) noexcept;
     void SetTraitOfAll(Traits trait, bool set) noexcept;
     DWORD CountDisplayed() const noexcept;
 
-    std::vector<Generation> generations; // by identifier: the generation in which the relation reached the button
-    std::vector<Traits> traits;          // by identifier
-    Generation current = 1;
+    std::vector<State> states;  // by identifier
+    std::vector<Traits> traits; // by identifier
+    std::vector<std::uint8_t> marks; // by identifier; all 0 between presses
+    State current = 1;          // the current generation
     bool allShownByRelation = true; // no generation counts: the relation hides nothing
     DWORD dispCount = 0;
     DWORD displayableCount = 0; // buttons that only the relation can hide

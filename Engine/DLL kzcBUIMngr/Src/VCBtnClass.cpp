@@ -550,26 +550,33 @@ bool VCBtnClass::PutVisibleInfoBasedOnRelationOfRecs(const IBnLink& bnLink, cons
     if (btnSelState && !toldAbove)
         return true; // its own marks stay, and nothing above is to be told
 
+    // With more records than buttons it is cheapest to mark the buttons met and to look at each button once.
+    const bool markFirst = btnSelState || recCountOfList >= display.GetEndID();
     std::vector<DWORD> backReferred;
-    std::vector<bool> isCollected(btnSelState ? display.GetEndID() : 0);
     std::array<DWORD, CHUNK_SIZE> cells;
     for (DWORD done = 0; done < recCountOfList;) {
         const DWORD count = std::min<DWORD>(recCountOfList - done, CHUNK_SIZE);
         bnLink.GetBtnIDsOfRecs(id, count, recList + done, cells.data());
         done += count;
-        if (!btnSelState) {
+        if (markFirst)
+            display.Mark(cells.data(), count);
+        else if (toldAbove)
+            display.ShowByRelation(cells.data(), count, backReferred);
+        else
+            display.ShowByRelation(cells.data(), count);
+    }
+    if (markFirst) {
+        try {
             if (toldAbove)
-                display.ShowByRelation(cells.data(), count, backReferred);
-            else
-                display.ShowByRelation(cells.data(), count);
-            continue;
+                display.ListMarkedBackReferred(backReferred);
+        } catch (...) {
+            display.TakeMarksAway();
+            throw;
         }
-        for (DWORD i = 0; i < count; ++i) {
-            if (display.IsBackReferred(cells[i]) && !isCollected[cells[i]]) {
-                isCollected[cells[i]] = true;
-                backReferred.push_back(cells[i]);
-            }
-        }
+        if (btnSelState)
+            display.TakeMarksAway();
+        else
+            display.ShowMarkedByRelation();
     }
     SpBtnsAbove spBtns;
     for (const DWORD btnID : backReferred)
