@@ -561,6 +561,17 @@ TEST(CRpLink_OnMemVer, ClearOfFixedSpecLeavesAClassWithoutIncAndCllButtonsAsItIs
     EXPECT_TRUE(GetContent(link) == before);
 }
 
+TEST(CRpLink_OnMemVer, ClearOfFixedSpecDropsAListThatSharesItsPlaceWithAnEmptiedOne)
+{
+    CRpLink_OnMemVer link;
+    ASSERT_TRUE(InsertFld(link, 7, {{NRM, {1}}, {CLL, {2}}}));
+    ASSERT_TRUE(DeleteRecList(link, 7, CLL, {2}));
+    ASSERT_TRUE(SetRecList(link, 7, INC, {3, 4}));
+    EXPECT_TRUE(link.ClearOfFixedSpec(7));
+    EXPECT_EQ(GetLists(link, 7), (Lists{{NRM, {1}}}));
+    EXPECT_EQ(GetFld(link, 7).area, (List{1}));
+}
+
 TEST(CRpLink_OnMemVer, ClearOfFixedSpecOfAClassOfOnlyIncButtonsEmptiesIt)
 {
     CRpLink_OnMemVer link;
@@ -776,6 +787,26 @@ TEST(CRpLink_OnMemVer, InsertFldWithListsThatRunsOutOfMemoryLeavesTheTableAsItWa
             EXPECT_TRUE(link.InsertFld(btnClassID, lists.Get(), lists.GetTotal()));
         };
         EXPECT_GE(ExpectUnchangedWhenMemoryRunsOut(operation), 6u);
+    }
+}
+
+TEST(CRpLink_OnMemVer, InsertFldThatRunsOutOfMemoryLeavesATableOfAnyLengthAsItWas)
+{
+    CAllocFault memory;
+    for (DWORD fldCount = 0; fldCount < 6; ++fldCount) { // some have no room for one field more
+        memory.FailEachInTurn([fldCount](auto attempt) {
+            CRpLink_OnMemVer link;
+            for (DWORD btnClassID = 1; btnClassID <= fldCount; ++btnClassID)
+                ASSERT_TRUE(InsertFld(link, btnClassID, {{NRM, {btnClassID}}}));
+            Content expected = GetContent(link);
+            if (!attempt([&] { EXPECT_TRUE(link.InsertFld(20)); })) {
+                EXPECT_TRUE(GetContent(link) == expected);
+                EXPECT_TRUE(link.InsertFld(20));
+            }
+            expected[20] = SFld();
+            EXPECT_TRUE(GetContent(link) == expected);
+        });
+        EXPECT_EQ(memory.GetLiveBlockCount(), 0);
     }
 }
 
