@@ -455,6 +455,27 @@ TEST(CBnLink_OnMemVer, InsertFldThatRunsOutOfMemoryLeavesTheTableAsItWas)
     }
 }
 
+TEST(CBnLink_OnMemVer, InsertFldThatRunsOutOfMemoryLeavesATableOfAnyWidthAsItWas)
+{
+    CAllocFault memory;
+    for (DWORD fldCount = 0; fldCount < 6; ++fldCount) { // some have no room for one column more
+        memory.FailEachInTurn([fldCount](auto attempt) {
+            CBnLink_OnMemVer link;
+            for (DWORD btnClassID = 1; btnClassID <= fldCount; ++btnClassID)
+                ASSERT_TRUE(InsertFld(link, btnClassID, {btnClassID}));
+            SContent expected = GetContent(link);
+            if (!attempt([&] { EXPECT_TRUE(InsertFld(link, 20, {7})); })) {
+                EXPECT_TRUE(GetContent(link) == expected);
+                EXPECT_TRUE(InsertFld(link, 20, {7}));
+            }
+            expected.recCount = 1;
+            expected.columns[20] = {7};
+            EXPECT_TRUE(GetContent(link) == expected);
+        });
+        EXPECT_EQ(memory.GetLiveBlockCount(), 0);
+    }
+}
+
 TEST(CBnLink_OnMemVer, InsertRecThatRunsOutOfMemoryLeavesTheTableAsItWas)
 {
     CAllocFault memory;

@@ -73,7 +73,8 @@ public:
                                DWORD* recArea) const = 0;
 
     // Drops what only the fixed part of a saved environment holds: all records of a fixed virtual class, and
-    // the inc and cll buttons of another class. The first form does so for every class.
+    // the inc and cll buttons of another class. The first form does so for every class, one after the other:
+    // if memory runs out, the classes before are cleared and the others as they were.
     virtual void ClearOfFixedSpec() = 0;
     virtual bool ClearOfFixedSpec(DWORD btnClassID) = 0;
 
