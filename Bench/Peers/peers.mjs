@@ -3,7 +3,8 @@
 //
 //     node peers.mjs TABLE.csv [REPETITIONS]
 //
-// Prints one JSON object: for each peer the milliseconds of loading and, by field, the median of a press.
+// Prints a table: for each peer the milliseconds of loading and, by field, the median of a press. DuckDB runs on one
+// thread with its columns encoded as enumerations; the loading of crossfilter2 begins behind the parsing.
 
 import { readFileSync } from 'node:fs';
 import crossfilter from 'crossfilter2';
@@ -69,8 +70,10 @@ function runCrossfilter(rows, values) {
   const press = [];
   for (let fld = 0; fld < FLD_COUNT; ++fld) {
     const times = [];
+    // It keeps its counts by what changes from one filter to the next, and the change to a value from no filter is by
+    // far the dearest. So as not to wrong it, the change from one value to another is what is measured.
+    dimensions[fld].filterExact(pick(values[fld], repetitions));
     for (let i = 0; i < repetitions; ++i) {
-      dimensions[fld].filterAll();
       const start = now();
       dimensions[fld].filterExact(pick(values[fld], i));
       let displayed = 0;
@@ -90,4 +93,9 @@ const rows = readFileSync(path, 'latin1').split('\n').slice(1, -1).map((line) =>
 const values = distinctValues(rows);
 const duckdb = await runDuckDB(values);
 const crossfilter2 = runCrossfilter(rows, values);
-console.log(JSON.stringify({ duckdb, crossfilter2 }));
+const figure = (value) => value.toFixed(value < 1 ? 4 : 1).padStart(16);
+console.log(`\n${'milliseconds'.padStart(12)}${'DuckDB'.padStart(16)}${'crossfilter2'.padStart(16)}`);
+console.log(`${'load'.padStart(12)}${figure(duckdb.load)}${figure(crossfilter2.load)}`);
+for (const [fld, distinct] of values.entries()) {
+  console.log(`${String(distinct.length).padStart(12)}${figure(duckdb.press[fld])}${figure(crossfilter2.press[fld])}`);
+}

@@ -64,14 +64,20 @@ public:
     // Returns false, with nothing changed, if the key is there. If memory is exhausted nothing changes.
     bool Insert(TKey key, TValue value)
     {
-        const std::uint32_t hash = Narrow(THash::Hash(key));
-        if (FindPosition(key, hash) != NONE)
+        if (Find(key) != nullptr)
             return false;
+        InsertNew(std::move(key), std::move(value));
+        return true;
+    }
+
+    // Insert for a key that is known to be absent.
+    void InsertNew(TKey key, TValue value)
+    {
         ReserveForInsert();
+        const std::uint32_t hash = Narrow(THash::Hash(key));
         std::uint32_t& head = buckets[hash & (buckets.size() - 1)];
         entries.push_back(SEntry(std::move(key), std::move(value), hash, head));
         head = static_cast<std::uint32_t>(entries.size() - 1);
-        return true;
     }
 
     // Returns false if the key is absent.

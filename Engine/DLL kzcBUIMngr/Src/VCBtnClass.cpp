@@ -686,7 +686,7 @@ bool VCBtnClass::RegBtn(std::unique_ptr<VCBtn> btn)
     } else {
         spBtnOfID.emplace(btnID, borrowed);
     }
-    btns.Insert(btnID, std::move(btn));
+    btns.InsertNew(btnID, std::move(btn));
     return true;
 }
 

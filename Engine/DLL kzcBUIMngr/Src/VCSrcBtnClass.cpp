@@ -137,7 +137,7 @@ void VCSrcBtnClass::CreateDataBtn(const char* value)
         DeleteBtnInfoFromNameOrdList(&borrowed);
         throw;
     }
-    valueToBtnID.Insert(borrowed.name.get(), borrowed.id);
+    valueToBtnID.InsertNew(borrowed.name.get(), borrowed.id);
     ++dataBtnNextID;
 }
 
