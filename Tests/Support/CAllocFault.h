@@ -36,6 +36,10 @@ public:
 template <typename TPrepare, typename TOperate, typename TProve>
 int FailEveryAllocation(TPrepare prepare, TOperate operate, TProve prove)
 {
+    {
+        auto subject = prepare();
+        operate(subject);
+    }
     for (std::size_t n = 1;; ++n) {
         const std::size_t liveBefore = CAllocFault::GetLiveCount();
         bool failed = false;

@@ -494,7 +494,6 @@ TEST(CCSVLoader, ExhaustedMemoryLeavesTheTableAsItWas)
     SOptions options = WithDelimiter('\\');
     options.types = {{"b", {}}};
     const CCSVLoader loader(options);
-    SJIS(u8"表"); // what is built once for all, and stays
     const int failures = FailEveryAllocation(
         [] {
             CSourceDataMngr table;
