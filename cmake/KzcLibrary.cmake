@@ -37,7 +37,8 @@ function(kzc_add_library NAME DIR API)
   if(KZC_BUILD_SHARED)
     add_library(kzc${NAME}_shared SHARED $<TARGET_OBJECTS:${objects}>)
     set_target_properties(kzc${NAME}_shared PROPERTIES
-      OUTPUT_NAME kzc${NAME} VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
+      OUTPUT_NAME kzc${NAME} VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR}
+      INSTALL_RPATH "$ORIGIN") # the libraries find each other beside themselves
     list(APPEND flavours kzc${NAME}_shared)
   endif()
   foreach(flavour IN LISTS flavours)

@@ -68,6 +68,10 @@ namespace NSKZ::Test {
 template <class TPrepare, class TOperate, class TProve>
 int FailEveryAllocation(TPrepare prepare, TOperate operate, TProve prove)
 {
+    {
+        auto subject = prepare(); // what is made once in a process is made here
+        operate(subject);
+    }
     for (std::size_t nth = 1;; ++nth) {
         NSKZ::NSKZCore::CAllocFault fault;
         bool failed = false;

@@ -198,6 +198,16 @@ TEST(SCCodePageText, WithinOneCodePageTheTextIsCopied)
     EXPECT_EQ(errorPos, UNTOUCHED);
 }
 
+TEST(SCCodePageText, AsciiIsToldFromAllElseAtEveryPosition)
+{
+    for (std::size_t len = 0; len < 100; ++len) {
+        const std::string text(len, '\x7F');
+        EXPECT_TRUE(SCCodePageText::IsASCII(text));
+        EXPECT_FALSE(SCCodePageText::IsASCII(text + '\x80' + text));
+    }
+    EXPECT_TRUE(SCCodePageText::IsASCII(std::string_view("\0", 1)));
+}
+
 TEST(SCCodePageText, AnotherCodePageIsRefused)
 {
     std::string converted;
@@ -209,7 +219,6 @@ TEST(SCCodePageText, AnotherCodePageIsRefused)
 
 TEST(SCCodePageText, ExhaustedMemoryInAConversionLosesNothing)
 {
-    SJIS(u8"表"); // the table is built once for all, and stays
     const std::string text = UTF8(u8"表示の長い文字列は短い文字列の置き場に収まらない");
     const int failures = NSKZ::Test::FailEveryAllocation([] { return std::string(); },
                                                          [&](std::string& converted) {

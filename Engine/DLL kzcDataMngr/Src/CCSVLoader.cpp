@@ -101,6 +101,10 @@ public:
         }
         text = fault ? content.substr(0, fault->pos) : content;
 
+        if (SCCodePageText::IsASCII(text)) {
+            codePage = _getmbcp();
+            return;
+        }
         // In UTF-8 no byte of a longer character can be taken for the delimiter.
         if (codePage == _KANJI_CP && static_cast<unsigned char>(delimiter) >= FIRST_TRAIL_BYTE) {
             std::size_t errorPos = 0;

@@ -60,7 +60,7 @@ CSourceDataMngr::CSourceDataMngr(const CSourceDataMngr& other) = default;
 
 // What is moved from stays a table, without fields, so its name for the empty value is kept.
 CSourceDataMngr::CSourceDataMngr(CSourceDataMngr&& other) noexcept
-    : flds(std::move(other.flds)), recCount(other.recCount), nextFldID(other.nextFldID),
+    : flds(std::move(other.flds)), totalRecCount(other.totalRecCount), nextFldID(other.nextFldID),
       defEmpValName(other.defEmpValName)
 {
     other.Clear();
@@ -75,7 +75,7 @@ CSourceDataMngr& CSourceDataMngr::operator=(CSourceDataMngr&& other) noexcept
 {
     if (this != &other) {
         flds = std::move(other.flds);
-        recCount = other.recCount;
+        totalRecCount = other.totalRecCount;
         nextFldID = other.nextFldID;
         defEmpValName = other.defEmpValName;
         other.Clear();
@@ -87,7 +87,7 @@ CSourceDataMngr::~CSourceDataMngr() = default;
 
 DWORD CSourceDataMngr::GetRecCount() const
 {
-    return recCount;
+    return totalRecCount;
 }
 
 DWORD CSourceDataMngr::GetFldCount() const
@@ -114,27 +114,27 @@ bool CSourceDataMngr::GetDataSpec(DWORD fldID, SCDeclareConstant::SDataSpec& spe
     return true;
 }
 
-bool CSourceDataMngr::GetDataSize(DWORD fldID, DWORD firstRec, DWORD count, DWORD& size32,
+bool CSourceDataMngr::GetDataSize(DWORD fldID, DWORD firstRec, DWORD recCount, DWORD& size32,
                                   unsigned long long& size) const
 {
     const SFld* const fld = FindFld(fldID);
-    if (fld == nullptr || !IsWithin(firstRec, count, recCount))
+    if (fld == nullptr || !IsWithin(firstRec, recCount, totalRecCount))
         return false;
-    size = fld->values->GetSize(firstRec, count);
+    size = fld->values->GetSize(firstRec, recCount);
     size32 = static_cast<DWORD>(std::min<unsigned long long>(size, MAX_DWORD));
     return true;
 }
 
-bool CSourceDataMngr::GetData(DWORD fldID, DWORD firstRec, DWORD count, DWORD& size32, char* buffer,
+bool CSourceDataMngr::GetData(DWORD fldID, DWORD firstRec, DWORD recCount, DWORD& size32, char* buffer,
                               DWORD bufferSize, unsigned short* lengths, char** values) const
 {
     const SFld* const fld = FindFld(fldID);
-    if (fld == nullptr || !IsWithin(firstRec, count, recCount))
+    if (fld == nullptr || !IsWithin(firstRec, recCount, totalRecCount))
         return false;
-    const unsigned long long size = fld->values->GetSize(firstRec, count);
+    const unsigned long long size = fld->values->GetSize(firstRec, recCount);
     if (size > bufferSize)
         return false;
-    fld->values->Read(firstRec, count, buffer, lengths, values);
+    fld->values->Read(firstRec, recCount, buffer, lengths, values);
     size32 = static_cast<DWORD>(size);
     return true;
 }
@@ -174,13 +174,13 @@ bool CSourceDataMngr::GetItemName(DWORD fldID, const char*& name) const
 bool CSourceDataMngr::InsertFld(DWORD position, SFldInfo info, CFldValueList values, DWORD& fldID)
 {
     if (position > flds.size() || !IsAcceptable(info) || nextFldID == MAX_DWORD ||
-        (!flds.empty() && values.GetCount() != recCount))
+        (!flds.empty() && values.GetCount() != totalRecCount))
         return false;
     auto held = std::make_shared<const CFldValueList>(std::move(values));
     auto fld = std::make_shared<const SFld>(SFld{nextFldID, std::move(info), std::move(held)});
     flds.reserve(flds.size() + 1);
 
-    recCount = fld->values->GetCount();
+    totalRecCount = fld->values->GetCount();
     flds.insert(flds.begin() + static_cast<std::ptrdiff_t>(position), std::move(fld));
     fldID = nextFldID++;
     return true;
@@ -198,14 +198,14 @@ bool CSourceDataMngr::DeleteFld(DWORD fldID)
         return false;
     flds.erase(flds.begin() + static_cast<std::ptrdiff_t>(pos));
     if (flds.empty())
-        recCount = 0;
+        totalRecCount = 0;
     return true;
 }
 
 bool CSourceDataMngr::SetFldData(DWORD fldID, CFldValueList values)
 {
     const std::size_t pos = GetPosOfFld(fldID);
-    if (pos == flds.size() || values.GetCount() != recCount)
+    if (pos == flds.size() || values.GetCount() != totalRecCount)
         return false;
     flds[pos] = flds[pos]->CopyWith(std::move(values));
     return true;
@@ -248,8 +248,8 @@ const CFldValueList* CSourceDataMngr::GetFldData(DWORD fldID) const
 bool CSourceDataMngr::InsertRecs(DWORD position, std::span<const std::string_view> cells)
 {
     const std::size_t fldCount = flds.size();
-    if (position > recCount || fldCount == 0 || cells.size() % fldCount != 0 ||
-        cells.size() / fldCount > MAX_DWORD - recCount)
+    if (position > totalRecCount || fldCount == 0 || cells.size() % fldCount != 0 ||
+        cells.size() / fldCount > MAX_DWORD - totalRecCount)
         return false;
 
     std::vector<CFldPtr> changed;
@@ -261,30 +261,30 @@ bool CSourceDataMngr::InsertRecs(DWORD position, std::span<const std::string_vie
             if (!values.Append(cells[cell]))
                 return false;
         }
-        values.AppendStretch(*flds[pos]->values, position, recCount - position);
+        values.AppendStretch(*flds[pos]->values, position, totalRecCount - position);
         changed.push_back(flds[pos]->CopyWith(std::move(values)));
     }
     flds.swap(changed);
-    recCount += static_cast<DWORD>(cells.size() / fldCount);
+    totalRecCount += static_cast<DWORD>(cells.size() / fldCount);
     return true;
 }
 
-bool CSourceDataMngr::DeleteRecs(DWORD firstRec, DWORD count)
+bool CSourceDataMngr::DeleteRecs(DWORD firstRec, DWORD recCount)
 {
-    if (!IsWithin(firstRec, count, recCount))
+    if (!IsWithin(firstRec, recCount, totalRecCount))
         return false;
 
-    const DWORD behind = firstRec + count;
+    const DWORD behind = firstRec + recCount;
     std::vector<CFldPtr> changed;
     changed.reserve(flds.size());
     for (const CFldPtr& fld : flds) {
         CFldValueList values;
         values.AppendStretch(*fld->values, 0, firstRec);
-        values.AppendStretch(*fld->values, behind, recCount - behind);
+        values.AppendStretch(*fld->values, behind, totalRecCount - behind);
         changed.push_back(fld->CopyWith(std::move(values)));
     }
     flds.swap(changed);
-    recCount -= count;
+    totalRecCount -= recCount;
     return true;
 }
 
@@ -296,7 +296,7 @@ void CSourceDataMngr::SetDefEmpValName(const std::string& name)
 void CSourceDataMngr::Clear() noexcept
 {
     flds.clear();
-    recCount = 0;
+    totalRecCount = 0;
 }
 
 const CSourceDataMngr::SFld* CSourceDataMngr::FindFld(DWORD fldID) const noexcept

@@ -142,7 +142,7 @@ private:
     std::size_t GetPosOfFld(DWORD fldID) const noexcept;
 
     std::vector<CFldPtr> flds;
-    DWORD recCount = 0;
+    DWORD totalRecCount = 0;
     DWORD nextFldID = 1;
     std::shared_ptr<const std::string> defEmpValName;
 };

@@ -361,6 +361,11 @@ bool IsUTF8(int codePage)
 
 } // namespace
 
+bool SCCodePageText::IsASCII(std::string_view text) noexcept
+{
+    return CountASCII(text.data(), text.size()) == text.size();
+}
+
 bool SCCodePageText::IsValid(std::string_view text, int codePage, std::size_t& errorPos)
 {
     return IsUTF8(codePage) ? IsValidBy(CUTF8Decoder(), text, errorPos)

@@ -35,6 +35,9 @@ public:
         CONVERT_LACKED_CHAR = 2,   // the code page that they go to lacks a character
     };
 
+    // Whether all of `text` is ASCII, and so the same in both code pages.
+    static bool IsASCII(std::string_view text) noexcept;
+
     // Whether `text` is text of the code page. If not, `errorPos` becomes the position of the first byte of
     // what is no character; a character that breaks off at the end of the text is none. Else it is left
     // untouched. Cost: linear; a run of ASCII takes a fraction of a nanosecond a byte.
