@@ -25,9 +25,9 @@ TEST(ECSVLoadError, LeavesTheLineOutWhereThereIsNone)
 TEST(ECSVLoadError, ACopyAllocatesNothingAndOutlivesTheOriginal)
 {
     auto original = std::make_unique<ECSVLoadError>("a.csv", 12, "The reason.");
-    const std::size_t live = NSKZ::Test::CAllocFault::GetLiveCount();
+    const CAllocFault memory;
     const ECSVLoadError copy(*original);
-    EXPECT_EQ(NSKZ::Test::CAllocFault::GetLiveCount(), live);
+    EXPECT_EQ(memory.GetLiveBlockCount(), 0);
     original.reset();
     EXPECT_STREQ(copy.GetFile(), "a.csv");
     EXPECT_STREQ(copy.GetReason(), "The reason.");

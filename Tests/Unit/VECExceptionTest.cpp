@@ -59,7 +59,7 @@ TEST(VECException, ACopyOutlivesWhatItWasMadeFromAndCopiesItsTexts)
 TEST(VECException, ACopyAllocatesNothing)
 {
     const ECExample original("message");
-    const std::size_t live = NSKZ::Test::CAllocFault::GetLiveCount();
+    const CAllocFault memory;
     const ECExample copy(original);
-    EXPECT_EQ(NSKZ::Test::CAllocFault::GetLiveCount(), live);
+    EXPECT_EQ(memory.GetLiveBlockCount(), 0);
 }
