@@ -674,20 +674,26 @@ bool VCBtnClass::RegBtn(std::unique_ptr<VCBtn> btn)
     if (FindBtn(btnID) != nullptr)
         return false;
     VCBtn* const borrowed = btn.get();
-    btns.ReserveForInsert();
     if (SCBUICoreCom::IsSrcBtn(btnID)) {
-        if (btnID >= srcBtnOfID.size())
-            srcBtnOfID.resize(std::size_t{btnID} + 1, nullptr);
-        display.ReserveFor(btnID);
+        MakeRoomForSrcBtn(btnID);
         srcBtnOfID[btnID] = borrowed;
         display.Register(btnID);
         display.SetHiddenByItself(btnID, borrowed->visibleInfo != 0);
         AdjstToBackReferences(*borrowed);
     } else {
+        btns.ReserveForInsert();
         spBtnOfID.emplace(btnID, borrowed);
     }
     btns.InsertNew(btnID, std::move(btn));
     return true;
+}
+
+void VCBtnClass::MakeRoomForSrcBtn(DWORD btnID)
+{
+    btns.ReserveForInsert();
+    if (btnID >= srcBtnOfID.size())
+        srcBtnOfID.resize(std::size_t{btnID} + 1, nullptr);
+    display.ReserveFor(btnID);
 }
 
 VCBtn* VCBtnClass::FindBtn(DWORD btnID) noexcept

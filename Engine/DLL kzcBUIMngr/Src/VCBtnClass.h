@@ -170,8 +170,10 @@ public:
 
 protected:
     // Enters a button. False, and the button is gone, if its identifier is taken. If memory is exhausted nothing
-    // changes.
+    // changes, but the button is gone too.
     bool RegBtn(std::unique_ptr<VCBtn> btn);
+    // Sees to it that the RegBtn of a source button of that identifier cannot run out of memory.
+    void MakeRoomForSrcBtn(DWORD btnID);
     // Null if absent. Constant.
     VCBtn* FindBtn(DWORD btnID) noexcept;
     const VCBtn* FindBtn(DWORD btnID) const noexcept;

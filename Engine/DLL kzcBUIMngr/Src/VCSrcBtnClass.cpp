@@ -86,8 +86,8 @@ bool VCSrcBtnClass::AddRecs(DWORD, DWORD count, const char* const* values, DWORD
                             TCBtnIDAssArr<DWORD>& counts)
 {
     counts.Clear();
-    std::vector<DWORD> countOfBtn(dataBtnNextID, 0); // by source identifier
     const DWORD firstNewID = dataBtnNextID;
+    std::vector<DWORD> countOfBtn(srcBtnOfID.size(), 0); // by source identifier
     for (DWORD i = 0; i < count; ++i) {
         const char* const value = values[i] == nullptr || *values[i] == '\0' ? nullptr : values[i];
         DWORD btnID = SCBUICoreCom::BTN_ID_EMPVAL;
@@ -98,8 +98,8 @@ bool VCSrcBtnClass::AddRecs(DWORD, DWORD count, const char* const* values, DWORD
             } else {
                 if (dataBtnNextID > SCBUICoreCom::BTN_ID_NRM_END)
                     return false;
-                countOfBtn.push_back(0);
                 btnID = dataBtnNextID;
+                countOfBtn.resize(std::size_t{btnID} + 1, 0);
                 CreateDataBtn(value);
             }
         }
@@ -107,8 +107,7 @@ bool VCSrcBtnClass::AddRecs(DWORD, DWORD count, const char* const* values, DWORD
         outBtnIDs[i] = btnID;
     }
 
-    counts.MakeRoom(dataBtnNextID - 1);
-    for (DWORD btnID = 0; btnID < dataBtnNextID; ++btnID) {
+    for (DWORD btnID = 0; btnID < countOfBtn.size(); ++btnID) {
         if (countOfBtn[btnID] == 0)
             continue;
         counts.Set(btnID, countOfBtn[btnID]);
@@ -123,20 +122,16 @@ void VCSrcBtnClass::CreateDataBtn(const char* value)
 {
     auto btn = std::make_unique<CBtn>(dataBtnNextID, value);
     const VCBtn& borrowed = *btn;
+    MakeRoomForSrcBtn(borrowed.id);
     valueToBtnID.ReserveForInsert();
     InsertBtnInfoToNameOrdList(&borrowed);
     try {
         AdjstAccordingToBtnAppearance(borrowed);
-        try {
-            RegBtn(std::move(btn));
-        } catch (...) {
-            AdjstAccordingToBtnDisappearance(borrowed);
-            throw;
-        }
     } catch (...) {
         DeleteBtnInfoFromNameOrdList(&borrowed);
         throw;
     }
+    RegBtn(std::move(btn)); // from here on nothing fails
     valueToBtnID.InsertNew(borrowed.name.get(), borrowed.id);
     ++dataBtnNextID;
 }
