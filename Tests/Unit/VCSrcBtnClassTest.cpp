@@ -323,4 +323,22 @@ TEST(CNumBtnClass, ACopyKeepsItsOrders)
     EXPECT_EQ(other.GetNameOrder(), List({3, 5, 2, 1, 4}));
 }
 
+TEST(CNumBtnClass, ExhaustedMemoryInACopyLeavesAClassWithoutButtons)
+{
+    TClassAndTable<CNumBtnClass> fixture;
+    fixture.Add({"10", "9", "abc", "a rather long text that is no number", ""});
+    const int failures = NSKZ::Test::FailEveryAllocation(
+        [] {
+            auto target = std::make_unique<TClassAndTable<CNumBtnClass>>();
+            target->Add({"1", "x"});
+            return target;
+        },
+        [&fixture](const auto& target) { target->btnClass->Copy(*fixture.btnClass, target->rpLink); },
+        [](const auto& target) {
+            EXPECT_EQ(target->btnClass->GetBtnCount(), 0u);
+            EXPECT_TRUE(target->GetNameOrder(VCBtnClass::ORDLIST_INCLUDE_NONDISPBTNS).empty());
+        });
+    EXPECT_GE(failures, 10);
+}
+
 } // namespace

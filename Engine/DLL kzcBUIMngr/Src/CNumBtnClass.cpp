@@ -27,13 +27,15 @@ void CNumBtnClass::Copy(const VCBtnClass& other, const std::unique_ptr<IRpLink>&
     if (&other == this)
         return;
     const auto& otherNum = dynamic_cast<const CNumBtnClass&>(other);
+    numNameOrd.Clear();
+    strNameOrd.Clear();
     VCSrcBtnClass::Copy(other, rpLinkOfEnv);
     try {
         numNameOrd.CopyFrom(otherNum.numNameOrd);
         strNameOrd.CopyFrom(otherNum.strNameOrd);
     } catch (...) {
         numNameOrd.Clear();
-        VCBtnClass::Clear();
+        DropAll();
         throw;
     }
 }

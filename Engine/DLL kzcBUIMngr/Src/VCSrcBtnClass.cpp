@@ -23,7 +23,7 @@ void VCSrcBtnClass::SetDispEmpValBtnInfo(bool disp) noexcept
     SetOwnVisibleInfo(*FindBtn(SCBUICoreCom::BTN_ID_EMPVAL), VISINFO_EMPVALNODISP, !disp);
 }
 
-void VCSrcBtnClass::ClearOwnFields()
+void VCSrcBtnClass::ClearOwnFields() noexcept
 {
     empValBtnDisp = true;
     fldID = 0;
@@ -32,10 +32,15 @@ void VCSrcBtnClass::ClearOwnFields()
     valueToBtnID.Clear();
 }
 
-void VCSrcBtnClass::Clear()
+void VCSrcBtnClass::DropAll() noexcept
 {
     VCBtnClass::Clear();
     ClearOwnFields();
+}
+
+void VCSrcBtnClass::Clear()
+{
+    DropAll();
     CreateEmpValBtn(SCKZCoreStrDef::STR_EMPTY);
 }
 
@@ -51,17 +56,16 @@ void VCSrcBtnClass::Copy(const VCBtnClass& other, const std::unique_ptr<IRpLink>
     if (&other == this)
         return;
     const auto& otherSrc = dynamic_cast<const VCSrcBtnClass&>(other);
-    VCBtnClass::Copy(other, rpLinkOfEnv);
-    ClearOwnFields();
     try {
+        VCBtnClass::Copy(other, rpLinkOfEnv);
+        ClearOwnFields();
         // The keys are texts of the copied buttons, not of the others.
         for (const auto& entry : otherSrc.valueToBtnID.GetEntries()) {
             if (const VCBtn* const btn = FindBtn(entry.value))
                 valueToBtnID.Insert(btn->name.get(), entry.value);
         }
     } catch (...) {
-        VCBtnClass::Clear();
-        ClearOwnFields();
+        DropAll();
         throw;
     }
     fldID = otherSrc.fldID;

@@ -69,10 +69,13 @@ protected:
     DWORD dataBtnNextID;                               // the next normal identifier
     TCHashMap<const char*, DWORD, SValueHash> valueToBtnID; // the keys are the names of the buttons
 
+    // Lets everything go, the empty-value button too: what a copy that ran out of memory leaves.
+    void DropAll() noexcept;
+
 private:
     // Enters the empty-value button; false if its identifier is taken.
     bool CreateEmpValBtn(const char* alias);
-    void ClearOwnFields();
+    void ClearOwnFields() noexcept;
     void CreateDataBtn(const char* value);
     void BringBtnBack(VCBtn& btn);
 };
