@@ -38,11 +38,10 @@ bool GetEligibleDataType(const CSourceDataMngr& srcDataMngr, DWORD fldID, SCDecl
 class CBUIDataMngr::CBuildProgress
 {
 public:
-    CBuildProgress(CProgressStatus* statusOfHost, DWORD fldCount)
-        : status(statusOfHost), shareOfFld(0.0)
+    CBuildProgress(CProgressStatus* statusOfHost, DWORD eligibleFldCount)
+        : status(statusOfHost), maxValue(statusOfHost == nullptr ? 0 : statusOfHost->GetMaxValueOfPresentProc()),
+          fldCount(eligibleFldCount)
     {
-        if (status != nullptr && fldCount != 0)
-            shareOfFld = static_cast<double>(status->GetMaxValueOfPresentProc()) / fldCount;
     }
 
     // Adds `weight` of a field's share. False if the host wants to stop.
@@ -50,16 +49,16 @@ public:
     {
         if (status == nullptr)
             return true;
-        const DWORD maxValue = status->GetMaxValueOfPresentProc();
         const DWORD present = status->presentValue;
-        const auto added = static_cast<DWORD>(shareOfFld * weight);
+        const auto added = static_cast<DWORD>(maxValue * weight / fldCount);
         status->SetPresentValue(present > maxValue || added > maxValue - present ? maxValue : present + added);
         return !status->canceled;
     }
 
 private:
     CProgressStatus* status;
-    double shareOfFld;
+    DWORD maxValue;
+    DWORD fldCount;
 };
 
 // What the build of a field works on: made once and used for every field.

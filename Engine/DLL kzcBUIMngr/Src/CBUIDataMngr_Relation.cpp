@@ -170,45 +170,30 @@ bool CBUIDataMngr::ExecRelationByANDCnd(SHierarchyInfo* level, DWORD btnClassID,
     }
     std::vector<DWORD> selBtnIDs;
     btnClass->GetSelectedBtnIDList(selBtnIDs);
-    const auto selCount = static_cast<DWORD>(selBtnIDs.size());
-
-    // How many of the selected buttons each button shares a record with, by source class. A button that misses the
-    // first can never qualify, so only its buttons are counted on.
-    std::map<DWORD, TCBtnIDAssArr<DWORD>> countsOfBtns;
+    std::map<DWORD, std::vector<DWORD>> relatedToAll; // by source class: what shares a record with each selected button
     std::vector<DWORD> related;
-    for (DWORD i = 0; i < selCount; ++i) {
+    for (const DWORD selBtnID : selBtnIDs) {
         DWORD* recs = GetWorkArea(0);
         DWORD* buffers[] = {GetWorkArea(1), GetWorkArea(2)};
         DWORD count = 0;
-        if (!btnClass->GetRecListThatRelatesToBtn(selBtnIDs[i], recs, count, buffers)) {
-            ThrowAbnormalData(SCBUICoreStrDef::MSG_NOTEXIST_SELBTN, {btnClassID, selBtnIDs[i]}, FUNCTION, __LINE__);
-        }
+        if (!btnClass->GetRecListThatRelatesToBtn(selBtnID, recs, count, buffers))
+            ThrowAbnormalData(SCBUICoreStrDef::MSG_NOTEXIST_SELBTN, {btnClassID, selBtnID}, FUNCTION, __LINE__);
         IntersectWithLimitation(recs, count);
         for (const auto& [otherID, otherClass] : btnClasses) {
             if (!SCBUICoreCom::IsSrcBtnClass(otherID))
                 continue;
-            if (!bnLink->GetBtnIDListOfRecList(otherID, count, recs, related)) {
+            if (!otherClass->GetBtnIDListOfRecs(*bnLink, recs, count, related))
                 ThrowAbnormalData(SCBUICoreStrDef::MSG_NOTEXIST_SRCBTNCLS_IN_BNLINK, {otherID}, FUNCTION, __LINE__);
-            }
-            TCBtnIDAssArr<DWORD>& counts = countsOfBtns[otherID];
-            for (const DWORD btnID : related) {
-                if (i == 0)
-                    counts.Set(btnID, 1);
-                else if (DWORD* const countOfBtn = counts.Find(btnID))
-                    ++*countOfBtn;
-            }
+            if (selBtnID == selBtnIDs.front())
+                relatedToAll[otherID] = related;
+            else
+                SCBUICoreCom::MergeBtnIDListByANDCnd(relatedToAll[otherID], related);
         }
     }
 
     SetVisibleInfoBasedOnRelationOfAllBtns(false);
-    for (auto& [otherID, counts] : countsOfBtns) {
-        related.clear();
-        counts.ForEach([&related, selCount](DWORD btnID, DWORD countOfBtn) {
-            if (countOfBtn >= selCount)
-                related.push_back(btnID);
-        });
-        FindBtnClass(otherID)->PutVisibleInfoBasedOnRelationOfBtns(related);
-    }
+    for (const auto& [otherID, list] : relatedToAll)
+        FindBtnClass(otherID)->PutVisibleInfoBasedOnRelationOfBtns(list);
     if (level == nullptr) {
         SHierarchyInfo added;
         added.depth = static_cast<DWORD>(hierarchies.size());
@@ -244,21 +229,16 @@ bool CBUIDataMngr::ExecRelationByDiffCnd(DWORD btnClassID, DWORD standardBtnID, 
     IntersectWithLimitation(targetRecs, targetCount);
 
     std::map<DWORD, std::vector<DWORD>> remaining; // by source class: what goes with the standard alone
-    TCBtnIDAssArr<unsigned char> btnIDs;
-    std::vector<DWORD> related;
+    std::vector<DWORD> ofTarget;
     for (const auto& [otherID, otherClass] : btnClasses) {
         if (!SCBUICoreCom::IsSrcBtnClass(otherID))
             continue;
-        btnIDs.Clear();
-        if (!bnLink->GetBtnIDListOfRecList(otherID, standardCount, standardRecs, related))
+        std::vector<DWORD>& ofStandard = remaining[otherID];
+        if (!otherClass->GetBtnIDListOfRecs(*bnLink, standardRecs, standardCount, ofStandard) ||
+            !otherClass->GetBtnIDListOfRecs(*bnLink, targetRecs, targetCount, ofTarget)) {
             ThrowAbnormalData(SCBUICoreStrDef::MSG_NOTEXIST_SRCBTNCLS_IN_BNLINK, {otherID}, FUNCTION, __LINE__);
-        for (const DWORD btnID : related)
-            btnIDs.Set(btnID, 1);
-        if (!bnLink->GetBtnIDListOfRecList(otherID, targetCount, targetRecs, related))
-            ThrowAbnormalData(SCBUICoreStrDef::MSG_NOTEXIST_SRCBTNCLS_IN_BNLINK, {otherID}, FUNCTION, __LINE__);
-        for (const DWORD btnID : related)
-            btnIDs.Remove(btnID);
-        btnIDs.ForEach([&](DWORD btnID, unsigned char) { remaining[otherID].push_back(btnID); });
+        }
+        SCBUICoreCom::DeleteBtnIDList(ofStandard, ofTarget);
     }
     SetVisibleInfoBasedOnRelationOfAllBtns(false);
     for (const auto& [otherID, list] : remaining)
@@ -305,7 +285,7 @@ void CBUIDataMngr::ResetVisibleInfoBasedOnLimitedRecListOfAllBtns()
     for (const auto& [btnClassID, btnClass] : btnClasses) {
         if (!SCBUICoreCom::IsSrcBtnClass(btnClassID))
             continue;
-        if (!bnLink->GetBtnIDListOfRecList(btnClassID, limitedRecCount, limitedRecList.get(), btnIDs)) {
+        if (!btnClass->GetBtnIDListOfRecs(*bnLink, limitedRecList.get(), limitedRecCount, btnIDs)) {
             ThrowAbnormalData(SCBUICoreStrDef::MSG_NOTEXIST_SRCBTNCLS_IN_BNLINK, {btnClassID},
                               "NSKZ::NSKZCore::CBUIDataMngr::ResetVisibleInfoBasedOnLimitedRecListOfAllBtns",
                               __LINE__);

@@ -115,6 +115,14 @@ void CSrcBtnDisplay::ShowMarkedByRelation() noexcept
         dispCount += displayed;
 }
 
+void CSrcBtnDisplay::ListMarked(std::vector<DWORD>& marked) const
+{
+    for (std::size_t i = 1; i < marks.size(); ++i) {
+        if (marks[i] != 0)
+            marked.push_back(static_cast<DWORD>(i));
+    }
+}
+
 void CSrcBtnDisplay::ListMarkedBackReferred(std::vector<DWORD>& backReferred) const
 {
     for (std::size_t i = 0; i < marks.size(); ++i) {

@@ -37,7 +37,7 @@ public:
     DWORD GetDispCount() const noexcept { return dispCount; }
     bool IsDisplayed(DWORD btnID) const noexcept
     {
-        return (GetTraits(btnID) & TRAITS_HIDING) == 0 && IsShownByRelation(btnID);
+        return btnID < states.size() && states[btnID] < STATE_HIDDENOTHERWISE && IsShownByRelation(btnID);
     }
     // One past the highest identifier that may be registered.
     DWORD GetEndID() const noexcept { return static_cast<DWORD>(traits.size()); }
@@ -62,6 +62,8 @@ public:
     // buttons and takes the marks away.
     void Mark(const DWORD* btnIDs, std::size_t count) noexcept;
     void ShowMarkedByRelation() noexcept;
+    // Appends the marked buttons, ascending. If memory is exhausted the marks stay; TakeMarksAway lets them go.
+    void ListMarked(std::vector<DWORD>& marked) const;
     // Appends the marked buttons that are back-referred. If memory is exhausted the marks stay; TakeMarksAway lets
     // them go.
     void ListMarkedBackReferred(std::vector<DWORD>& backReferred) const;

@@ -5,6 +5,7 @@
 #include "TCBtnIDAssArr.h"
 
 #include <algorithm>
+#include <bit>
 #include <cstdint>
 #include <cstring>
 #include <utility>
@@ -14,14 +15,15 @@ namespace NSKZ::NSKZCore {
 
 // Buttons in ascending order of a key; equal keys keep the order of insertion. A button stands in a list at most
 // once. It behaves as an ordered multimap from key to button identifier would, but sorts only when it is read:
-// filling it costs an append a button, and the first walk after a change sorts what came since the one before.
+// filling it costs an append a button, and the first walk after a change sorts what came since the one before. Memory may run out in that walk; the list loses nothing by it.
 //
 // The list owns its keys: a key text handed in is copied, so that no change of a button's text or life can leave
 // a dangling key.
 //
 // TKeys tells the kind of key: its argument type TArg, the stored type TKey (trivially copyable), a TKey
-// Keep(TArg), a static bool IsLess(TKey, TKey), a void Clear() and, to let the copies of removed keys go, the
-// default constructor and the move assignment.
+// Keep(TArg), a static bool IsLess(TKey, TKey), a static std::uint64_t GetRank(TKey) that never falls as keys rise
+// and decides most comparisons without a look at the keys, a void Clear() and, to let the copies of removed keys go,
+// the default constructor and the move assignment.
 template <class TKeys>
 class TCBtnOrdList
 {
@@ -62,7 +64,7 @@ public:
         const auto position = static_cast<std::uint32_t>(entries.size());
         entryOfBtn.Set(btnID, position);
         entries.push_back(SEntry{kept, btnID});
-        order.push_back(position);
+        order.push_back(SPlace{position, btnID});
     }
 
     // Takes the button out; false if it does not stand here under this key. Constant; the room is reused once half
@@ -124,7 +126,7 @@ public:
                 : list(&listToWalk), position(positionInOrder)
             {
             }
-            DWORD operator*() const noexcept { return list->entries[list->order[position]].btnID; }
+            DWORD operator*() const noexcept { return list->order[position].btnID; }
             CIterator& operator++() noexcept
             {
                 ++position;
@@ -159,6 +161,22 @@ private:
         DWORD btnID; // REMOVED: the button has left the list
     };
 
+    // Where a button stands in the order: a walk reads nothing else.
+    struct SPlace
+    {
+        std::uint32_t position; // in `entries`
+        DWORD btnID;
+    };
+
+    bool IsBefore(std::uint32_t left, std::uint32_t right) const noexcept
+    {
+        const TKey leftKey = entries[left].key;
+        const TKey rightKey = entries[right].key;
+        if (TKeys::IsLess(leftKey, rightKey))
+            return true;
+        return left < right && !TKeys::IsLess(rightKey, leftKey);
+    }
+
     // Sorts `order` and drops what was removed. The content of the list does not change by it.
     void Settle() const
     {
@@ -166,22 +184,36 @@ private:
             DropRemovedOnes();
         if (settled == order.size())
             return;
-        const auto isBefore = [this](std::uint32_t left, std::uint32_t right) {
-            const TKey leftKey = entries[left].key;
-            const TKey rightKey = entries[right].key;
-            if (TKeys::IsLess(leftKey, rightKey))
-                return true;
-            return left < right && !TKeys::IsLess(rightKey, leftKey);
-        };
-        const auto newOnes = order.begin() + static_cast<std::ptrdiff_t>(settled);
-        std::sort(newOnes, order.end(), isBefore);
-        std::inplace_merge(order.begin(), newOnes, order.end(), isBefore);
+        SortNewOnes();
+        std::inplace_merge(
+            order.begin(), order.begin() + static_cast<std::ptrdiff_t>(settled), order.end(),
+            [this](const SPlace& left, const SPlace& right) { return IsBefore(left.position, right.position); });
         settled = order.size();
+    }
+
+    // What came since the last walk, sorted by rank first: most texts differ within what a rank holds of them.
+    void SortNewOnes() const
+    {
+        struct SRanked
+        {
+            std::uint64_t rank;
+            SPlace place;
+        };
+        std::vector<SRanked> ranked;
+        ranked.reserve(order.size() - settled);
+        for (std::size_t i = settled; i < order.size(); ++i)
+            ranked.push_back(SRanked{TKeys::GetRank(entries[order[i].position].key), order[i]});
+        std::sort(ranked.begin(), ranked.end(), [this](const SRanked& left, const SRanked& right) {
+            return left.rank != right.rank ? left.rank < right.rank
+                                           : IsBefore(left.place.position, right.place.position);
+        });
+        for (std::size_t i = 0; i < ranked.size(); ++i)
+            order[settled + i] = ranked[i].place;
     }
 
     void DropRemovedOnes() const
     {
-        const auto isRemoved = [this](std::uint32_t position) { return entries[position].btnID == REMOVED; };
+        const auto isRemoved = [this](const SPlace& place) { return entries[place.position].btnID == REMOVED; };
         const auto newOnes = order.begin() + static_cast<std::ptrdiff_t>(settled);
         const auto settledEnd = std::remove_if(order.begin(), newOnes, isRemoved);
         const auto newEnd = std::remove_if(newOnes, order.end(), isRemoved);
@@ -207,8 +239,8 @@ private:
             keptEntries.push_back(SEntry{keptKeys.Keep(TKeys::AsArg(entries[i].key)), entries[i].btnID});
         }
         // From here on nothing fails: every button has its slot already.
-        for (std::uint32_t& position : order)
-            position = newPositions[position];
+        for (SPlace& place : order)
+            place.position = newPositions[place.position];
         for (std::size_t i = 0; i < keptEntries.size(); ++i)
             entryOfBtn.Set(keptEntries[i].btnID, static_cast<std::uint32_t>(i));
         entries.swap(keptEntries);
@@ -217,8 +249,8 @@ private:
 
     // Walking is a const operation of the list as its users see it; the sorting behind it is not.
     mutable TKeys keys;
-    mutable std::vector<SEntry> entries;        // in order of insertion
-    mutable std::vector<std::uint32_t> order;   // positions in `entries`; the first `settled` are in order
+    mutable std::vector<SEntry> entries; // in order of insertion
+    mutable std::vector<SPlace> order;   // the first `settled` are in order
     mutable std::size_t settled = 0;
     mutable TCBtnIDAssArr<std::uint32_t> entryOfBtn;
 };
@@ -240,6 +272,14 @@ public:
             return left == nullptr && right != nullptr;
         return std::strcmp(left, right) < 0;
     }
+    // The first eight bytes.
+    static std::uint64_t GetRank(TKey key) noexcept
+    {
+        std::uint64_t rank = 0;
+        for (int shift = 56; key != nullptr && shift >= 0 && *key != '\0'; shift -= 8, ++key)
+            rank |= std::uint64_t{static_cast<unsigned char>(*key)} << shift;
+        return rank;
+    }
 
 private:
     CTextArena arena;
@@ -257,6 +297,13 @@ public:
     static TKey View(TArg number) noexcept { return number; }
     static TArg AsArg(TKey key) noexcept { return key; }
     static bool IsLess(TKey left, TKey right) noexcept { return left < right; }
+    // The bits of the number, turned so that they order as it does; both zeros are one.
+    static std::uint64_t GetRank(TKey key) noexcept
+    {
+        constexpr std::uint64_t SIGN = std::uint64_t{1} << 63;
+        const auto bits = std::bit_cast<std::uint64_t>(key + 0.0);
+        return (bits & SIGN) != 0 ? ~bits : bits | SIGN;
+    }
 };
 
 using CTextOrdList = TCBtnOrdList<CTextKeys>;

@@ -22,6 +22,9 @@ constexpr const char* SRC_FILE = "Src/VCBtnClass";
 // Records whose cells are fetched from the table at a time: the cells stay in the nearest cache.
 constexpr std::size_t CHUNK_SIZE = 2048;
 
+// With fewer records than one for this many buttons, sorting their buttons is cheaper than a pass over all.
+constexpr DWORD FEW_RECORDS = 64;
+
 bool IsSameText(const char* shownText, const char* text, DWORD len)
 {
     const std::size_t shownLen = shownText == nullptr ? 0 : std::strlen(shownText);
@@ -531,13 +534,58 @@ bool VCBtnClass::PutVisibleInfoOfBtns(const std::vector<DWORD>& btnIDs, unsigned
         return false;
     SpBtnsAbove spBtns;
     for (const DWORD btnID : btnIDs) {
-        VCBtn* const btn = SCBUICoreCom::IsSrcBtn(btnID) ? FindBtn(btnID) : nullptr;
-        if (btn == nullptr)
+        if (!display.IsRegistered(btnID))
             continue;
-        ClearVisibleInfo(*btn, bits);
-        AddSpBtnsAbove(*btn, spBtns);
+        if ((bits & VISINFO_RELATION) != 0 && !btnSelState)
+            display.ShowByRelation(btnID);
+        if ((bits & VISINFO_LIMITEDREC) != 0)
+            display.ShowByLimit(btnID);
+        if (display.IsBackReferred(btnID))
+            AddSpBtnsAbove(*FindBtn(btnID), spBtns);
     }
     PutVisibleInfoOfSpBtnsAbove(spBtns, bits);
+    return true;
+}
+
+// Calls visit(btnIDs, count) with the buttons of the listed records, a stretch of records at a time.
+template <class TVisit>
+void VCBtnClass::VisitBtnIDsOfRecs(const IBnLink& bnLink, const DWORD* recList, DWORD recCountOfList,
+                                   const TVisit& visit) const
+{
+    std::array<DWORD, CHUNK_SIZE> cells;
+    for (DWORD done = 0; done < recCountOfList;) {
+        const DWORD count = std::min<DWORD>(recCountOfList - done, CHUNK_SIZE);
+        bnLink.GetBtnIDsOfRecs(id, count, recList + done, cells.data());
+        visit(cells.data(), count);
+        done += count;
+    }
+}
+
+bool VCBtnClass::GetBtnIDListOfRecs(const IBnLink& bnLink, const DWORD* recList, DWORD recCountOfList,
+                                    std::vector<DWORD>& btnIDs)
+{
+    if (!bnLink.ExistFld(id))
+        return false;
+    btnIDs.clear();
+    if (recCountOfList < display.GetEndID() / FEW_RECORDS) {
+        btnIDs.reserve(recCountOfList);
+        VisitBtnIDsOfRecs(bnLink, recList, recCountOfList, [&](const DWORD* cells, DWORD count) {
+            std::copy_if(cells, cells + count, std::back_inserter(btnIDs),
+                         [this](DWORD btnID) { return display.IsRegistered(btnID); });
+        });
+        std::sort(btnIDs.begin(), btnIDs.end());
+        btnIDs.erase(std::unique(btnIDs.begin(), btnIDs.end()), btnIDs.end());
+        return true;
+    }
+    VisitBtnIDsOfRecs(bnLink, recList, recCountOfList,
+                      [this](const DWORD* cells, DWORD count) { display.Mark(cells, count); });
+    try {
+        display.ListMarked(btnIDs);
+    } catch (...) {
+        display.TakeMarksAway();
+        throw;
+    }
+    display.TakeMarksAway();
     return true;
 }
 
@@ -553,18 +601,14 @@ bool VCBtnClass::PutVisibleInfoBasedOnRelationOfRecs(const IBnLink& bnLink, cons
     // With more records than buttons it is cheapest to mark the buttons met and to look at each button once.
     const bool markFirst = btnSelState || recCountOfList >= display.GetEndID();
     std::vector<DWORD> backReferred;
-    std::array<DWORD, CHUNK_SIZE> cells;
-    for (DWORD done = 0; done < recCountOfList;) {
-        const DWORD count = std::min<DWORD>(recCountOfList - done, CHUNK_SIZE);
-        bnLink.GetBtnIDsOfRecs(id, count, recList + done, cells.data());
-        done += count;
+    VisitBtnIDsOfRecs(bnLink, recList, recCountOfList, [&](const DWORD* cells, DWORD count) {
         if (markFirst)
-            display.Mark(cells.data(), count);
+            display.Mark(cells, count);
         else if (toldAbove)
-            display.ShowByRelation(cells.data(), count, backReferred);
+            display.ShowByRelation(cells, count, backReferred);
         else
-            display.ShowByRelation(cells.data(), count);
-    }
+            display.ShowByRelation(cells, count);
+    });
     if (markFirst) {
         try {
             if (toldAbove)

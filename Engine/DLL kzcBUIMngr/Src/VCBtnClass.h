@@ -168,6 +168,11 @@ public:
     // buttons hold comes back.
     bool PutVisibleInfoBasedOnRelationOfRecs(const IBnLink& bnLink, const DWORD* recList, DWORD recCountOfList);
 
+    // The distinct source buttons of the class that the listed records carry, ascending. False if the table does not
+    // know the class. Linear in the records; with few of them the buttons do not count.
+    bool GetBtnIDListOfRecs(const IBnLink& bnLink, const DWORD* recList, DWORD recCountOfList,
+                            std::vector<DWORD>& btnIDs);
+
 protected:
     // Enters a button. False, and the button is gone, if its identifier is taken. If memory is exhausted nothing
     // changes, but the button is gone too.
@@ -184,7 +189,11 @@ protected:
     // GetInsideBtn does, but looks nothing up with ORDLIST_INCLUDE_NONDISPBTNS.
     bool IsInsideBtnListed(DWORD btnID, unsigned int flags, const char* function, long line) const
     {
-        return (flags & ORDLIST_INCLUDE_NONDISPBTNS) != 0 || IsListed(GetInsideBtn(btnID, function, line), flags);
+        if ((flags & ORDLIST_INCLUDE_NONDISPBTNS) != 0)
+            return true;
+        if ((flags & ORDLIST_INCLUDE_CNDCLLMEMBERBTNS) == 0 && display.IsRegistered(btnID))
+            return display.IsDisplayed(btnID); // without a look at the button
+        return IsListed(GetInsideBtn(btnID, function, line), flags);
     }
     bool IsListed(const VCBtn& btn, unsigned int flags) const noexcept
     {
@@ -235,6 +244,9 @@ private:
     void AddSpBtnsAbove(const VCBtn& btn, SpBtnsAbove& spBtns);
     static void PutVisibleInfoOfSpBtnsAbove(SpBtnsAbove& pending, unsigned int bits);
     void ClearVisibleInfo(VCBtn& btn, unsigned int bits) noexcept;
+    template <class TVisit>
+    void VisitBtnIDsOfRecs(const IBnLink& bnLink, const DWORD* recList, DWORD recCountOfList,
+                           const TVisit& visit) const;
     void RememberSelection(DWORD btnID);
     template <class TCondition>
     DWORD ListBtnIDs(std::vector<DWORD>& btnIDs, const TCondition& isListed) const;
