@@ -384,6 +384,10 @@ bool CModelEnv::SelectBtns(DWORD classID, const IDList& given, bool select, bool
 
 bool CModelEnv::PressDifference(SModelItem& item, const IDList& btnIDs, bool select)
 {
+    for (const DWORD btnID : btnIDs) {
+        if (select && item.btns.count(btnID) == 0)
+            return false;
+    }
     if (SModelItem* const former = FindItem(diffClassID)) {
         former->SelectBtn(diffStandardBtnID, false);
         if (diffTargetBtnID != 0)

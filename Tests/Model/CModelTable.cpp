@@ -115,11 +115,11 @@ void CModelTable::AddFld(CRandom& random)
         fld.dateTypeInfo.delimiter = SCDeclareConstant::DATEDELIM_KANJI;
 
     const bool allDifferent = random.IsOneOf(6);
-    DWORD valueCount = 1 + random.GetBelow(random.IsOneOf(2) ? 4 : 20); // 1: one value only
+    DWORD valueCount = 1 + random.GetBelow(random.IsOneOf(2) ? 4 : 30); // 1: one value only
     const DWORD emptyOneOf = random.IsOneOf(3) ? 1 + random.GetBelow(8) : 0;
     std::vector<std::string> values;
     for (DWORD number = 0; number < valueCount; ++number)
-        values.push_back(MakeValue(random, fld, random.GetBelow(20)));
+        values.push_back(MakeValue(random, fld, random.GetBelow(30)));
     for (DWORD rec = 0; rec < texts.recCount; ++rec) {
         if (emptyOneOf != 0 && random.IsOneOf(emptyOneOf))
             fld.texts.emplace_back();

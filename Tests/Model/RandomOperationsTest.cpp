@@ -28,9 +28,9 @@ using NSKZCore::SCBUICoreCom;
 using NSKZCore::SSelectBtnIDList;
 
 #ifdef KZC_SANITIZED
-constexpr DWORD OPERATIONS_OF_A_TEST = 2000;
+constexpr DWORD OPERATIONS_OF_A_TEST = 5000;
 #else
-constexpr DWORD OPERATIONS_OF_A_TEST = 20000;
+constexpr DWORD OPERATIONS_OF_A_TEST = 100000;
 #endif
 
 // What a run leans to; each number is the chance, one in so many, 0 for never.
