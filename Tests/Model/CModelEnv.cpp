@@ -80,8 +80,7 @@ void Enter(ModelOrder<TKey>& order, const TKey& key, std::uint64_t entryNumber, 
         if (otherID == btnID && otherKey == key)
             return;
     }
-    order.emplace_back(key, entryNumber, btnID);
-    std::sort(order.begin(), order.end());
+    order.emplace(key, entryNumber, btnID);
 }
 
 bool IsListed(unsigned int visibleInfo, unsigned int flags)
@@ -661,13 +660,15 @@ bool CModelEnv::RelateByAnd(SModelItem& item)
         return true;
     }
     ShowAllByRelation(false);
-    const IDList selected = item.ListSelected();
+    std::vector<RecSet> recsOfSelected;
+    for (const DWORD selectedID : item.ListSelected())
+        recsOfSelected.push_back(WithinLimitation(item.btns.at(selectedID).recs));
     for (auto& [otherID, other] : items) {
         std::set<DWORD> related;
         for (const auto& [btnID, btn] : other.btns) {
-            bool sharesWithAll = !selected.empty();
-            for (const DWORD selectedID : selected) {
-                if (Intersect(btn.recs, WithinLimitation(item.btns.at(selectedID).recs)).empty())
+            bool sharesWithAll = !recsOfSelected.empty();
+            for (const RecSet& recs : recsOfSelected) {
+                if (Intersect(btn.recs, recs).empty())
                     sharesWithAll = false;
             }
             if (sharesWithAll)

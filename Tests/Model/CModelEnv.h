@@ -9,6 +9,7 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -47,9 +48,9 @@ struct SModelBtn
     const std::string& GetShownText() const { return alias ? *alias : *name; }
 };
 
-// A text or a number, then when it came into its list, then the button: sorting gives the order.
+// Buttons in the order of a text or a number each, those of the same one in the order in which they came.
 template <class TKey>
-using ModelOrder = std::vector<std::tuple<TKey, std::uint64_t, DWORD>>;
+using ModelOrder = std::set<std::tuple<TKey, std::uint64_t, DWORD>>;
 
 // One item.
 struct SModelItem

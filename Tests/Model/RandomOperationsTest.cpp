@@ -461,6 +461,23 @@ TEST(RandomOperations, AgreeWithTheModelOnTablesOfAFewRecords)
     RunOperations(leaning);
 }
 
+// What is counted up at every press, and tidied up once it has grown, comes round many times.
+TEST(RandomOperations, AgreeWithTheModelThroughALongLifeOfOneEnvironment)
+{
+    SLeaning leaning;
+    leaning.operationsOfATable = OPERATIONS_OF_A_TEST / 20;
+    RunOperations(leaning);
+}
+
+// Records enough for every stretch in which they are worked on.
+TEST(RandomOperations, AgreeWithTheModelOnTablesOfAFewThousandRecords)
+{
+    SLeaning leaning;
+    leaning.maxRecCount = 6000;
+    leaning.operationsOfATable = 30;
+    RunOperations(leaning, OPERATIONS_OF_A_TEST / 200);
+}
+
 TEST(RandomOperations, AgreeWithTheModelOnTablesOfAFewHundredRecords)
 {
     SLeaning leaning;
