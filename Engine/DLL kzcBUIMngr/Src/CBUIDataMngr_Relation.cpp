@@ -20,8 +20,8 @@ namespace {
 
 constexpr const char* SRC_FILE = "Src/CBUIDataMngr";
 
-[[noreturn]] void ThrowAbnormalData(const char* format, std::initializer_list<DWORD> ids, const char* function,
-                                    long line)
+[[noreturn]] void ThrowAbnormalData(const char* format, std::initializer_list<DWORD> ids,
+                                    const char* function, long line)
 {
     throw ECAbnormalData(CFormattedMsg(format, ids).GetText(), SRC_FILE, function, line);
 }
@@ -101,9 +101,10 @@ void CBUIDataMngr::IntersectWithLevelBefore(std::size_t position, DWORD* recList
     }
 }
 
-// Or and narrowing are the same relation: what tells them apart is that Or has let the other classes go before.
-bool CBUIDataMngr::ExecRelationByORCnd(SHierarchyInfo* level, DWORD btnClassID, const std::vector<DWORD>& btnIDs,
-                                       bool select)
+// Or and narrowing are the same relation: what tells them apart is that Or has let the other classes go
+// before.
+bool CBUIDataMngr::ExecRelationByORCnd(SHierarchyInfo* level, DWORD btnClassID,
+                                       const std::vector<DWORD>& btnIDs, bool select)
 {
     return ExecNarrowing(level, btnClassID, btnIDs, select);
 }
@@ -127,7 +128,8 @@ bool CBUIDataMngr::ExecNarrowing(SHierarchyInfo* level, DWORD btnClassID, const 
             return false;
         IntersectWithLevelBefore(position, recs, count);
         if (level != nullptr) {
-            count = SCKZCoreCom::MergeRecListByORCnd(recs, count, level->recList.get(), level->recCount, buffers[0]);
+            count = SCKZCoreCom::MergeRecListByORCnd(recs, count, level->recList.get(), level->recCount,
+                                                     buffers[0]);
             level->recList = CopyOfRecs(buffers[0], count);
             level->recCount = count;
         } else {
@@ -157,7 +159,8 @@ bool CBUIDataMngr::ExecNarrowing(SHierarchyInfo* level, DWORD btnClassID, const 
 }
 
 // `btnIDs` and `select` play no part: the relation is always that of the class's whole selection.
-bool CBUIDataMngr::ExecRelationByANDCnd(SHierarchyInfo* level, DWORD btnClassID, const std::vector<DWORD>&, bool)
+bool CBUIDataMngr::ExecRelationByANDCnd(SHierarchyInfo* level, DWORD btnClassID, const std::vector<DWORD>&,
+                                        bool)
 {
     constexpr const char* FUNCTION = "NSKZ::NSKZCore::CBUIDataMngr::ExecRelationByANDCnd";
     const VCBtnClass* const btnClass = FindBtnClass(btnClassID);
@@ -172,8 +175,8 @@ bool CBUIDataMngr::ExecRelationByANDCnd(SHierarchyInfo* level, DWORD btnClassID,
     btnClass->GetSelectedBtnIDList(selBtnIDs);
     const auto selCount = static_cast<DWORD>(selBtnIDs.size());
 
-    // How many of the selected buttons each button shares a record with, by source class. A button that misses the
-    // first can never qualify, so only its buttons are counted on.
+    // How many of the selected buttons each button shares a record with, by source class. A button that
+    // misses the first can never qualify, so only its buttons are counted on.
     std::map<DWORD, TCBtnIDAssArr<DWORD>> countsOfBtns;
     std::vector<DWORD> related;
     for (DWORD i = 0; i < selCount; ++i) {
@@ -181,14 +184,16 @@ bool CBUIDataMngr::ExecRelationByANDCnd(SHierarchyInfo* level, DWORD btnClassID,
         DWORD* buffers[] = {GetWorkArea(1), GetWorkArea(2)};
         DWORD count = 0;
         if (!btnClass->GetRecListThatRelatesToBtn(selBtnIDs[i], recs, count, buffers)) {
-            ThrowAbnormalData(SCBUICoreStrDef::MSG_NOTEXIST_SELBTN, {btnClassID, selBtnIDs[i]}, FUNCTION, __LINE__);
+            ThrowAbnormalData(SCBUICoreStrDef::MSG_NOTEXIST_SELBTN, {btnClassID, selBtnIDs[i]}, FUNCTION,
+                              __LINE__);
         }
         IntersectWithLimitation(recs, count);
         for (const auto& [otherID, otherClass] : btnClasses) {
             if (!SCBUICoreCom::IsSrcBtnClass(otherID))
                 continue;
             if (!bnLink->GetBtnIDListOfRecList(otherID, count, recs, related)) {
-                ThrowAbnormalData(SCBUICoreStrDef::MSG_NOTEXIST_SRCBTNCLS_IN_BNLINK, {otherID}, FUNCTION, __LINE__);
+                ThrowAbnormalData(SCBUICoreStrDef::MSG_NOTEXIST_SRCBTNCLS_IN_BNLINK, {otherID}, FUNCTION,
+                                  __LINE__);
             }
             TCBtnIDAssArr<DWORD>& counts = countsOfBtns[otherID];
             for (const DWORD btnID : related) {
@@ -251,11 +256,13 @@ bool CBUIDataMngr::ExecRelationByDiffCnd(DWORD btnClassID, DWORD standardBtnID, 
             continue;
         btnIDs.Clear();
         if (!bnLink->GetBtnIDListOfRecList(otherID, standardCount, standardRecs, related))
-            ThrowAbnormalData(SCBUICoreStrDef::MSG_NOTEXIST_SRCBTNCLS_IN_BNLINK, {otherID}, FUNCTION, __LINE__);
+            ThrowAbnormalData(SCBUICoreStrDef::MSG_NOTEXIST_SRCBTNCLS_IN_BNLINK, {otherID}, FUNCTION,
+                              __LINE__);
         for (const DWORD btnID : related)
             btnIDs.Set(btnID, 1);
         if (!bnLink->GetBtnIDListOfRecList(otherID, targetCount, targetRecs, related))
-            ThrowAbnormalData(SCBUICoreStrDef::MSG_NOTEXIST_SRCBTNCLS_IN_BNLINK, {otherID}, FUNCTION, __LINE__);
+            ThrowAbnormalData(SCBUICoreStrDef::MSG_NOTEXIST_SRCBTNCLS_IN_BNLINK, {otherID}, FUNCTION,
+                              __LINE__);
         for (const DWORD btnID : related)
             btnIDs.Remove(btnID);
         btnIDs.ForEach([&](DWORD btnID, unsigned char) { remaining[otherID].push_back(btnID); });
@@ -296,22 +303,28 @@ void CBUIDataMngr::ResetVisibleInfoBasedOnRelationOfAllBtns()
     }
 }
 
-void CBUIDataMngr::ResetVisibleInfoBasedOnLimitedRecListOfAllBtns()
+CBUIDataMngr::BtnIDsOfClasses CBUIDataMngr::GetBtnsOfRecs(const DWORD* recList, DWORD recListCount) const
 {
-    SetVisibleInfoBasedOnLimitedRecListOfAllBtns(!recListLimited);
-    if (!recListLimited)
-        return;
-    std::vector<DWORD> btnIDs;
+    BtnIDsOfClasses btnIDs;
     for (const auto& [btnClassID, btnClass] : btnClasses) {
         if (!SCBUICoreCom::IsSrcBtnClass(btnClassID))
             continue;
-        if (!bnLink->GetBtnIDListOfRecList(btnClassID, limitedRecCount, limitedRecList.get(), btnIDs)) {
+        if (!bnLink->GetBtnIDListOfRecList(btnClassID, recListCount, recList, btnIDs[btnClassID])) {
             ThrowAbnormalData(SCBUICoreStrDef::MSG_NOTEXIST_SRCBTNCLS_IN_BNLINK, {btnClassID},
                               "NSKZ::NSKZCore::CBUIDataMngr::ResetVisibleInfoBasedOnLimitedRecListOfAllBtns",
                               __LINE__);
         }
-        btnClass->PutVisibleInfoBasedOnLimitedRecListOfBtns(btnIDs);
     }
+    return btnIDs;
+}
+
+void CBUIDataMngr::ResetVisibleInfoBasedOnLimitedRecListOfAllBtns(const BtnIDsOfClasses& reached)
+{
+    SetVisibleInfoBasedOnLimitedRecListOfAllBtns(!recListLimited);
+    if (!recListLimited)
+        return;
+    for (const auto& [btnClassID, btnIDs] : reached)
+        FindBtnClass(btnClassID)->PutVisibleInfoBasedOnLimitedRecListOfBtns(btnIDs);
 }
 
 } // namespace NSKZ::NSKZCore
