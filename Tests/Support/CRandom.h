@@ -15,7 +15,12 @@ class CRandom
 {
 public:
     CRandom() : CRandom(ChooseSeed()) {}
-    explicit CRandom(unsigned int seed) : generator(seed) { std::cout << "seed " << seed << '\n'; }
+    explicit CRandom(unsigned int seedOfRun) : seed(seedOfRun), generator(seedOfRun)
+    {
+        std::cout << "seed " << seed << '\n';
+    }
+
+    unsigned int GetSeed() const noexcept { return seed; }
 
     // A number from 0 to `bound` - 1, all alike; `bound` is above 0.
     DWORD GetBelow(DWORD bound) { return static_cast<DWORD>(generator() % bound); }
@@ -29,6 +34,7 @@ private:
         return given != nullptr ? static_cast<unsigned int>(std::stoul(given)) : std::random_device()();
     }
 
+    unsigned int seed;
     std::mt19937 generator;
 };
 

@@ -21,7 +21,8 @@ namespace {
 
 constexpr const char* SRC_FILE = "Src/CBUIDataMngr";
 
-// The version of a table that `verType` names, `TOnMem` being the one on memory. `function` is where it is made.
+// The version of a table that `verType` names, `TOnMem` being the one on memory. `function` is where it is
+// made.
 template <class TOnMem>
 std::unique_ptr<TOnMem> MakeTable(SCBUICoreCom::ELinkTableVerType verType, const char* function, long line)
 {
@@ -51,8 +52,8 @@ void CBUIDataMngr::SNumCndReleaser::operator()(INumCnd* cnd) const noexcept
 // --- Life
 
 CBUIDataMngr::CBUIDataMngr(DWORD idOfEnv, SCBUICoreCom::ELinkTableVerType bnLinkVerType,
-                           SCBUICoreCom::ELinkTableVerType rpLinkVerType, const CSourceDataMngr& srcDataMngrOfHost,
-                           const CCoreSumMngr* coreSumMngrOfHost)
+                           SCBUICoreCom::ELinkTableVerType rpLinkVerType,
+                           const CSourceDataMngr& srcDataMngrOfHost, const CCoreSumMngr* coreSumMngrOfHost)
 {
     Clear();
     id = idOfEnv;
@@ -64,8 +65,9 @@ CBUIDataMngr::CBUIDataMngr(DWORD idOfEnv, SCBUICoreCom::ELinkTableVerType bnLink
 }
 
 CBUIDataMngr::CBUIDataMngr(DWORD idOfEnv, SCBUICoreCom::ELinkTableVerType bnLinkVerType,
-                           SCBUICoreCom::ELinkTableVerType rpLinkVerType, const CSourceDataMngr& srcDataMngrOfHost,
-                           const CCoreSumMngr* coreSumMngrOfHost, CProgressStatus* progressStatus)
+                           SCBUICoreCom::ELinkTableVerType rpLinkVerType,
+                           const CSourceDataMngr& srcDataMngrOfHost, const CCoreSumMngr* coreSumMngrOfHost,
+                           CProgressStatus* progressStatus)
     : CBUIDataMngr(idOfEnv, bnLinkVerType, rpLinkVerType, srcDataMngrOfHost, coreSumMngrOfHost)
 {
     recCount = srcDataMngr->GetRecCount();
@@ -186,16 +188,20 @@ void CBUIDataMngr::SetLimitedRecList(const DWORD* recListOfHost, DWORD recListCo
     std::unique_ptr<DWORD[]> copy(new DWORD[recListCount]);
     const DWORD* const copyEnd = std::copy_if(recListOfHost, recListOfHost + recListCount, copy.get(),
                                               [this](DWORD recNum) { return recNum < recCount; });
-    limitedRecCount = static_cast<DWORD>(copyEnd - copy.get());
+    const auto copyCount = static_cast<DWORD>(copyEnd - copy.get());
+    // What needs memory comes before the first change.
+    const BtnIDsOfClasses reached =
+        GetBtnsOfRecs(copy.get(), copyCount, "NSKZ::NSKZCore::CBUIDataMngr::SetLimitedRecList");
     limitedRecList = std::move(copy);
+    limitedRecCount = copyCount;
     recListLimited = true;
-    AdjstToLimitation();
+    AdjstToLimitation(reached);
 }
 
 void CBUIDataMngr::ClearLimitedRecList()
 {
     DropLimitedRecList();
-    AdjstToLimitation();
+    AdjstToLimitation({});
 }
 
 void CBUIDataMngr::DropLimitedRecList() noexcept
@@ -205,9 +211,9 @@ void CBUIDataMngr::DropLimitedRecList() noexcept
     recListLimited = false;
 }
 
-void CBUIDataMngr::AdjstToLimitation()
+void CBUIDataMngr::AdjstToLimitation(const BtnIDsOfClasses& reached)
 {
-    ResetVisibleInfoBasedOnLimitedRecListOfAllBtns();
+    ResetVisibleInfoBasedOnLimitedRecListOfAllBtns(reached);
     sumValueCacheMngr->ClearSumValueCache();
     ClearAllBtnSelections(true);
 }
@@ -274,9 +280,9 @@ bool CBUIDataMngr::GetTargetRecListOfBtnClass(DWORD btnClassID, DWORD* recList, 
     switch (relationMode) {
     case RELATIONMODE_OR:
     case RELATIONMODE_NARROWING: {
-        const auto own = std::find_if(hierarchies.begin(), hierarchies.end(), [=](const SHierarchyInfo& level) {
-            return level.btnClassID == btnClassID;
-        });
+        const auto own =
+            std::find_if(hierarchies.begin(), hierarchies.end(),
+                         [=](const SHierarchyInfo& level) { return level.btnClassID == btnClassID; });
         if (own == hierarchies.begin()) // the first level, or there is none
             return GetLimitationOrAllRecs(recList, recListCount);
         const SHierarchyInfo& before = *(own - 1);
@@ -325,8 +331,9 @@ bool CBUIDataMngr::ExistBtnClass(const char* name, DWORD len, DWORD ignoredBtnCl
 {
     return std::any_of(fldIDOfBtnClass.begin(), fldIDOfBtnClass.end(), [&](const auto& classAndFld) {
         const char* itemName = nullptr;
-        return classAndFld.first != ignoredBtnClassID && srcDataMngr->GetItemName(classAndFld.second, itemName) &&
-               std::strlen(itemName) == len && std::memcmp(itemName, name, len) == 0;
+        return classAndFld.first != ignoredBtnClassID &&
+               srcDataMngr->GetItemName(classAndFld.second, itemName) && std::strlen(itemName) == len &&
+               std::memcmp(itemName, name, len) == 0;
     });
 }
 
@@ -446,7 +453,8 @@ bool CBUIDataMngr::GetDispBtnCountOfBtnClass(DWORD btnClassID, DWORD& count) con
     });
 }
 
-bool CBUIDataMngr::GetBtnAppOrdListOfBtnClass(DWORD btnClassID, unsigned int flags, std::vector<DWORD>& btnIDs) const
+bool CBUIDataMngr::GetBtnAppOrdListOfBtnClass(DWORD btnClassID, unsigned int flags,
+                                              std::vector<DWORD>& btnIDs) const
 {
     return WithBtnClass(btnClassID, [&](const VCBtnClass& btnClass) {
         btnClass.GetBtnAppOrdList(flags, btnIDs);
@@ -454,7 +462,8 @@ bool CBUIDataMngr::GetBtnAppOrdListOfBtnClass(DWORD btnClassID, unsigned int fla
     });
 }
 
-bool CBUIDataMngr::GetBtnNameOrdListOfBtnClass(DWORD btnClassID, unsigned int flags, std::vector<DWORD>& btnIDs) const
+bool CBUIDataMngr::GetBtnNameOrdListOfBtnClass(DWORD btnClassID, unsigned int flags,
+                                               std::vector<DWORD>& btnIDs) const
 {
     return WithBtnClass(btnClassID, [&](const VCBtnClass& btnClass) {
         btnClass.GetBtnNameOrdList(flags, btnIDs);
@@ -463,7 +472,8 @@ bool CBUIDataMngr::GetBtnNameOrdListOfBtnClass(DWORD btnClassID, unsigned int fl
 }
 
 bool CBUIDataMngr::GetBtnUnknownOrdListOfBtnClass(DWORD btnClassID, unsigned int flags,
-                                                  const std::vector<DWORD>& order, std::vector<DWORD>& btnIDs) const
+                                                  const std::vector<DWORD>& order,
+                                                  std::vector<DWORD>& btnIDs) const
 {
     return WithBtnClass(btnClassID, [&](const VCBtnClass& btnClass) {
         btnClass.GetBtnUnknownOrdList(flags, order, btnIDs);
@@ -511,10 +521,12 @@ bool CBUIDataMngr::GetBtnExistInfoOfBtnClass(DWORD btnClassID, DWORD btnID) cons
 
 bool CBUIDataMngr::GetBtnExistInfoOfBtnClass(DWORD btnClassID, const char* text, DWORD len) const
 {
-    return WithBtnClass(btnClassID, [&](const VCBtnClass& btnClass) { return btnClass.ExistTheBtn(text, len); });
+    return WithBtnClass(btnClassID,
+                        [&](const VCBtnClass& btnClass) { return btnClass.ExistTheBtn(text, len); });
 }
 
-bool CBUIDataMngr::GetBtnExistInfoOfBtnClass(DWORD btnClassID, const char* text, DWORD len, DWORD ignoredBtnID) const
+bool CBUIDataMngr::GetBtnExistInfoOfBtnClass(DWORD btnClassID, const char* text, DWORD len,
+                                             DWORD ignoredBtnID) const
 {
     return WithBtnClass(btnClassID, [&](const VCBtnClass& btnClass) {
         return btnClass.ExistTheBtn(text, len, ignoredBtnID);
@@ -531,8 +543,8 @@ bool CBUIDataMngr::GetTypeOfBtn(DWORD btnClassID, DWORD btnID, SCBUICoreCom::EBt
 
 bool CBUIDataMngr::GetSelectionInfoOfBtn(DWORD btnClassID, DWORD btnID, bool& sel) const
 {
-    return WithBtnClass(btnClassID,
-                        [&](const VCBtnClass& btnClass) { return btnClass.GetSelectionInfoOfBtn(btnID, sel); });
+    return WithBtnClass(
+        btnClassID, [&](const VCBtnClass& btnClass) { return btnClass.GetSelectionInfoOfBtn(btnID, sel); });
 }
 
 bool CBUIDataMngr::GetNameOfBtn(DWORD btnClassID, DWORD btnID, const char*& name) const
@@ -549,7 +561,8 @@ bool CBUIDataMngr::GetAliasOfBtn(DWORD btnClassID, DWORD btnID, const char*& ali
 
 bool CBUIDataMngr::SetAliasOfBtn(DWORD btnClassID, DWORD btnID, const char* alias)
 {
-    return WithBtnClass(btnClassID, [&](VCBtnClass& btnClass) { return btnClass.SetAliasOfBtn(btnID, alias); });
+    return WithBtnClass(btnClassID,
+                        [&](VCBtnClass& btnClass) { return btnClass.SetAliasOfBtn(btnID, alias); });
 }
 
 bool CBUIDataMngr::GetVisibleInfoOfBtn(DWORD btnClassID, DWORD btnID, unsigned int& visibleInfo) const
@@ -606,8 +619,8 @@ bool CBUIDataMngr::GetRecListThatRelatesToBtn(DWORD btnClassID, DWORD btnID, DWO
     return GetRecListThatRelatesToBtn(btnClassID, btnID, recList, recListCount, areas);
 }
 
-bool CBUIDataMngr::GetRecListThatRelatesToBtn(DWORD btnClassID, DWORD btnID, DWORD* recList, DWORD& recListCount,
-                                              DWORD** workArrays) const
+bool CBUIDataMngr::GetRecListThatRelatesToBtn(DWORD btnClassID, DWORD btnID, DWORD* recList,
+                                              DWORD& recListCount, DWORD** workArrays) const
 {
     // The class may swap what it is given; the caller's pointers stay as they are.
     DWORD* found = recList;
@@ -622,14 +635,15 @@ bool CBUIDataMngr::GetRecListThatRelatesToBtn(DWORD btnClassID, DWORD btnID, DWO
     return true;
 }
 
-bool CBUIDataMngr::GetRecListThatRelatesToBtns(DWORD btnClassID, const std::vector<DWORD>& btnIDs, DWORD* recList,
-                                               DWORD& recListCount) const
+bool CBUIDataMngr::GetRecListThatRelatesToBtns(DWORD btnClassID, const std::vector<DWORD>& btnIDs,
+                                               DWORD* recList, DWORD& recListCount) const
 {
     DWORD* found = recList;
     DWORD* areas[] = {GetWorkArea(0), GetWorkArea(1)};
     DWORD count = 0;
     DWORD failedID = SCBUICoreCom::BTN_ID_UNSETTING;
-    if (!VCBtnClass::GetRecListThatRelatesToBtns(FindBtnClass(btnClassID), btnIDs, found, count, areas, failedID))
+    if (!VCBtnClass::GetRecListThatRelatesToBtns(FindBtnClass(btnClassID), btnIDs, found, count, areas,
+                                                 failedID))
         return false;
     if (found != recList)
         CopyRecs(recList, found, count);

@@ -28,16 +28,17 @@ class VCBtnClass;
 
 // One analysis environment over one source table: the whole of the engine as a host sees it.
 //
-// Every item of the table is a button class, every distinct value of it a button; a record is a row, numbered from
-// 0. The host presses buttons (SelectTheBtn, SelectBtns); the environment answers which records they cover
-// (GetTargetRecList), which buttons of the other items stay related (the order lists and displayed lists) and which
-// sums belong to them (GetSumValueCacheMngrObjRef).
+// Every item of the table is a button class, every distinct value of it a button; a record is a row, numbered
+// from 0. The host presses buttons (SelectTheBtn, SelectBtns); the environment answers which records they
+// cover (GetTargetRecList), which buttons of the other items stay related (the order lists and displayed
+// lists) and which sums belong to them (GetSumValueCacheMngrObjRef).
 //
-// Identifiers come from the environment and may be stale: an operation that is given one of a class or a button that
-// it does not have returns false (or what it tells as not found) and leaves its outputs untouched. ECAbnormalData
-// comes out where an enumerator or the content of a table is impossible, and the environment is lost then.
-// Exhausted memory arrives as std::bad_alloc; where nothing else is told, a query has changed nothing by then, and
-// after a change that failed so, ClearAllBtnSelections(true) brings the environment back to a clean state.
+// Identifiers come from the environment and may be stale: an operation that is given one of a class or a
+// button that it does not have returns false (or what it tells as not found) and leaves its outputs
+// untouched. ECAbnormalData comes out where an enumerator or the content of a table is impossible, and the
+// environment is lost then. Exhausted memory arrives as std::bad_alloc; where nothing else is told, a query
+// has changed nothing by then, and after a change that failed so, ClearAllBtnSelections(true) brings the
+// environment back to a clean state.
 //
 // The source table and the sum manager are borrowed and outlive the environment. One thread at a time uses an
 // environment, const operations included: they keep sums and sort lists behind the scenes.
@@ -65,24 +66,25 @@ public:
 
     // --- Life
 
-    // An empty environment with the identifier `id` (BUIDATAMNGR_ID_BEGIN to BUIDATAMNGR_ID_END), to be filled from
-    // a saved one. `coreSumMngr` may be null: sums are not to be had then, and SelectBtns answers false after it has
-    // done its work. Throws ECAbnormalData for an unknown version type of a table and ECInaccurateCode for one that
-    // this library does not have.
+    // An empty environment with the identifier `id` (BUIDATAMNGR_ID_BEGIN to BUIDATAMNGR_ID_END), to be
+    // filled from a saved one. `coreSumMngr` may be null: sums are not to be had then, and SelectBtns answers
+    // false after it has done its work. Throws ECAbnormalData for an unknown version type of a table and
+    // ECInaccurateCode for one that this library does not have.
     CBUIDataMngr(DWORD id, SCBUICoreCom::ELinkTableVerType bnLinkVerType,
                  SCBUICoreCom::ELinkTableVerType rpLinkVerType, const CSourceDataMngr& srcDataMngr,
                  const CCoreSumMngr* coreSumMngr);
-    // An environment with a class for every item of the source table. `progressStatus` may be null; it is told the
-    // way, and may cancel: the classes finished until then stay, and the host learns of it from the status alone.
-    // Throws as above, and what BuildSrcBtnClasses throws. Cost: a hash look-up and a few copies for each cell.
+    // An environment with a class for every item of the source table. `progressStatus` may be null; it is
+    // told the way, and may cancel: the classes finished until then stay, and the host learns of it from the
+    // status alone. Throws as above, and what BuildSrcBtnClasses throws. Cost: a hash look-up and a few
+    // copies for each cell.
     CBUIDataMngr(DWORD id, SCBUICoreCom::ELinkTableVerType bnLinkVerType,
                  SCBUICoreCom::ELinkTableVerType rpLinkVerType, const CSourceDataMngr& srcDataMngr,
                  const CCoreSumMngr* coreSumMngr, CProgressStatus* progressStatus);
     virtual ~CBUIDataMngr();
     CBUIDataMngr& operator=(const CBUIDataMngr&) = delete;
 
-    // Removes what a user added (selections, the limitation, the numeric condition, a hidden empty value) and keeps
-    // what follows from the source data. Aliases, the relation mode and multiple selection stay.
+    // Removes what a user added (selections, the limitation, the numeric condition, a hidden empty value) and
+    // keeps what follows from the source data. Aliases, the relation mode and multiple selection stay.
     void ClearOfFixedSpec();
 
     // --- Simple members
@@ -92,29 +94,33 @@ public:
     DWORD GetRecCountOfSrcData() const noexcept { return recCount; }
     bool HasSrcDataInfo() const noexcept { return srcDataMngr != nullptr; }
     const CCoreSumMngr* GetCoreSumMngrPtr() const noexcept { return coreSumMngr; }
-    void SetCoreSumMngrPtr(const CCoreSumMngr* coreSumMngrOfHost) noexcept { coreSumMngr = coreSumMngrOfHost; }
+    void SetCoreSumMngrPtr(const CCoreSumMngr* coreSumMngrOfHost) noexcept
+    {
+        coreSumMngr = coreSumMngrOfHost;
+    }
     // The sums of the environment's buttons under the present selection.
     CSumValueCacheMngr& GetSumValueCacheMngrObjRef() const noexcept { return *sumValueCacheMngr; }
 
     // The version of the two link tables.
     SCBUICoreCom::ELinkTableVerType GetVersionTypeOfBnLink() const;
     SCBUICoreCom::ELinkTableVerType GetVersionTypeOfRpLink() const;
-    // Changes a table's version; the same version leaves the very same table in place. Throws as the constructors do,
-    // with the table in force as it was.
+    // Changes a table's version; the same version leaves the very same table in place. Throws as the
+    // constructors do, with the table in force as it was.
     void ChangeVersionTypeOfBnLink(SCBUICoreCom::ELinkTableVerType verType);
     void ChangeVersionTypeOfRpLink(SCBUICoreCom::ELinkTableVerType verType);
 
     // --- Record limitation and numeric condition
 
-    // Limits the analysis to the listed records: buttons without a record among them are hidden, and every selection
-    // starts from them. `limitedRecList` is ascending without repetition, which is not checked, and is copied;
-    // numbers that are no record are dropped. A count of 0 clears the limitation. Clears all selections and sums.
+    // Limits the analysis to the listed records: buttons without a record among them are hidden, and every
+    // selection starts from them. `limitedRecList` is ascending without repetition, which is not checked, and
+    // is copied; numbers that are no record are dropped. A count of 0 clears the limitation. Clears all
+    // selections and sums. If memory is exhausted nothing changes.
     void SetLimitedRecList(const DWORD* limitedRecList, DWORD limitedRecCount);
     void ClearLimitedRecList();
     bool IsRecListLimitationExecuted() const noexcept { return recListLimited || numCndRecListLimited; }
 
-    // Keeps a clone of the host's condition in place of the one held; drops all sums. If cloning throws, the held
-    // one stays.
+    // Keeps a clone of the host's condition in place of the one held; drops all sums. If cloning throws, the
+    // held one stays.
     void SetNumCnd(const INumCnd& cnd);
     // Releases it; nothing without one.
     void ClearNumCnd();
@@ -123,12 +129,13 @@ public:
 
     // --- Target records
 
-    // The records that the environment stands on, ascending: those of the last level in Or and Narrowing; without
-    // one, and in the other modes, the limitation, or else all. `recList` has room for GetRecCountOfSrcData()
-    // numbers. Always true; linear in the result.
+    // The records that the environment stands on, ascending: those of the last level in Or and Narrowing;
+    // without one, and in the other modes, the limitation, or else all. `recList` has room for
+    // GetRecCountOfSrcData() numbers. Always true; linear in the result.
     bool GetTargetRecList(DWORD* recList, DWORD& recListCount) const;
-    // The records against which the class's own buttons are judged: those of the level before the class's own, so
-    // that a class is never narrowed by itself; without a level of its own the same as above. Always true.
+    // The records against which the class's own buttons are judged: those of the level before the class's
+    // own, so that a class is never narrowed by itself; without a level of its own the same as above. Always
+    // true.
     bool GetTargetRecListOfBtnClass(DWORD btnClassID, DWORD* recList, DWORD& recListCount) const;
 
     // --- Relation mode and hierarchy
@@ -137,58 +144,64 @@ public:
     // A change clears all selections and sums; the same mode changes nothing.
     void SetRelationMode(ERelationMode mode);
     bool GetMultiSelectionInfo() const noexcept { return multiSelection; }
-    // Whether a class keeps several selected buttons: off, a press replaces the class's selection. Stores only.
+    // Whether a class keeps several selected buttons: off, a press replaces the class's selection. Stores
+    // only.
     void SetMultiSelectionInfo(bool multi) noexcept { multiSelection = multi; }
     // The depth of the class's level, 0 for the first. False unless the mode is Narrowing and there is one.
     bool GetHierDepthOfBtnClass(DWORD btnClassID, unsigned int& depth) const;
-    // The levels from the first on: how many, and the class and the count of records of one. False past the end. In
-    // mode And a level holds no records of its own.
+    // The levels from the first on: how many, and the class and the count of records of one. False past the
+    // end. In mode And a level holds no records of its own.
     DWORD GetHierCount() const noexcept { return static_cast<DWORD>(hierarchies.size()); }
     bool GetHierInfo(DWORD position, DWORD& btnClassID, DWORD& recCountOfLevel) const;
-    // The class and the two buttons of a difference selection, 0 for what is not chosen. False unless the mode is
-    // Difference.
+    // The class and the two buttons of a difference selection, 0 for what is not chosen. False unless the
+    // mode is Difference.
     bool GetSelBtnsInfoForDiffCnd(DWORD& btnClassID, DWORD& standardBtnID, DWORD& targetBtnID) const;
 
     // --- Selection
 
     // Presses (`select` true) or releases a button.
     bool SelectTheBtn(DWORD btnClassID, DWORD btnID, bool select);
-    // Presses or releases buttons of a class in one step, an identifier once, in first place. Deeper levels are
-    // dissolved; in Or and And a press in another class starts afresh; without multiple selection a press replaces.
-    // Hidden buttons become selected but take part in the relation only with `includeNonDispBtns`. In Difference the
-    // first button is the standard, the second, or the next press in the class, the target; releasing undoes the
-    // target first.
+    // Presses or releases buttons of a class in one step, an identifier once, in first place. Deeper levels
+    // are dissolved; in Or and And a press in another class starts afresh; without multiple selection a press
+    // replaces. Hidden buttons become selected but take part in the relation only with `includeNonDispBtns`.
+    // In Difference the first button is the standard, the second, or the next press in the class, the target;
+    // releasing undoes the target first.
     //
-    // False for an unknown or ineffective class; for an unknown button, with the changes before it kept; for an empty
-    // list in Difference; and, with everything done, without a sum manager in any mode but None. Cost: the records of
-    // the new level times the items, plus the buttons that come back; nothing is allocated for a record or a button.
+    // False for an unknown or ineffective class; for an unknown button, with the changes before it kept; for
+    // an empty list in Difference; and, with everything done, without a sum manager in any mode but None.
+    // Cost: the records of the new level times the items, plus the buttons that come back; nothing is
+    // allocated for a record or a button.
     bool SelectBtns(DWORD btnClassID, const std::vector<DWORD>& btnIDs, bool select, bool includeNonDispBtns);
-    // Restores a whole selection: clears the present one and presses each element in order, which in Narrowing is
-    // the order of the levels. If an element fails, nothing is selected and the answer is false.
+    // Restores a whole selection: clears the present one and presses each element in order, which in
+    // Narrowing is the order of the levels. If an element fails, nothing is selected and the answer is false.
     bool SelectBtns(const std::vector<SSelectBtnIDList>& selectInfo, bool includeNonDispBtns);
-    // Presses or releases all displayed buttons of the class, and if that succeeds sets or clears the selection flag
-    // of every button, hidden ones too. False in mode Difference and for an unknown class, and where SelectBtns is.
+    // Presses or releases all displayed buttons of the class, and if that succeeds sets or clears the
+    // selection flag of every button, hidden ones too. False in mode Difference and for an unknown class, and
+    // where SelectBtns is.
     bool SelectAllBtnsOfBtnClass(DWORD btnClassID, bool select);
-    // Clears the selection of all classes. Without `force` nothing happens unless a class is in selective state.
+    // Clears the selection of all classes. Without `force` nothing happens unless a class is in selective
+    // state.
     void ClearAllBtnSelections(bool force);
-    // The whole selection, as SelectBtns restores it: in Narrowing an element for each level in order, in Difference
-    // one for the pair, in the other modes one for each class in selective state.
+    // The whole selection, as SelectBtns restores it: in Narrowing an element for each level in order, in
+    // Difference one for the pair, in the other modes one for each class in selective state.
     void GetAllBtnSelectionInfo(std::vector<SSelectBtnIDList>& selectInfo) const;
     // Whether any class is in selective state.
     bool IsBtnSelectiveState() const;
 
-    // The selection of classes as such, independent of buttons: a flag for each, listed in the order in which they
-    // were selected.
+    // The selection of classes as such, independent of buttons: a flag for each, listed in the order in which
+    // they were selected.
     bool SelectTheBtnClass(DWORD btnClassID, bool select);
     void GetAllBtnClassSelectionInfo(std::vector<DWORD>& btnClassIDs) const;
     void ClearAllBtnClassSelections();
 
     // --- Classes
 
-    // All classes, ascending; without ineffective ones if the flag is false. Returns the count of all classes.
+    // All classes, ascending; without ineffective ones if the flag is false. Returns the count of all
+    // classes.
     DWORD GetAllBtnClassIDList(std::vector<DWORD>& btnClassIDs, bool includeIneffective) const;
     bool ExistBtnClass(DWORD btnClassID) const;
-    // Whether a class, other than the ignored one, has exactly that name: a source class has the name of its item.
+    // Whether a class, other than the ignored one, has exactly that name: a source class has the name of its
+    // item.
     bool ExistBtnClass(const char* name, DWORD len) const;
     bool ExistBtnClass(const char* name, DWORD len, DWORD ignoredBtnClassID) const;
     bool GetFldID(DWORD btnClassID, DWORD& fldID) const;
@@ -220,7 +233,8 @@ public:
     bool GetSelBtnIDListOfBtnClass(DWORD btnClassID, std::vector<DWORD>& btnIDs) const;
     bool GetDispSelBtnIDListOfBtnClass(DWORD btnClassID, std::vector<DWORD>& btnIDs) const;
     bool GetDispBtnIDListOfBtnClass(DWORD btnClassID, std::vector<DWORD>& btnIDs) const;
-    bool GetAllBtnIDListOfBtnClass(DWORD btnClassID, std::vector<DWORD>& btnIDs, bool includeIneffective) const;
+    bool GetAllBtnIDListOfBtnClass(DWORD btnClassID, std::vector<DWORD>& btnIDs,
+                                   bool includeIneffective) const;
 
     bool GetBtnExistInfoOfBtnClass(DWORD btnClassID, DWORD btnID) const;
     bool GetBtnExistInfoOfBtnClass(DWORD btnClassID, const char* text, DWORD len) const;
@@ -241,16 +255,17 @@ public:
 
     // --- Records and buttons
 
-    // The distinct buttons of a source class that the listed records carry, in order of first appearance, straight
-    // from the table. The array has room for as many identifiers as there are records; entries behind the last one
-    // found are 0. Record numbers are below GetRecCountOfSrcData(). An unknown class leaves the output untouched.
-    bool GetBtnIDListThatRelatesToRecListFromBtnClass(DWORD btnClassID, DWORD recListCount, const DWORD* recList,
-                                                      DWORD* btnIDs) const;
-    bool GetBtnIDListThatRelatesToRecListFromBtnClass(DWORD btnClassID, DWORD recListCount, const DWORD* recList,
-                                                      std::vector<DWORD>& btnIDs) const;
-    // The records of one button, ascending, whatever is selected. `recList` has room for GetRecCountOfSrcData()
-    // numbers. A button without records, or one that a source class does not have, gives 0. The second form is given
-    // two work arrays of the same room.
+    // The distinct buttons of a source class that the listed records carry, in order of first appearance,
+    // straight from the table. The array has room for as many identifiers as there are records; entries
+    // behind the last one found are 0. Record numbers are below GetRecCountOfSrcData(). An unknown class
+    // leaves the output untouched.
+    bool GetBtnIDListThatRelatesToRecListFromBtnClass(DWORD btnClassID, DWORD recListCount,
+                                                      const DWORD* recList, DWORD* btnIDs) const;
+    bool GetBtnIDListThatRelatesToRecListFromBtnClass(DWORD btnClassID, DWORD recListCount,
+                                                      const DWORD* recList, std::vector<DWORD>& btnIDs) const;
+    // The records of one button, ascending, whatever is selected. `recList` has room for
+    // GetRecCountOfSrcData() numbers. A button without records, or one that a source class does not have,
+    // gives 0. The second form is given two work arrays of the same room.
     bool GetRecListThatRelatesToBtn(DWORD btnClassID, DWORD btnID, DWORD* recList, DWORD& recListCount) const;
     bool GetRecListThatRelatesToBtn(DWORD btnClassID, DWORD btnID, DWORD* recList, DWORD& recListCount,
                                     DWORD** workArrays) const;
@@ -281,8 +296,9 @@ private:
                                                    CProgressStatus* progressStatus);
     EMthRetOfCreateSrcBtnClses CreateSrcBtnClass(DWORD fldID, SCDeclareConstant::EDataType dataType,
                                                  SBuildAreas& areas, CBuildProgress& progress);
-    static void BuildRpLinkInfo(const TCBtnIDAssArr<DWORD>& btnRecCounts, const DWORD* btnIDOfRec, DWORD firstRec,
-                                DWORD recCountOfCall, TCBtnIDAssArr<SRecordList>& btnRecLists, DWORD* recArena);
+    static void BuildRpLinkInfo(const TCBtnIDAssArr<DWORD>& btnRecCounts, const DWORD* btnIDOfRec,
+                                DWORD firstRec, DWORD recCountOfCall, TCBtnIDAssArr<SRecordList>& btnRecLists,
+                                DWORD* recArena);
     bool AdjstSrcDataListToBtnClassType(DWORD fldID, char** srcDataList, const WORD* srcDataLenList,
                                         DWORD recCountOfCall) const;
     std::unique_ptr<VCBtnClass> CreateBtnClassBasedOnDataType(SCDeclareConstant::EDataType dataType,
@@ -296,10 +312,15 @@ private:
     void AdjstSumValueCacheToClearAllBtnSelections() const;
 
     // Relation
-    bool ExecRelationByANDCnd(SHierarchyInfo* level, DWORD btnClassID, const std::vector<DWORD>& btnIDs, bool select);
-    bool ExecRelationByORCnd(SHierarchyInfo* level, DWORD btnClassID, const std::vector<DWORD>& btnIDs, bool select);
+    using BtnIDsOfClasses = std::map<DWORD, std::vector<DWORD>>; // by source class
+    BtnIDsOfClasses GetBtnsOfRecs(const DWORD* recList, DWORD recListCount, const char* function) const;
+    bool ExecRelationByANDCnd(SHierarchyInfo* level, DWORD btnClassID, const std::vector<DWORD>& btnIDs,
+                              bool select);
+    bool ExecRelationByORCnd(SHierarchyInfo* level, DWORD btnClassID, const std::vector<DWORD>& btnIDs,
+                             bool select);
     bool ExecRelationByDiffCnd(DWORD btnClassID, DWORD standardBtnID, DWORD targetBtnID);
-    bool ExecNarrowing(SHierarchyInfo* level, DWORD btnClassID, const std::vector<DWORD>& btnIDs, bool select);
+    bool ExecNarrowing(SHierarchyInfo* level, DWORD btnClassID, const std::vector<DWORD>& btnIDs,
+                       bool select);
     void IntersectWithLevelBefore(std::size_t position, DWORD* recList, DWORD& recListCount) const;
     void IntersectWithLimitation(DWORD* recList, DWORD& recListCount) const;
     bool GetMergedLimitedRecList(DWORD* recList, DWORD& recListCount) const;
@@ -308,9 +329,10 @@ private:
     void SetVisibleInfoBasedOnRelationOfAllBtns(bool show) noexcept;
     void SetVisibleInfoBasedOnLimitedRecListOfAllBtns(bool show) noexcept;
     void ResetVisibleInfoBasedOnRelationOfAllBtns();
-    void ResetVisibleInfoBasedOnLimitedRecListOfAllBtns();
+    // `reached`: the buttons of the limited records, if there is a limitation.
+    void ResetVisibleInfoBasedOnLimitedRecListOfAllBtns(const BtnIDsOfClasses& reached);
     void DropLimitedRecList() noexcept;
-    void AdjstToLimitation();
+    void AdjstToLimitation(const BtnIDsOfClasses& reached);
     // Work arrays of recCount entries, made when first needed and kept.
     DWORD* GetWorkArea(std::size_t number) const;
 

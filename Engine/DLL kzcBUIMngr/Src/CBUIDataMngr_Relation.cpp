@@ -20,8 +20,8 @@ namespace {
 
 constexpr const char* SRC_FILE = "Src/CBUIDataMngr";
 
-[[noreturn]] void ThrowAbnormalData(const char* format, std::initializer_list<DWORD> ids, const char* function,
-                                    long line)
+[[noreturn]] void ThrowAbnormalData(const char* format, std::initializer_list<DWORD> ids,
+                                    const char* function, long line)
 {
     throw ECAbnormalData(CFormattedMsg(format, ids).GetText(), SRC_FILE, function, line);
 }
@@ -101,9 +101,10 @@ void CBUIDataMngr::IntersectWithLevelBefore(std::size_t position, DWORD* recList
     }
 }
 
-// Or and narrowing are the same relation: what tells them apart is that Or has let the other classes go before.
-bool CBUIDataMngr::ExecRelationByORCnd(SHierarchyInfo* level, DWORD btnClassID, const std::vector<DWORD>& btnIDs,
-                                       bool select)
+// Or and narrowing are the same relation: what tells them apart is that Or has let the other classes go
+// before.
+bool CBUIDataMngr::ExecRelationByORCnd(SHierarchyInfo* level, DWORD btnClassID,
+                                       const std::vector<DWORD>& btnIDs, bool select)
 {
     return ExecNarrowing(level, btnClassID, btnIDs, select);
 }
@@ -127,7 +128,8 @@ bool CBUIDataMngr::ExecNarrowing(SHierarchyInfo* level, DWORD btnClassID, const 
             return false;
         IntersectWithLevelBefore(position, recs, count);
         if (level != nullptr) {
-            count = SCKZCoreCom::MergeRecListByORCnd(recs, count, level->recList.get(), level->recCount, buffers[0]);
+            count = SCKZCoreCom::MergeRecListByORCnd(recs, count, level->recList.get(), level->recCount,
+                                                     buffers[0]);
             level->recList = CopyOfRecs(buffers[0], count);
             level->recCount = count;
         } else {
@@ -157,7 +159,8 @@ bool CBUIDataMngr::ExecNarrowing(SHierarchyInfo* level, DWORD btnClassID, const 
 }
 
 // `btnIDs` and `select` play no part: the relation is always that of the class's whole selection.
-bool CBUIDataMngr::ExecRelationByANDCnd(SHierarchyInfo* level, DWORD btnClassID, const std::vector<DWORD>&, bool)
+bool CBUIDataMngr::ExecRelationByANDCnd(SHierarchyInfo* level, DWORD btnClassID, const std::vector<DWORD>&,
+                                        bool)
 {
     constexpr const char* FUNCTION = "NSKZ::NSKZCore::CBUIDataMngr::ExecRelationByANDCnd";
     const VCBtnClass* const btnClass = FindBtnClass(btnClassID);
@@ -170,25 +173,22 @@ bool CBUIDataMngr::ExecRelationByANDCnd(SHierarchyInfo* level, DWORD btnClassID,
     }
     std::vector<DWORD> selBtnIDs;
     btnClass->GetSelectedBtnIDList(selBtnIDs);
-    std::map<DWORD, std::vector<DWORD>> relatedToAll; // by source class: what shares a record with each selected button
-    std::vector<DWORD> related;
+    BtnIDsOfClasses relatedToAll; // what shares a record with each selected button
     for (const DWORD selBtnID : selBtnIDs) {
         DWORD* recs = GetWorkArea(0);
         DWORD* buffers[] = {GetWorkArea(1), GetWorkArea(2)};
         DWORD count = 0;
-        if (!btnClass->GetRecListThatRelatesToBtn(selBtnID, recs, count, buffers))
+        if (!btnClass->GetRecListThatRelatesToBtn(selBtnID, recs, count, buffers)) {
             ThrowAbnormalData(SCBUICoreStrDef::MSG_NOTEXIST_SELBTN, {btnClassID, selBtnID}, FUNCTION, __LINE__);
-        IntersectWithLimitation(recs, count);
-        for (const auto& [otherID, otherClass] : btnClasses) {
-            if (!SCBUICoreCom::IsSrcBtnClass(otherID))
-                continue;
-            if (!otherClass->GetBtnIDListOfRecs(*bnLink, recs, count, related))
-                ThrowAbnormalData(SCBUICoreStrDef::MSG_NOTEXIST_SRCBTNCLS_IN_BNLINK, {otherID}, FUNCTION, __LINE__);
-            if (selBtnID == selBtnIDs.front())
-                relatedToAll[otherID] = related;
-            else
-                SCBUICoreCom::MergeBtnIDListByANDCnd(relatedToAll[otherID], related);
         }
+        IntersectWithLimitation(recs, count);
+        BtnIDsOfClasses related = GetBtnsOfRecs(recs, count, FUNCTION);
+        if (selBtnID == selBtnIDs.front()) {
+            relatedToAll = std::move(related);
+            continue;
+        }
+        for (auto& [otherID, list] : relatedToAll)
+            SCBUICoreCom::MergeBtnIDListByANDCnd(list, related[otherID]);
     }
 
     SetVisibleInfoBasedOnRelationOfAllBtns(false);
@@ -228,18 +228,11 @@ bool CBUIDataMngr::ExecRelationByDiffCnd(DWORD btnClassID, DWORD standardBtnID, 
     IntersectWithLimitation(standardRecs, standardCount);
     IntersectWithLimitation(targetRecs, targetCount);
 
-    std::map<DWORD, std::vector<DWORD>> remaining; // by source class: what goes with the standard alone
-    std::vector<DWORD> ofTarget;
-    for (const auto& [otherID, otherClass] : btnClasses) {
-        if (!SCBUICoreCom::IsSrcBtnClass(otherID))
-            continue;
-        std::vector<DWORD>& ofStandard = remaining[otherID];
-        if (!otherClass->GetBtnIDListOfRecs(*bnLink, standardRecs, standardCount, ofStandard) ||
-            !otherClass->GetBtnIDListOfRecs(*bnLink, targetRecs, targetCount, ofTarget)) {
-            ThrowAbnormalData(SCBUICoreStrDef::MSG_NOTEXIST_SRCBTNCLS_IN_BNLINK, {otherID}, FUNCTION, __LINE__);
-        }
-        SCBUICoreCom::DeleteBtnIDList(ofStandard, ofTarget);
-    }
+    BtnIDsOfClasses remaining = GetBtnsOfRecs(standardRecs, standardCount, FUNCTION);
+    BtnIDsOfClasses ofTarget = GetBtnsOfRecs(targetRecs, targetCount, FUNCTION);
+    for (auto& [otherID, list] : remaining)
+        SCBUICoreCom::DeleteBtnIDList(list, ofTarget[otherID]);
+
     SetVisibleInfoBasedOnRelationOfAllBtns(false);
     for (const auto& [otherID, list] : remaining)
         FindBtnClass(otherID)->PutVisibleInfoBasedOnRelationOfBtns(list);
@@ -276,22 +269,27 @@ void CBUIDataMngr::ResetVisibleInfoBasedOnRelationOfAllBtns()
     }
 }
 
-void CBUIDataMngr::ResetVisibleInfoBasedOnLimitedRecListOfAllBtns()
+CBUIDataMngr::BtnIDsOfClasses CBUIDataMngr::GetBtnsOfRecs(const DWORD* recList, DWORD recListCount,
+                                                          const char* function) const
+{
+    BtnIDsOfClasses btnIDs;
+    for (const auto& [btnClassID, btnClass] : btnClasses) {
+        if (SCBUICoreCom::IsSrcBtnClass(btnClassID) &&
+            !btnClass->GetBtnIDListOfRecs(*bnLink, recList, recListCount, btnIDs[btnClassID])) {
+            ThrowAbnormalData(SCBUICoreStrDef::MSG_NOTEXIST_SRCBTNCLS_IN_BNLINK, {btnClassID}, function,
+                              __LINE__);
+        }
+    }
+    return btnIDs;
+}
+
+void CBUIDataMngr::ResetVisibleInfoBasedOnLimitedRecListOfAllBtns(const BtnIDsOfClasses& reached)
 {
     SetVisibleInfoBasedOnLimitedRecListOfAllBtns(!recListLimited);
     if (!recListLimited)
         return;
-    std::vector<DWORD> btnIDs;
-    for (const auto& [btnClassID, btnClass] : btnClasses) {
-        if (!SCBUICoreCom::IsSrcBtnClass(btnClassID))
-            continue;
-        if (!btnClass->GetBtnIDListOfRecs(*bnLink, limitedRecList.get(), limitedRecCount, btnIDs)) {
-            ThrowAbnormalData(SCBUICoreStrDef::MSG_NOTEXIST_SRCBTNCLS_IN_BNLINK, {btnClassID},
-                              "NSKZ::NSKZCore::CBUIDataMngr::ResetVisibleInfoBasedOnLimitedRecListOfAllBtns",
-                              __LINE__);
-        }
-        btnClass->PutVisibleInfoBasedOnLimitedRecListOfBtns(btnIDs);
-    }
+    for (const auto& [btnClassID, btnIDs] : reached)
+        FindBtnClass(btnClassID)->PutVisibleInfoBasedOnLimitedRecListOfBtns(btnIDs);
 }
 
 } // namespace NSKZ::NSKZCore

@@ -1,0 +1,219 @@
+#ifndef CMODELENV_H
+#define CMODELENV_H
+
+#include "CBUIDataMngr.h"
+#include "SCDeclareConstant.h"
+
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <set>
+#include <string>
+#include <tuple>
+#include <utility>
+#include <vector>
+
+namespace NSKZ::Test {
+
+using IDList = std::vector<DWORD>;
+using RecSet = std::set<DWORD>;
+
+// A source table as plain texts, field by field; the empty text is the empty value.
+struct SModelFld
+{
+    DWORD fldID = 0;
+    std::string name;
+    bool isItem = true; // of a kind that becomes a class
+    NSKZCore::SCDeclareConstant::EDataType type = NSKZCore::SCDeclareConstant::DATATYPE_TEXT;
+    NSKZCore::SCDeclareConstant::SDateTypeInfo dateTypeInfo;
+    std::vector<std::string> texts;
+};
+
+struct SModelTable
+{
+    DWORD recCount = 0;
+    std::vector<SModelFld> flds;
+    std::string empValName;
+};
+
+// One button: what it shows, whether it is selected, why it is hidden, and its records.
+struct SModelBtn
+{
+    std::optional<std::string> name; // none: the empty-value button
+    std::optional<std::string> alias;
+    bool sel = false;
+    unsigned int visibleInfo = 0;
+    RecSet recs;
+
+    const std::string& GetShownText() const { return alias ? *alias : *name; }
+};
+
+// Buttons in the order of a text or a number each, those of the same one in the order in which they came.
+template <class TKey>
+using ModelOrder = std::set<std::tuple<TKey, std::uint64_t, DWORD>>;
+
+// One item.
+struct SModelItem
+{
+    DWORD classID = 0;
+    DWORD fldID = 0;
+    NSKZCore::SCDeclareConstant::EDataType type = NSKZCore::SCDeclareConstant::DATATYPE_TEXT;
+    std::map<DWORD, SModelBtn> btns;
+    IDList btnOfRec;
+    IDList appearance; // buttons with records, in order of first appearance
+    ModelOrder<std::string> names;
+    ModelOrder<double> numbers;         // number items only
+    ModelOrder<std::string> nonNumbers; // likewise
+    bool selected = false;
+    bool selective = false;
+    bool newBtnMadeSelState = false;
+
+    DWORD GetSelBtnCount() const;
+    IDList ListSelected() const;
+    IDList ListDisplayedSelected() const;
+    IDList ListDisplayed() const;
+    IDList ListAll() const;
+    bool SelectBtn(DWORD btnID, bool select);
+    void DropSelection();
+    void SelectAll(bool select);
+};
+
+// One level of the selection.
+struct SModelLevel
+{
+    DWORD depth = 0;
+    DWORD classID = 0;
+    RecSet recs;
+};
+
+// An environment written down as the rules read, with sets and maps and nothing clever: items, buttons and
+// the reasons to hide them. It says what an environment over the same table must answer after the same
+// operations. Its operations are named as the environment's are and mean the same.
+//
+// Sums are kept as the environment keeps them: what was asked is remembered, and forgotten only where a rule
+// says so. So a sum is asked of the model exactly when it is asked of the environment.
+class CModelEnv
+{
+public:
+    using ERelationMode = NSKZCore::CBUIDataMngr::ERelationMode;
+
+    CModelEnv(const SModelTable& table, bool hasSumMngr);
+
+    // --- Operations
+    bool SelectTheBtn(DWORD classID, DWORD btnID, bool select);
+    bool SelectBtns(DWORD classID, const IDList& btnIDs, bool select, bool includeHidden);
+    bool SelectBtns(const std::vector<NSKZCore::SSelectBtnIDList>& selectInfo, bool includeHidden);
+    bool SelectAllBtnsOfBtnClass(DWORD classID, bool select);
+    void ClearAllBtnSelections(bool force);
+    bool SelectTheBtnClass(DWORD classID, bool select);
+    void ClearAllBtnClassSelections();
+    void SetRelationMode(ERelationMode newMode);
+    void SetMultiSelectionInfo(bool multi) { multiSelection = multi; }
+    void SetLimitedRecList(const IDList& recs);
+    void ClearLimitedRecList();
+    void SetNumCnd();
+    void ClearNumCnd();
+    bool SetAliasOfBtn(DWORD classID, DWORD btnID, const char* alias);
+    bool SetNewBtnMadeSelStateOfBtnClass(DWORD classID, bool state);
+    void SetSumMngr(bool has) { hasSumMngr = has; }
+    void ClearOfFixedSpec();
+
+    // --- What is to be seen
+    DWORD GetRecCount() const { return table.recCount; }
+    ERelationMode GetRelationMode() const { return mode; }
+    bool GetMultiSelectionInfo() const { return multiSelection; }
+    bool HasSumMngr() const { return hasSumMngr; }
+    bool IsLimited() const { return limitation.has_value(); }
+    bool HasNumCnd() const { return hasNumCnd; }
+    const std::map<DWORD, SModelItem>& GetItems() const { return items; }
+    const std::vector<SModelLevel>& GetLevels() const { return levels; }
+    const IDList& GetSelectedClasses() const { return selectedClasses; }
+    RecSet GetTargetRecList() const;
+    RecSet GetTargetRecListOfBtnClass(DWORD classID) const;
+    bool GetHierDepthOfBtnClass(DWORD classID, unsigned int& depth) const;
+    std::vector<NSKZCore::SSelectBtnIDList> GetAllBtnSelectionInfo() const;
+    bool GetSelBtnsInfoForDiffCnd(DWORD& classID, DWORD& standardBtnID, DWORD& targetBtnID) const;
+    bool IsBtnSelectiveState() const;
+    IDList GetBtnAppOrdList(const SModelItem& item, unsigned int flags) const;
+    IDList GetBtnNameOrdList(const SModelItem& item, unsigned int flags) const;
+    IDList GetBtnUnknownOrdList(const SModelItem& item, unsigned int flags, const IDList& order) const;
+    // None for a button whose records cannot be told.
+    std::optional<RecSet> GetRecsOfBtn(const SModelItem& item, DWORD btnID) const;
+    std::optional<RecSet> GetRecsOfBtns(const SModelItem& item, const IDList& btnIDs) const;
+    IDList GetBtnsOfRecs(const SModelItem& item, const IDList& recs) const;
+
+    // --- Sums
+    bool GetSumValue(DWORD classID, DWORD btnID, DWORD numID, double& value);
+    bool GetCountValue(DWORD classID, DWORD btnID, DWORD numID, DWORD& count);
+    bool GetAverageValue(DWORD classID, DWORD btnID, DWORD numID, double& value);
+    bool GetEachValue(DWORD classID, DWORD btnID, DWORD numID, std::vector<double>& values);
+    bool GetTotalValue(DWORD classID, DWORD numID, double& value);
+    bool GetTotalAbsoluteValue(DWORD classID, DWORD numID, double& value);
+    bool ExistNumDataItem(DWORD numID) const;
+
+private:
+    struct SKnownSum
+    {
+        std::optional<double> sum;
+        std::optional<DWORD> count;
+    };
+    struct SKnownSums
+    {
+        std::map<std::pair<DWORD, DWORD>, SKnownSum> ofBtn; // by button and numeric item
+        std::map<DWORD, double> totals;
+        std::map<DWORD, double> absoluteTotals;
+    };
+
+    void BuildItem(const SModelFld& fld);
+    SModelItem* FindItem(DWORD classID);
+    SModelLevel* FindLevel(DWORD classID);
+    RecSet GetLimitationOrAll() const;
+    RecSet WithinLimitation(const RecSet& recs) const;
+    // The records before the level at `position`.
+    RecSet WithinLevelBefore(std::size_t position, const RecSet& recs) const;
+
+    bool PressDifference(SModelItem& item, const IDList& btnIDs, bool select);
+    bool Narrow(SModelItem& item, const IDList& btnIDs, bool select);
+    bool RelateByAnd(SModelItem& item);
+    bool RelateByDifference(SModelItem& item);
+    void ShowAllByRelation(bool show);
+    void ShowByRelation(SModelItem& item, const std::set<DWORD>& btnIDs);
+    void ResetRelationReason();
+    void ResetLimitationReason();
+    void ChangeLimitation();
+
+    void ForgetSumsOf(DWORD classID);
+    void ForgetSums();
+    void ForgetTotals();
+    void AdjustSumsToPress(DWORD classID);
+    void AdjustSumsToClearing();
+    bool HoldTarget(DWORD classID);
+    // The records that count for a sum of the button; none if they cannot be told.
+    std::optional<RecSet> CollectRecs(DWORD classID, DWORD btnID);
+    bool CalculateTotals(DWORD classID, DWORD numID);
+    const SModelFld* FindNumFld(DWORD numID) const;
+    double AddUp(DWORD numID, const RecSet& recs) const;
+    DWORD CountNumbers(DWORD numID, const RecSet& recs) const;
+
+    SModelTable table;
+    std::map<DWORD, SModelItem> items;
+    ERelationMode mode = NSKZCore::CBUIDataMngr::RELATIONMODE_NARROWING;
+    bool multiSelection = false;
+    bool hasSumMngr;
+    bool hasNumCnd = false;
+    std::vector<SModelLevel> levels;
+    std::optional<RecSet> limitation;
+    DWORD diffClassID = 0;
+    DWORD diffStandardBtnID = 0;
+    DWORD diffTargetBtnID = 0;
+    IDList selectedClasses;
+    std::uint64_t entryNumber = 0; // of order lists: what came when
+
+    std::map<DWORD, SKnownSums> knownSums;
+    DWORD heldClassID = 0; // whose target records are held
+    RecSet heldTarget;
+};
+
+} // namespace NSKZ::Test
+
+#endif
