@@ -5,9 +5,9 @@
 #include <random>
 #include <vector>
 
-CBenchTable::CBenchTable(std::uint32_t rows) : rowCount(rows), distinctCounts{2, 10, 50, 200, 1000, 10000, 100000, rows}
-{
-}
+CBenchTable::CBenchTable(std::uint32_t rows)
+    : rowCount(rows), distinctCounts{2, 10, 50, 200, 1000, 10000, 100000, rows}
+{}
 
 std::string CBenchTable::MakeCSV() const
 {

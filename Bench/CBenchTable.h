@@ -6,9 +6,10 @@
 #include <cstdint>
 #include <string>
 
-// The table of the benchmarks: `rowCount` records of eight text fields with 2, 10, 50, 200, 1000, 10000, 100000 and
-// rowCount distinct values, and one number field. Field i is named "f" and its position from 0, its values are a
-// letter of its own and a number; the number field is "amount". The same row count always gives the same table.
+// The table of the benchmarks: `rowCount` records of eight text fields with 2, 10, 50, 200, 1000, 10000,
+// 100000 and rowCount distinct values, and one number field. Field i is named "f" and its position from 0,
+// its values are a letter of its own and a number; the number field is "amount". The same row count always
+// gives the same table.
 class CBenchTable
 {
 public:

@@ -3,8 +3,8 @@
 #include "CBenchTable.h"
 
 #include "CBUIDataMngr.h"
-#include "CCSVLoader.h"
 #include "CCoreSumMngr.h"
+#include "CCSVLoader.h"
 #include "CSourceDataMngr.h"
 #include "SCKZCoreCom.h"
 #include "SCSortRecs.h"
@@ -49,9 +49,9 @@ void BM_UniteRecordLists(benchmark::State& state)
     const std::vector<DWORD> other = MakeEveryNth(3);
     std::vector<DWORD> out(list.size() + other.size());
     for (auto _ : state) {
-        benchmark::DoNotOptimize(SCKZCoreCom::MergeRecListByORCnd(list.data(), static_cast<DWORD>(list.size()),
-                                                                  other.data(), static_cast<DWORD>(other.size()),
-                                                                  out.data()));
+        benchmark::DoNotOptimize(
+            SCKZCoreCom::MergeRecListByORCnd(list.data(), static_cast<DWORD>(list.size()), other.data(),
+                                             static_cast<DWORD>(other.size()), out.data()));
     }
 }
 BENCHMARK(BM_UniteRecordLists)->Unit(benchmark::kMicrosecond);
@@ -82,8 +82,8 @@ struct SEnvironment
         const std::string csv = CBenchTable(RECORDS / 10).MakeCSV();
         CCSVLoader(CCSVLoader::SOptions{}).LoadMemory(csv, "bench", table);
         sums = std::make_unique<CCoreSumMngr>(table);
-        env = std::make_unique<CBUIDataMngr>(1, SCBUICoreCom::LINKTBLVERTYPE_ONMEM, SCBUICoreCom::LINKTBLVERTYPE_ONMEM,
-                                             table, sums.get(), nullptr);
+        env = std::make_unique<CBUIDataMngr>(1, SCBUICoreCom::LINKTBLVERTYPE_ONMEM,
+                                             SCBUICoreCom::LINKTBLVERTYPE_ONMEM, table, sums.get(), nullptr);
     }
     CSourceDataMngr table;
     std::unique_ptr<CCoreSumMngr> sums;
@@ -102,7 +102,8 @@ void BM_ListDisplayedButtonsByName(benchmark::State& state)
     env.ClearAllBtnSelections(true);
     std::vector<DWORD> btnIDs;
     for (auto _ : state)
-        env.GetBtnNameOrdListOfBtnClass(static_cast<DWORD>(state.range(0)), VCBtnClass::ORDLIST_NORMAL, btnIDs);
+        env.GetBtnNameOrdListOfBtnClass(static_cast<DWORD>(state.range(0)), VCBtnClass::ORDLIST_NORMAL,
+                                        btnIDs);
 }
 BENCHMARK(BM_ListDisplayedButtonsByName)->Arg(5)->Arg(8)->Arg(9)->Unit(benchmark::kMicrosecond);
 

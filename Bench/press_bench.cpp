@@ -1,7 +1,8 @@
-// The press benchmark: for each of the eight text fields the time of pressing one of its buttons in Narrowing with
-// nothing selected before, up to and including the count of displayed buttons of every item; beside it, in the same
-// run, the streaming kernel, which is the bare loop over the same records that reads the seven other columns, marks
-// the values met in a byte array and counts them. The figure to quote is the ratio of the two.
+// The press benchmark: for each of the eight text fields the time of pressing one of its buttons in Narrowing
+// with nothing selected before, up to and including the count of displayed buttons of every item; beside it,
+// in the same run, the streaming kernel, which is the bare loop over the same records that reads the seven
+// other columns, marks the values met in a byte array and counts them. The figure to quote is the ratio of
+// the two.
 //
 //     press_bench [ROWS [REPETITIONS [TABLE.csv]]]
 //
@@ -10,8 +11,8 @@
 #include "CBenchTable.h"
 
 #include "CBUIDataMngr.h"
-#include "CCSVLoader.h"
 #include "CCoreSumMngr.h"
+#include "CCSVLoader.h"
 #include "CSourceDataMngr.h"
 #include "VCBtnClass.h"
 
@@ -37,7 +38,8 @@ double GetMilliseconds(Clock::duration duration)
 
 double GetMedian(std::vector<double> values)
 {
-    std::nth_element(values.begin(), values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2), values.end());
+    std::nth_element(values.begin(), values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2),
+                     values.end());
     return values[values.size() / 2];
 }
 
@@ -80,7 +82,8 @@ int main(int argc, char** argv)
     const CBenchTable bench(rows);
     const std::string csv = bench.MakeCSV();
     const char* const path = argc > 3 ? argv[3] : nullptr;
-    if (path != nullptr && !std::ofstream(path, std::ios::binary).write(csv.data(), static_cast<std::streamsize>(csv.size()))) {
+    if (path != nullptr &&
+        !std::ofstream(path, std::ios::binary).write(csv.data(), static_cast<std::streamsize>(csv.size()))) {
         std::fprintf(stderr, "%s cannot be written\n", path);
         return 1;
     }
@@ -95,11 +98,13 @@ int main(int argc, char** argv)
     const Clock::time_point buildStart = Clock::now();
     const std::size_t heapBefore = mallinfo2().uordblks + mallinfo2().hblkhd;
     const CCoreSumMngr sums(table);
-    CBUIDataMngr env(1, SCBUICoreCom::LINKTBLVERTYPE_ONMEM, SCBUICoreCom::LINKTBLVERTYPE_ONMEM, table, &sums, nullptr);
+    CBUIDataMngr env(1, SCBUICoreCom::LINKTBLVERTYPE_ONMEM, SCBUICoreCom::LINKTBLVERTYPE_ONMEM, table, &sums,
+                     nullptr);
     const Clock::time_point buildEnd = Clock::now();
     const std::size_t heapAfter = mallinfo2().uordblks + mallinfo2().hblkhd;
-    std::printf("%u rows, %.1f MB of CSV: load %.0f ms, build %.0f ms\n", rows, static_cast<double>(csv.size()) / 1e6,
-                GetMilliseconds(buildStart - loadStart), GetMilliseconds(buildEnd - buildStart));
+    std::printf("%u rows, %.1f MB of CSV: load %.0f ms, build %.0f ms\n", rows,
+                static_cast<double>(csv.size()) / 1e6, GetMilliseconds(buildStart - loadStart),
+                GetMilliseconds(buildEnd - buildStart));
 
     std::vector<DWORD> btnClassIDs;
     env.GetAllBtnClassIDList(btnClassIDs, true);
@@ -111,10 +116,11 @@ int main(int argc, char** argv)
     }
     const double cellCount = static_cast<double>(rows) * static_cast<double>(btnClassIDs.size());
     const double linkBytes = 2 * cellCount * sizeof(DWORD);
-    std::printf("memory of the environment: %.1f MB, of it 8 bytes a cell in the link tables; %.0f bytes a button "
-                "beside them (%zu buttons)\n",
-                static_cast<double>(heapAfter - heapBefore) / 1e6,
-                (static_cast<double>(heapAfter - heapBefore) - linkBytes) / static_cast<double>(btnCount), btnCount);
+    std::printf(
+        "memory of the environment: %.1f MB, of it 8 bytes a cell in the link tables; %.0f bytes a button "
+        "beside them (%zu buttons)\n",
+        static_cast<double>(heapAfter - heapBefore) / 1e6,
+        (static_cast<double>(heapAfter - heapBefore) - linkBytes) / static_cast<double>(btnCount), btnCount);
 
     // The kernel gets its columns from the environment's answers, so both see the same values.
     SKernel kernel;
@@ -146,7 +152,8 @@ int main(int argc, char** argv)
         std::vector<double> kernelTimes;
         DWORD recCount = 0;
         for (int i = 0; i < repetitions; ++i) {
-            const DWORD btnID = btnIDs[(static_cast<std::size_t>(i) * 7919 + btnIDs.size() / 3) % btnIDs.size()];
+            const DWORD btnID =
+                btnIDs[(static_cast<std::size_t>(i) * 7919 + btnIDs.size() / 3) % btnIDs.size()];
             env.ClearAllBtnSelections(true);
             const Clock::time_point pressStart = Clock::now();
             const bool pressed = env.SelectTheBtn(btnClassIDs[fld], btnID, true);
@@ -166,8 +173,8 @@ int main(int argc, char** argv)
             kernelTimes.push_back(GetMilliseconds(Clock::now() - kernelStart));
             checksum += met;
             if (!pressed || met != displayed) {
-                std::fprintf(stderr, "field %zu: the engine displays %zu buttons, the kernel met %zu\n", fld, displayed,
-                             met);
+                std::fprintf(stderr, "field %zu: the engine displays %zu buttons, the kernel met %zu\n", fld,
+                             displayed, met);
                 return 1;
             }
         }
@@ -175,9 +182,10 @@ int main(int argc, char** argv)
         const double bare = GetMedian(kernelTimes);
         const bool within = press <= 3 * bare + 0.1;
         allWithin = allWithin && within;
-        std::printf("%10u %10u %14.4f %14.4f %8.2f %14.4f %7s\n", bench.GetDistinctCount(fld), recCount, press, bare,
-                    press / bare, 3 * bare + 0.1, within ? "within" : "missed");
+        std::printf("%10u %10u %14.4f %14.4f %8.2f %14.4f %7s\n", bench.GetDistinctCount(fld), recCount,
+                    press, bare, press / bare, 3 * bare + 0.1, within ? "within" : "missed");
     }
-    std::printf("\n%s (checksum %zu)\n", allWithin ? "every field within the goal" : "the goal is missed", checksum);
+    std::printf("\n%s (checksum %zu)\n", allWithin ? "every field within the goal" : "the goal is missed",
+                checksum);
     return 0;
 }

@@ -61,10 +61,10 @@ public:
 
 namespace NSKZ::Test {
 
-// Runs an operation with its first allocation failing, then its second, until it gets through with none failing.
-// `prepare` makes what the operation works on; `operate(subject)` runs it; `prove(subject)` is called whenever an
-// allocation failed and looks whether all is as it was. Returns the number of failures, or -1 if an exception other
-// than std::bad_alloc came out, a failure was swallowed, or memory was lost.
+// Runs an operation with its first allocation failing, then its second, until it gets through with none
+// failing. `prepare` makes what the operation works on; `operate(subject)` runs it; `prove(subject)` is
+// called whenever an allocation failed and looks whether all is as it was. Returns the number of failures, or
+// -1 if an exception other than std::bad_alloc came out, a failure was swallowed, or memory was lost.
 template <class TPrepare, class TOperate, class TProve>
 int FailEveryAllocation(TPrepare prepare, TOperate operate, TProve prove)
 {

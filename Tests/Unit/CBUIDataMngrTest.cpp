@@ -51,8 +51,7 @@ protected:
                            {"kind", TEXT, {"x", "x", "y", "y", "x"}},
                            {"amount", NUM, {"1", "2", "3", "4", "5"}}})),
           sums(table), env(5, ON_MEM, ON_MEM, table, &sums, nullptr)
-    {
-    }
+    {}
 
     List GetTargetRecs() const
     {
@@ -139,7 +138,8 @@ TEST_F(CBUIDataMngrTest, AChangeOfVersionThatFailsLeavesTheTablesInForce)
     env.ChangeVersionTypeOfRpLink(ON_MEM);
     EXPECT_THROW(env.ChangeVersionTypeOfBnLink(SCBUICoreCom::LINKTBLVERTYPE_MEMSAV), ECInaccurateCode);
     EXPECT_THROW(env.ChangeVersionTypeOfRpLink(SCBUICoreCom::LINKTBLVERTYPE_MEMSAV), ECInaccurateCode);
-    EXPECT_THROW(env.ChangeVersionTypeOfRpLink(static_cast<SCBUICoreCom::ELinkTableVerType>(9)), ECAbnormalData);
+    EXPECT_THROW(env.ChangeVersionTypeOfRpLink(static_cast<SCBUICoreCom::ELinkTableVerType>(9)),
+                 ECAbnormalData);
     EXPECT_TRUE(env.SelectTheBtn(SHOP, 2, true));
     EXPECT_EQ(GetTargetRecs(), List({0, 2}));
     EXPECT_EQ(GetDisplayed(KIND), List({2, 3}));

@@ -28,8 +28,7 @@ class CNotingStatus final : public CProgressStatus
 public:
     explicit CNotingStatus(DWORD maxValue, std::size_t cancelAtStep = 0)
         : CProgressStatus(maxValue), cancelStep(cancelAtStep)
-    {
-    }
+    {}
     List steps;
 
 protected:
@@ -64,7 +63,8 @@ public:
             spec.dataType = static_cast<SCDeclareConstant::EDataType>(bentType);
         return true;
     }
-    bool GetDataSize(DWORD fldID, DWORD first, DWORD count, DWORD& size32, unsigned long long& size) const override
+    bool GetDataSize(DWORD fldID, DWORD first, DWORD count, DWORD& size32,
+                     unsigned long long& size) const override
     {
         if (fldID == failingSize || !CSourceDataMngr::GetDataSize(fldID, first, count, size32, size))
             return false;
@@ -226,7 +226,8 @@ TEST(CBUIDataMngr_Build, AFieldThatCannotBeReadEndsTheBuild)
     EXPECT_EQ(GetClasses(CBUIDataMngr(1, ON_MEM, ON_MEM, table, nullptr, nullptr)), List({1}));
     table.failingDate = 0;
     table.order = {1, 2, 3, 1};
-    EXPECT_TRUE(GetClasses(CBUIDataMngr(1, ON_MEM, ON_MEM, table, nullptr, nullptr)).empty()); // more than there are
+    EXPECT_TRUE(
+        GetClasses(CBUIDataMngr(1, ON_MEM, ON_MEM, table, nullptr, nullptr)).empty()); // more than there are
 }
 
 TEST(CBUIDataMngr_Build, AFieldNamedTwiceMakesTwoClassesAndTheFirstKeepsTheField)
@@ -263,8 +264,9 @@ TEST(CBUIDataMngr_Build, ImpossibleTypesAndSizesAreAbnormal)
     expectMessage(SCKZCoreStrDef::MSG_ABNORMAL_DATASIZE);
 }
 
-CSourceDataMngr MakeDateTable(const std::vector<std::string>& values,
-                              SCDeclareConstant::EDateDelimiter delimiter = SCDeclareConstant::DATEDELIM_HYPHEN)
+CSourceDataMngr
+MakeDateTable(const std::vector<std::string>& values,
+              SCDeclareConstant::EDateDelimiter delimiter = SCDeclareConstant::DATEDELIM_HYPHEN)
 {
     CSourceDataMngr table;
     CSourceDataMngr::SFldInfo info;
@@ -283,11 +285,11 @@ TEST(CBUIDataMngr_Build, DatesLoseWhatStandsBehindThem)
 {
     unsigned int minLen = 0;
     unsigned int maxLen = 0;
-    ASSERT_TRUE(SCDeclareConstant::GetDateStrMinAndMaxLen(SCDeclareConstant::DATEFORM_YMD,
-                                                          SCDeclareConstant::DATEDELIM_HYPHEN, minLen, maxLen));
+    ASSERT_TRUE(SCDeclareConstant::GetDateStrMinAndMaxLen(
+        SCDeclareConstant::DATEFORM_YMD, SCDeclareConstant::DATEDELIM_HYPHEN, minLen, maxLen));
     ASSERT_EQ(maxLen, 10u);
-    const CSourceDataMngr table = MakeDateTable({"2024-07-15 10:20:30", "2024-7-5 10:20:30", "2024-07-15x",
-                                                 "2024-07-15xy", "2024-07-15"});
+    const CSourceDataMngr table = MakeDateTable(
+        {"2024-07-15 10:20:30", "2024-7-5 10:20:30", "2024-07-15x", "2024-07-15xy", "2024-07-15"});
     const CBUIDataMngr env(1, ON_MEM, ON_MEM, table, nullptr, nullptr);
     // One byte too many is left as it is; more is cut, and at the first blank behind the shortest date.
     EXPECT_EQ(GetShownTexts(env, 1), std::vector<std::string>({"2024-07-15", "2024-7-5", "2024-07-15x"}));

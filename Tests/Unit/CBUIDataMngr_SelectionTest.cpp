@@ -37,8 +37,7 @@ protected:
                            {"kind", TEXT, {"x", "y", "x", "z", "y", "z"}},
                            {"city", TEXT, {"k", "k", "l", "l", "k", "m"}}})),
           sums(table), env(1, ON_MEM, ON_MEM, table, &sums, nullptr)
-    {
-    }
+    {}
     List GetTargetRecs() const
     {
         List recs(6);
@@ -420,7 +419,8 @@ TEST_F(CBUIDataMngr_SelectionTest, AWholeSelectionIsRestored)
 
 TEST_F(CBUIDataMngr_SelectionTest, AFailedRestoreLeavesNothingSelected)
 {
-    const std::vector<SSelectBtnIDList> info = {{SHOP, {A}, true}, {KIND, {X}, false}, {CITY, {2, 99}, false}};
+    const std::vector<SSelectBtnIDList> info = {
+        {SHOP, {A}, true}, {KIND, {X}, false}, {CITY, {2, 99}, false}};
     EXPECT_FALSE(env.SelectBtns(info, false));
     EXPECT_FALSE(env.IsBtnSelectiveState());
     EXPECT_EQ(env.GetHierCount(), 0u);
@@ -519,8 +519,8 @@ TEST_F(CBUIDataMngr_SelectionTest, APressDropsTheSumsThatItChanges)
     env.SelectTheBtn(KIND, X, true);
     fill();
     env.SelectTheBtn(SHOP, A, true);
-    EXPECT_TRUE(isKept(SHOP));      // the pressed class
-    EXPECT_TRUE(isKept(KIND));      // in selective state
+    EXPECT_TRUE(isKept(SHOP)); // the pressed class
+    EXPECT_TRUE(isKept(KIND)); // in selective state
     EXPECT_FALSE(isKept(CITY));
     fill();
     env.ClearAllBtnSelections(false);

@@ -1,6 +1,6 @@
+#include "CSumValueCacheMngr.h"
 #include "CBUIDataMngr.h"
 #include "CCoreSumMngr.h"
-#include "CSumValueCacheMngr.h"
 #include "Support/MakeTable.h"
 
 #include <gtest/gtest.h>
@@ -41,11 +41,10 @@ protected:
         : table(MakeTable({{"shop", TEXT, {"a", "b", "a", "c", "", "a"}},
                            {"amount", NUM, {"1", "-10", "2", "", "5", "4"}},
                            {"kind", TEXT, {"x", "x", "y", "y", "x", "y"}}})),
-          sums(table), env(1, SCBUICoreCom::LINKTBLVERTYPE_ONMEM, SCBUICoreCom::LINKTBLVERTYPE_ONMEM, table, &sums,
-                           nullptr),
+          sums(table), env(1, SCBUICoreCom::LINKTBLVERTYPE_ONMEM, SCBUICoreCom::LINKTBLVERTYPE_ONMEM, table,
+                           &sums, nullptr),
           cache(env.GetSumValueCacheMngrObjRef())
-    {
-    }
+    {}
     double GetSum(DWORD btnClassID, DWORD btnID) const
     {
         double value = 4711.0;
@@ -250,7 +249,8 @@ TEST(CSumValueCacheMngr, AnEnvironmentWithoutRecordsHasSumsOfNothing)
 {
     const CSourceDataMngr table = MakeTable({{"shop", TEXT, {}}, {"amount", NUM, {}}});
     const CCoreSumMngr sums(table);
-    CBUIDataMngr env(1, SCBUICoreCom::LINKTBLVERTYPE_ONMEM, SCBUICoreCom::LINKTBLVERTYPE_ONMEM, table, &sums, nullptr);
+    CBUIDataMngr env(1, SCBUICoreCom::LINKTBLVERTYPE_ONMEM, SCBUICoreCom::LINKTBLVERTYPE_ONMEM, table, &sums,
+                     nullptr);
     double value = 4711.0;
     EXPECT_TRUE(env.GetSumValueCacheMngrObjRef().GetTotalValue(1, 2, value));
     EXPECT_EQ(value, 0.0);

@@ -1,6 +1,6 @@
+#include "TCBtnOrdList.h"
 #include "Support/CAllocFault.h"
 #include "Support/CRandom.h"
-#include "TCBtnOrdList.h"
 
 #include <gtest/gtest.h>
 
@@ -157,10 +157,13 @@ TEST(TCBtnOrdList, ExhaustedMemoryInInsertAndMoveLeavesItAsItWas)
     };
     const std::string longText(5000, 'x');
     EXPECT_GE(NSKZ::Test::FailEveryAllocation(
-                  prepare, [&](const std::unique_ptr<CTextOrdList>& list) { list->Insert(longText.c_str(), 9); }, prove),
+                  prepare,
+                  [&](const std::unique_ptr<CTextOrdList>& list) { list->Insert(longText.c_str(), 9); },
+                  prove),
               4);
     EXPECT_GE(NSKZ::Test::FailEveryAllocation(
-                  prepare, [&](const std::unique_ptr<CTextOrdList>& list) { list->Move(longText.c_str(), 3); }, prove),
+                  prepare,
+                  [&](const std::unique_ptr<CTextOrdList>& list) { list->Move(longText.c_str(), 3); }, prove),
               3);
 }
 

@@ -1,7 +1,7 @@
+#include "TCHashMap.h"
 #include "SCFnv1a.h"
 #include "Support/CAllocFault.h"
 #include "Support/CRandom.h"
-#include "TCHashMap.h"
 
 #include <gtest/gtest.h>
 

@@ -43,8 +43,7 @@ class CTestBtnClass final : public VCSrcBtnClass
 public:
     explicit CTestBtnClass(const std::unique_ptr<IRpLink>& rpLinkOfEnv, DWORD classID = CLASS_ID)
         : VCSrcBtnClass(classID, 1, "empty", nullptr, rpLinkOfEnv)
-    {
-    }
+    {}
     SCBUICoreCom::EBtnClassType GetBtnClassType() const override { return SCBUICoreCom::BTNCLSTYPE_NORMAL; }
     using VCBtnClass::FindBtn;
     using VCBtnClass::PutVisibleInfoOfBtn;
@@ -425,7 +424,8 @@ TEST_F(VCBtnClassTest, AnUnhiddenButtonTellsThoseAboveOfTheRelationOnly)
     btnClass.PutVisibleInfoBasedOnRelationOfBtns({2});
     btnClass.PutVisibleInfoBasedOnLimitedRecListOfBtns({2});
     btnClass.SetOwnVisibleInfo(*btnClass.FindBtn(INC), VISINFO_RELATION | VISINFO_LIMITEDREC, true);
-    btnClass.PutVisibleInfoOfBtn(btnClass.FindBtn(2), VISINFO_LIMITEDREC); // nothing to clear: the way ends here
+    btnClass.PutVisibleInfoOfBtn(btnClass.FindBtn(2),
+                                 VISINFO_LIMITEDREC); // nothing to clear: the way ends here
     EXPECT_EQ(GetVisibleInfo(INC), VISINFO_RELATION | VISINFO_LIMITEDREC);
     btnClass.PutVisibleInfoOfBtn(btnClass.FindBtn(2), VISINFO_RELATION);
     EXPECT_EQ(GetVisibleInfo(INC), VISINFO_LIMITEDREC);
@@ -450,7 +450,8 @@ TEST_F(VCBtnClassTest, RecordsOfButtonsAreUnitedAscending)
     DWORD* buffers[] = {areas[1], areas[2]};
     DWORD count = 0;
     DWORD failedID = 0;
-    EXPECT_TRUE(VCBtnClass::GetRecListThatRelatesToBtns(&btnClass, {5, 2, 4, 5, 99}, recList, count, buffers, failedID));
+    EXPECT_TRUE(VCBtnClass::GetRecListThatRelatesToBtns(&btnClass, {5, 2, 4, 5, 99}, recList, count, buffers,
+                                                        failedID));
     EXPECT_EQ(List(recList, recList + count), List({0, 2, 3}));
     EXPECT_TRUE(btnClass.GetRecListThatRelatesToBtn(3, recList, count, buffers));
     EXPECT_EQ(List(recList, recList + count), List({0, 1, 2, 3}));
@@ -459,7 +460,8 @@ TEST_F(VCBtnClassTest, RecordsOfButtonsAreUnitedAscending)
     EXPECT_TRUE(btnClass.GetRecListThatRelatesToBtn(77, recList, count, buffers)); // no such value: no record
     EXPECT_EQ(count, 5u);
     EXPECT_FALSE(btnClass.GetRecListThatRelatesToBtn(CLL, recList, count, buffers));
-    EXPECT_FALSE(VCBtnClass::GetRecListThatRelatesToBtns(&btnClass, {2, CLL}, recList, count, buffers, failedID));
+    EXPECT_FALSE(
+        VCBtnClass::GetRecListThatRelatesToBtns(&btnClass, {2, CLL}, recList, count, buffers, failedID));
     EXPECT_EQ(failedID, CLL);
     EXPECT_FALSE(VCBtnClass::GetRecListThatRelatesToBtns(nullptr, {2}, recList, count, buffers, failedID));
 }

@@ -143,7 +143,8 @@ TEST(VCBtn, ClearOfFixedSpecKeepsWhatTheSourceGives)
     EXPECT_EQ(btn.visibleInfo, 0x718u); // 8, 10, 100, 200 and 400 stay
     EXPECT_TRUE(btn.backReferences->spBtnIDsInClass.empty());
     ASSERT_EQ(btn.backReferences->spBtnIDsOfOtherClass.size(), 1u);
-    EXPECT_EQ(btn.backReferences->spBtnIDsOfOtherClass.begin()->btnClassID, SCBUICoreCom::BTNCLS_ID_VIR_COMMON_END);
+    EXPECT_EQ(btn.backReferences->spBtnIDsOfOtherClass.begin()->btnClassID,
+              SCBUICoreCom::BTNCLS_ID_VIR_COMMON_END);
 }
 
 TEST(VCBtn, MasksHoldTheReasonsTheyAreNamedFor)
@@ -168,14 +169,14 @@ TEST(VCBtn, ExhaustedMemoryLeavesTheButtonAsItWas)
     source.SetAlias("ice");
     source.backReferences = std::make_unique<VCBtn::SBackReferences>();
     source.backReferences->spBtnIDsInClass = {SCBUICoreCom::BTN_ID_INC_BEGIN};
-    const int copyFailures = NSKZ::Test::FailEveryAllocation(
-        [] { return std::make_unique<CBtn>(5, "tea"); },
-        [&source](const std::unique_ptr<CBtn>& btn) { btn->Copy(source); },
-        [](const std::unique_ptr<CBtn>& btn) {
-            EXPECT_EQ(btn->id, 5u);
-            EXPECT_STREQ(btn->GetShownText(), "tea");
-            EXPECT_FALSE(btn->HasBackReferences());
-        });
+    const int copyFailures =
+        NSKZ::Test::FailEveryAllocation([] { return std::make_unique<CBtn>(5, "tea"); },
+                                        [&source](const std::unique_ptr<CBtn>& btn) { btn->Copy(source); },
+                                        [](const std::unique_ptr<CBtn>& btn) {
+                                            EXPECT_EQ(btn->id, 5u);
+                                            EXPECT_STREQ(btn->GetShownText(), "tea");
+                                            EXPECT_FALSE(btn->HasBackReferences());
+                                        });
     EXPECT_GE(copyFailures, 4);
 }
 

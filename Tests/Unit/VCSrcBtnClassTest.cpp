@@ -19,8 +19,7 @@ class CProbeBtnClass final : public VCSrcBtnClass
 public:
     explicit CProbeBtnClass(const std::unique_ptr<IRpLink>& rpLinkOfEnv)
         : VCSrcBtnClass(1, 1, "empty", nullptr, rpLinkOfEnv)
-    {
-    }
+    {}
     SCBUICoreCom::EBtnClassType GetBtnClassType() const override { return SCBUICoreCom::BTNCLSTYPE_NORMAL; }
     using VCSrcBtnClass::dataBtnNextID;
     List appeared;
@@ -28,21 +27,28 @@ public:
 
 protected:
     void AdjstAccordingToBtnAppearance(const VCBtn& btn) override { appeared.push_back(btn.id); }
-    void AdjstAccordingToBtnDisappearance(const VCBtn& btn) noexcept override { disappeared.push_back(btn.id); }
+    void AdjstAccordingToBtnDisappearance(const VCBtn& btn) noexcept override
+    {
+        disappeared.push_back(btn.id);
+    }
 };
 
 template <class TBtnClass>
 class TClassAndTable
 {
 public:
-    TClassAndTable() : rpLink(std::make_unique<CRpLink_OnMemVer>()), btnClass(Make(rpLink)) { rpLink->InsertFld(1); }
+    TClassAndTable() : rpLink(std::make_unique<CRpLink_OnMemVer>()), btnClass(Make(rpLink))
+    {
+        rpLink->InsertFld(1);
+    }
 
     // Adds records behind those there are, to the class and to the table.
     List Add(const std::vector<const char*>& values)
     {
         List cells(values.size());
         const auto first = btnClass->GetRecCount();
-        added = btnClass->AddRecs(first, static_cast<DWORD>(values.size()), values.data(), cells.data(), counts);
+        added =
+            btnClass->AddRecs(first, static_cast<DWORD>(values.size()), values.data(), cells.data(), counts);
         for (DWORD i = 0; added && i < cells.size(); ++i) {
             const DWORD rec = first + i;
             rpLink->AddRecList(1, cells[i], &rec, 1);
@@ -167,7 +173,7 @@ TEST(VCSrcBtnClass, AValueThatLostItsRecordsKeepsItsButtonAndGetsItBack)
     fixture.Add({"tea", "milk", "tea"});
     fixture.btnClass->SetSelectionInfoOfBtn(2, true);
     fixture.Delete(0, 1);
-    EXPECT_EQ(fixture.GetVisibleInfo(2), 0u); // one record is left
+    EXPECT_EQ(fixture.GetVisibleInfo(2), 0u);            // one record is left
     EXPECT_EQ(fixture.btnClass->disappeared, List({1})); // the empty value is looked at each time
     fixture.Delete(1, 1);
     EXPECT_EQ(fixture.GetVisibleInfo(2), VISINFO_NOREC);
@@ -247,8 +253,8 @@ TEST(VCSrcBtnClass, ExhaustedMemoryInAddRecsLeavesAClassThatGoesOn)
             fixture->btnClass->AddRecs(2, 6, values, cells, fixture->counts);
         },
         [](const auto& fixture) {
-            // Whatever was made stays whole: every button is found, listed once, and the next value gets the next
-            // identifier.
+            // Whatever was made stays whole: every button is found, listed once, and the next value gets the
+            // next identifier.
             const DWORD btnCount = fixture->btnClass->GetBtnCount();
             EXPECT_EQ(fixture->GetNameOrder().size(), btnCount - 1);
             const char* const values[] = {"1", "a new one"};

@@ -23,7 +23,8 @@ namespace {
 constexpr const char* SRC_FILE = "Src/CBUIDataMngr";
 constexpr const char* FUNC_CREATE = "NSKZ::NSKZCore::CBUIDataMngr::CreateSrcBtnClasses";
 
-bool GetEligibleDataType(const CSourceDataMngr& srcDataMngr, DWORD fldID, SCDeclareConstant::EDataType& dataType)
+bool GetEligibleDataType(const CSourceDataMngr& srcDataMngr, DWORD fldID,
+                         SCDeclareConstant::EDataType& dataType)
 {
     SCDeclareConstant::SDataSpec spec;
     if (!srcDataMngr.GetDataSpec(fldID, spec) || spec.dataKind != SCDeclareConstant::DATAKIND_ITEM)
@@ -39,10 +40,10 @@ class CBUIDataMngr::CBuildProgress
 {
 public:
     CBuildProgress(CProgressStatus* statusOfHost, DWORD eligibleFldCount)
-        : status(statusOfHost), maxValue(statusOfHost == nullptr ? 0 : statusOfHost->GetMaxValueOfPresentProc()),
+        : status(statusOfHost),
+          maxValue(statusOfHost == nullptr ? 0 : statusOfHost->GetMaxValueOfPresentProc()),
           fldCount(eligibleFldCount)
-    {
-    }
+    {}
 
     // Adds `weight` of a field's share. False if the host wants to stop.
     bool Step(double weight)
@@ -51,7 +52,8 @@ public:
             return true;
         const DWORD present = status->presentValue;
         const auto added = static_cast<DWORD>(maxValue * weight / fldCount);
-        status->SetPresentValue(present > maxValue || added > maxValue - present ? maxValue : present + added);
+        status->SetPresentValue(present > maxValue || added > maxValue - present ? maxValue
+                                                                                 : present + added);
         return !status->canceled;
     }
 
@@ -67,8 +69,7 @@ struct CBUIDataMngr::SBuildAreas
     explicit SBuildAreas(DWORD recCountOfSrc)
         : recCount(recCountOfSrc), btnIDOfRec(new DWORD[recCountOfSrc]), recArena(new DWORD[recCountOfSrc]),
           srcDataList(new char*[recCountOfSrc]), srcDataLenList(new WORD[recCountOfSrc])
-    {
-    }
+    {}
 
     DWORD recCount;
     std::unique_ptr<DWORD[]> btnIDOfRec;    // the button of each record
@@ -101,10 +102,9 @@ CBUIDataMngr::CreateSrcBtnClasses(const DWORD* fldIDs, unsigned int fldCount, CP
     return CREATESRC_OK;
 }
 
-CBUIDataMngr::EMthRetOfCreateSrcBtnClses CBUIDataMngr::CreateSrcBtnClass(DWORD fldID,
-                                                                         SCDeclareConstant::EDataType dataType,
-                                                                         SBuildAreas& areas,
-                                                                         CBuildProgress& progress)
+CBUIDataMngr::EMthRetOfCreateSrcBtnClses
+CBUIDataMngr::CreateSrcBtnClass(DWORD fldID, SCDeclareConstant::EDataType dataType, SBuildAreas& areas,
+                                CBuildProgress& progress)
 {
     const DWORD btnClassID = nextSrcBtnClassID;
     if (btnClassID > SCBUICoreCom::BTNCLS_ID_SRC_END)
@@ -126,12 +126,14 @@ CBUIDataMngr::EMthRetOfCreateSrcBtnClses CBUIDataMngr::CreateSrcBtnClass(DWORD f
     std::unique_ptr<char[]> buffer(new char[size]);
     if (!srcDataMngr->GetData(fldID, 0, areas.recCount, size32, buffer.get(), static_cast<DWORD>(size),
                               areas.srcDataLenList.get(), areas.srcDataList.get()) ||
-        !AdjstSrcDataListToBtnClassType(fldID, areas.srcDataList.get(), areas.srcDataLenList.get(), areas.recCount))
+        !AdjstSrcDataListToBtnClassType(fldID, areas.srcDataList.get(), areas.srcDataLenList.get(),
+                                        areas.recCount))
         return CREATESRC_SRCDATA_ERROR;
     if (!progress.Step(0.3))
         return CREATESRC_CANCELED;
 
-    if (!btnClass.AddRecs(0, areas.recCount, areas.srcDataList.get(), areas.btnIDOfRec.get(), areas.btnRecCounts))
+    if (!btnClass.AddRecs(0, areas.recCount, areas.srcDataList.get(), areas.btnIDOfRec.get(),
+                          areas.btnRecCounts))
         return CREATESRC_BTN_ERROR;
     buffer.reset();
     if (!progress.Step(0.1))
@@ -156,8 +158,8 @@ CBUIDataMngr::EMthRetOfCreateSrcBtnClses CBUIDataMngr::CreateSrcBtnClass(DWORD f
 
 // A counting sort of records by button: the lists come out ascending because records are visited in order.
 void CBUIDataMngr::BuildRpLinkInfo(const TCBtnIDAssArr<DWORD>& btnRecCounts, const DWORD* btnIDOfRec,
-                                   DWORD firstRec, DWORD recCountOfCall, TCBtnIDAssArr<SRecordList>& btnRecLists,
-                                   DWORD* recArena)
+                                   DWORD firstRec, DWORD recCountOfCall,
+                                   TCBtnIDAssArr<SRecordList>& btnRecLists, DWORD* recArena)
 {
     btnRecLists.Clear();
     DWORD offset = 0;

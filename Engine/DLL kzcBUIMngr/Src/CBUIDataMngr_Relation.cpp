@@ -179,7 +179,8 @@ bool CBUIDataMngr::ExecRelationByANDCnd(SHierarchyInfo* level, DWORD btnClassID,
         DWORD* buffers[] = {GetWorkArea(1), GetWorkArea(2)};
         DWORD count = 0;
         if (!btnClass->GetRecListThatRelatesToBtn(selBtnID, recs, count, buffers)) {
-            ThrowAbnormalData(SCBUICoreStrDef::MSG_NOTEXIST_SELBTN, {btnClassID, selBtnID}, FUNCTION, __LINE__);
+            ThrowAbnormalData(SCBUICoreStrDef::MSG_NOTEXIST_SELBTN, {btnClassID, selBtnID}, FUNCTION,
+                              __LINE__);
         }
         IntersectWithLimitation(recs, count);
         BtnIDsOfClasses related = GetBtnsOfRecs(recs, count, FUNCTION);

@@ -5,8 +5,8 @@
 
 namespace NSKZ::NSKZCore {
 
-// The button of one distinct non-empty value of a source field. Its class never destroys it while it lives itself,
-// even if all records of the value go: the identifier, and what users built on it, survives.
+// The button of one distinct non-empty value of a source field. Its class never destroys it while it lives
+// itself, even if all records of the value go: the identifier, and what users built on it, survives.
 class CBtn final : public VCBtn
 {
 public:

@@ -2,9 +2,7 @@
 
 namespace NSKZ::NSKZCore {
 
-CEmpValBtn::CEmpValBtn(DWORD btnID) : VCBtn(btnID, nullptr)
-{
-}
+CEmpValBtn::CEmpValBtn(DWORD btnID) : VCBtn(btnID, nullptr) {}
 
 SCBUICoreCom::EBtnType CEmpValBtn::GetType() const
 {

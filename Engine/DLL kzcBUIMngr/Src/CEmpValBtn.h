@@ -5,8 +5,8 @@
 
 namespace NSKZ::NSKZCore {
 
-// The one button of a source class that stands for the empty value. Its identifier is BTN_ID_EMPVAL, and it has no
-// name: what it shows is its alias.
+// The one button of a source class that stands for the empty value. Its identifier is BTN_ID_EMPVAL, and it
+// has no name: what it shows is its alias.
 class CEmpValBtn final : public VCBtn
 {
 public:

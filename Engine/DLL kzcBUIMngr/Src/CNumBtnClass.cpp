@@ -44,8 +44,8 @@ void CNumBtnClass::GetBtnNameOrdList(unsigned int flags, std::vector<DWORD>& btn
 {
     constexpr const char* FUNCTION = "NSKZ::NSKZCore::CNumBtnClass::GetBtnNameOrdList";
     const VCBtn* const empValBtn = FindBtn(SCBUICoreCom::BTN_ID_EMPVAL);
-    const bool empValListed = empValBtn != nullptr && (empValBtn->visibleInfo & VISINFO_NOREC) == 0 &&
-                              IsListed(*empValBtn, flags);
+    const bool empValListed =
+        empValBtn != nullptr && (empValBtn->visibleInfo & VISINFO_NOREC) == 0 && IsListed(*empValBtn, flags);
     const bool empValAtEnd = (flags & ORDLIST_TAILEND_EMPVALBTN) != 0;
 
     std::vector<DWORD> listed;

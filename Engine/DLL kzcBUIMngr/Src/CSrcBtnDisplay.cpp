@@ -70,7 +70,8 @@ void CSrcBtnDisplay::ShowByRelation(const DWORD* btnIDs, std::size_t count) noex
     State* const stateOf = states.data();
     DWORD displayed = 0;
     for (std::size_t i = 0; i < count; ++i) {
-        const std::size_t btnID = btnIDs[i] < size ? btnIDs[i] : 0; // 0 is no button, and counts as hidden otherwise
+        const std::size_t btnID =
+            btnIDs[i] < size ? btnIDs[i] : 0; // 0 is no button, and counts as hidden otherwise
         const State state = stateOf[btnID];
         stateOf[btnID] = static_cast<State>((state & STATE_HIDDENOTHERWISE) | generation);
         displayed += state < STATE_HIDDENOTHERWISE && state != generation ? 1 : 0;
@@ -177,7 +178,8 @@ void CSrcBtnDisplay::SetTraitOfAll(Traits trait, bool set) noexcept
     for (std::size_t i = 0; i < traits.size(); ++i) {
         traits[i] = static_cast<Traits>(set ? traits[i] | trait : traits[i] & ~trait);
         const bool isDisplayable = (traits[i] & TRAITS_HIDING) == 0;
-        states[i] = static_cast<State>((states[i] & LAST_GENERATION) | (isDisplayable ? 0 : STATE_HIDDENOTHERWISE));
+        states[i] =
+            static_cast<State>((states[i] & LAST_GENERATION) | (isDisplayable ? 0 : STATE_HIDDENOTHERWISE));
         displayableCount += isDisplayable ? 1 : 0;
         dispCount += isDisplayable && IsShownByRelation(static_cast<DWORD>(i)) ? 1 : 0;
     }

@@ -9,16 +9,18 @@
 
 namespace NSKZ::NSKZCore {
 
-// Which source buttons of a class are displayed, and how many: the side of visible info that every press works on.
+// Which source buttons of a class are displayed, and how many: the side of visible info that every press
+// works on.
 //
-// Source identifiers are dense (the empty value is 1, normal buttons are 2, 3, ...), so plain byte arrays indexed
-// by identifier stand beside the class's registry. The relation reason is kept as a generation number: to hide all
-// buttons by relation is to begin a new generation, which costs nothing however many buttons there are (once in 127
-// times a pass over the bytes), and to bring a button back is to write the current generation on it. The number of
-// displayed buttons is counted along. The limitation, which changes rarely, is a bit of a button's traits.
+// Source identifiers are dense (the empty value is 1, normal buttons are 2, 3, ...), so plain byte arrays
+// indexed by identifier stand beside the class's registry. The relation reason is kept as a generation
+// number: to hide all buttons by relation is to begin a new generation, which costs nothing however many
+// buttons there are (once in 127 times a pass over the bytes), and to bring a button back is to write the
+// current generation on it. The number of displayed buttons is counted along. The limitation, which changes
+// rarely, is a bit of a button's traits.
 //
-// An identifier is registered with Register before it is used; Show..., Is... and Set... of one that is not are
-// harmless: it counts as absent and never as displayed.
+// An identifier is registered with Register before it is used; Show..., Is... and Set... of one that is not
+// are harmless: it counts as absent and never as displayed.
 class CSrcBtnDisplay
 {
 public:
@@ -26,8 +28,8 @@ public:
 
     void Clear() noexcept;
 
-    // Makes room for the identifiers up to `btnID`, so that registering it cannot fail. Amortised constant for
-    // ascending identifiers.
+    // Makes room for the identifiers up to `btnID`, so that registering it cannot fail. Amortised constant
+    // for ascending identifiers.
     void ReserveFor(DWORD btnID);
     // Enters a button that no reason hides as yet: neither the relation nor the limitation leave it out.
     void Register(DWORD btnID) noexcept;
@@ -43,7 +45,10 @@ public:
     DWORD GetEndID() const noexcept { return static_cast<DWORD>(traits.size()); }
 
     // Whether the button itself has a reason to hide: one that stands in its own visible info.
-    void SetHiddenByItself(DWORD btnID, bool hidden) noexcept { SetTrait(btnID, TRAIT_HIDDENBYITSELF, hidden); }
+    void SetHiddenByItself(DWORD btnID, bool hidden) noexcept
+    {
+        SetTrait(btnID, TRAIT_HIDDENBYITSELF, hidden);
+    }
 
     // Whether special buttons hold the button as member, so that they are to be told when it comes back.
     void SetBackReferred(DWORD btnID, bool referred) noexcept;
@@ -51,25 +56,30 @@ public:
     bool HasBackReferred() const noexcept { return backReferredCount != 0; }
 
     // The relation. All but the last are constant; ShowByRelation is constant for each identifier.
-    bool IsHiddenByRelation(DWORD btnID) const noexcept { return IsRegistered(btnID) && !IsShownByRelation(btnID); }
+    bool IsHiddenByRelation(DWORD btnID) const noexcept
+    {
+        return IsRegistered(btnID) && !IsShownByRelation(btnID);
+    }
     void ShowAllByRelation() noexcept;
     void HideAllByRelation() noexcept;
     void ShowByRelation(DWORD btnID) noexcept { ShowByRelation(&btnID, 1); }
-    // Identifiers may repeat and need not be of source buttons: those that are not registered are passed over.
+    // Identifiers may repeat and need not be of source buttons: those that are not registered are passed
+    // over.
     void ShowByRelation(const DWORD* btnIDs, std::size_t count) noexcept;
-    // The same in two steps, the fastest way where more identifiers come than there are buttons: marks, repeated as
-    // often as needed, cost least for each identifier; what follows is a pass over the bytes, shows the marked
-    // buttons and takes the marks away.
+    // The same in two steps, the fastest way where more identifiers come than there are buttons: marks,
+    // repeated as often as needed, cost least for each identifier; what follows is a pass over the bytes,
+    // shows the marked buttons and takes the marks away.
     void Mark(const DWORD* btnIDs, std::size_t count) noexcept;
     void ShowMarkedByRelation() noexcept;
-    // Appends the marked buttons, ascending. If memory is exhausted the marks stay; TakeMarksAway lets them go.
+    // Appends the marked buttons, ascending. If memory is exhausted the marks stay; TakeMarksAway lets them
+    // go.
     void ListMarked(std::vector<DWORD>& marked) const;
-    // Appends the marked buttons that are back-referred. If memory is exhausted the marks stay; TakeMarksAway lets
-    // them go.
+    // Appends the marked buttons that are back-referred. If memory is exhausted the marks stay; TakeMarksAway
+    // lets them go.
     void ListMarkedBackReferred(std::vector<DWORD>& backReferred) const;
     void TakeMarksAway() noexcept;
-    // The same, and appends each back-referred button that was hidden by relation before to `backReferred`. If
-    // memory is exhausted the buttons before the one that could not be appended are shown.
+    // The same, and appends each back-referred button that was hidden by relation before to `backReferred`.
+    // If memory is exhausted the buttons before the one that could not be appended are shown.
     void ShowByRelation(const DWORD* btnIDs, std::size_t count, std::vector<DWORD>& backReferred);
 
     // The limited record list. The first two cost a pass over a byte for each button.
@@ -84,8 +94,9 @@ public:
 private:
     using State = std::uint8_t;
     using Traits = std::uint8_t;
-    // A state is the generation in which the relation reached the button, from 1 to LAST_GENERATION, and a bit that
-    // says whether anything but the relation hides it: all that a press needs to know stands in one byte.
+    // A state is the generation in which the relation reached the button, from 1 to LAST_GENERATION, and a
+    // bit that says whether anything but the relation hides it: all that a press needs to know stands in one
+    // byte.
     static constexpr State LAST_GENERATION = 127;
     static constexpr State STATE_HIDDENOTHERWISE = 128;
     static constexpr Traits TRAIT_ABSENT = 1;         // no such button
@@ -94,7 +105,10 @@ private:
     static constexpr Traits TRAIT_BACKREFERRED = 8;
     static constexpr Traits TRAITS_HIDING = TRAIT_ABSENT | TRAIT_HIDDENBYITSELF | TRAIT_HIDDENBYLIMIT;
 
-    Traits GetTraits(DWORD btnID) const noexcept { return btnID < traits.size() ? traits[btnID] : TRAIT_ABSENT; }
+    Traits GetTraits(DWORD btnID) const noexcept
+    {
+        return btnID < traits.size() ? traits[btnID] : TRAIT_ABSENT;
+    }
     bool IsShownByRelation(DWORD btnID) const noexcept
     {
         return allShownByRelation || (states[btnID] & LAST_GENERATION) == current;
@@ -103,11 +117,11 @@ private:
     void SetTraitOfAll(Traits trait, bool set) noexcept;
     DWORD CountDisplayed() const noexcept;
 
-    std::vector<State> states;  // by identifier
-    std::vector<Traits> traits; // by identifier
+    std::vector<State> states;       // by identifier
+    std::vector<Traits> traits;      // by identifier
     std::vector<std::uint8_t> marks; // by identifier; all 0 between presses
-    State current = 1;          // the current generation
-    bool allShownByRelation = true; // no generation counts: the relation hides nothing
+    State current = 1;               // the current generation
+    bool allShownByRelation = true;  // no generation counts: the relation hides nothing
     DWORD dispCount = 0;
     DWORD displayableCount = 0; // buttons that only the relation can hide
     DWORD backReferredCount = 0;

@@ -18,8 +18,8 @@ struct CSumValue
     DWORD count = 0;
 };
 
-// The sums known of one button class: by button and numeric item, and the totals of the class by numeric item. A
-// plain value: copies are independent.
+// The sums known of one button class: by button and numeric item, and the totals of the class by numeric
+// item. A plain value: copies are independent.
 class KZCBUIMNGR_API CSumValueCache
 {
 public:
@@ -30,7 +30,8 @@ public:
     CSumValueCache& operator=(CSumValueCache&& other) noexcept;
     ~CSumValueCache();
 
-    // The entry of the pair, with whatever it knows; false if there is none. It holds until the cache changes.
+    // The entry of the pair, with whatever it knows; false if there is none. It holds until the cache
+    // changes.
     bool GetSumValue(DWORD btnID, DWORD numID, const CSumValue*& value) const;
     // Stores the whole entry; the sum alone; the count alone. The two last leave the other half as it is.
     void SetSumValue(DWORD btnID, DWORD numID, const CSumValue& value);
@@ -43,8 +44,8 @@ public:
     bool GetTotalAbsoluteValue(DWORD numID, double& value) const;
     void SetTotalAbsoluteValue(DWORD numID, double value);
 
-    // Forgets what is known of a button; of the totals; of a numeric item. Entries keep their place for what comes
-    // next. The first and the last walk all entries.
+    // Forgets what is known of a button; of the totals; of a numeric item. Entries keep their place for what
+    // comes next. The first and the last walk all entries.
     void ClearSumValue(DWORD btnID);
     void ClearTotalValue();
     void ClearSumValueAndTotalValue(DWORD numID);
@@ -54,7 +55,10 @@ private:
     {
         DWORD btnID;
         DWORD numID;
-        bool operator==(const SKey& other) const noexcept { return btnID == other.btnID && numID == other.numID; }
+        bool operator==(const SKey& other) const noexcept
+        {
+            return btnID == other.btnID && numID == other.numID;
+        }
     };
     struct SKeyHash
     {

@@ -10,14 +10,11 @@
 
 namespace NSKZ::NSKZCore {
 
-CSumValueCacheMngr::CSumValueCacheMngr(const CBUIDataMngr& ownerEnv) : owner(&ownerEnv)
-{
-}
+CSumValueCacheMngr::CSumValueCacheMngr(const CBUIDataMngr& ownerEnv) : owner(&ownerEnv) {}
 
 CSumValueCacheMngr::CSumValueCacheMngr(const CSumValueCacheMngr& other)
     : ISumValueMngr(other), owner(other.owner), caches(other.caches)
-{
-}
+{}
 
 CSumValueCacheMngr& CSumValueCacheMngr::operator=(const CSumValueCacheMngr& other)
 {
@@ -156,7 +153,8 @@ bool CSumValueCacheMngr::GetAverageValue(DWORD btnClassID, DWORD btnID, DWORD nu
     return true;
 }
 
-bool CSumValueCacheMngr::GetEachValue(DWORD btnClassID, DWORD btnID, DWORD numID, std::vector<double>& values) const
+bool CSumValueCacheMngr::GetEachValue(DWORD btnClassID, DWORD btnID, DWORD numID,
+                                      std::vector<double>& values) const
 {
     values.clear();
     GetSumValueCacheObjConstRef(btnClassID);
@@ -219,7 +217,8 @@ bool CSumValueCacheMngr::CalcTotalValue(DWORD btnClassID, DWORD numID) const
 DWORD CSumValueCacheMngr::GetNumCount(const CCoreSumMngr& coreSumMngr, DWORD numID, DWORD count) const
 {
     // A host's sum manager may answer what no count can be; converting that would be undefined.
-    const double numCount = coreSumMngr.GetSumValue(numID, SCSMCoreCom::KINDOFSUM_COUNT, scratchList.get(), count);
+    const double numCount =
+        coreSumMngr.GetSumValue(numID, SCSMCoreCom::KINDOFSUM_COUNT, scratchList.get(), count);
     return numCount > 0.0 && numCount < 4294967296.0 ? static_cast<DWORD>(numCount) : 0;
 }
 

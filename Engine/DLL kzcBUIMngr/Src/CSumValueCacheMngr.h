@@ -14,15 +14,15 @@ class CBUIDataMngr;
 class CCoreSumMngr;
 class VCBtnClass;
 
-// The sums of an environment's buttons under its present selection: asked of the summation library once and kept
-// until a selection changes the target records.
+// The sums of an environment's buttons under its present selection: asked of the summation library once and
+// kept until a selection changes the target records.
 //
-// The work areas are as long as the environment's record count and are kept, so that a query allocates nothing in
-// the steady state; the target records are held for one class at a time. Const operations change all of that: they
-// are no more safe to run in parallel than others.
+// The work areas are as long as the environment's record count and are kept, so that a query allocates
+// nothing in the steady state; the target records are held for one class at a time. Const operations change
+// all of that: they are no more safe to run in parallel than others.
 //
-// Every operation that names a class makes room for its sums, for class 0 too. A query that fails leaves its output
-// untouched and what is kept as it was. Memory exhaustion arrives as std::bad_alloc.
+// Every operation that names a class makes room for its sums, for class 0 too. A query that fails leaves its
+// output untouched and what is kept as it was. Memory exhaustion arrives as std::bad_alloc.
 class KZCBUIMNGR_API CSumValueCacheMngr final : public ISumValueMngr
 {
 public:
@@ -40,8 +40,8 @@ public:
     bool GetAverageValue(DWORD btnClassID, DWORD btnID, DWORD numID, double& value) const override;
     // Never kept.
     bool GetEachValue(DWORD btnClassID, DWORD btnID, DWORD numID, std::vector<double>& values) const override;
-    // Both totals come from one pass over the displayed buttons, whose sums are kept by it. A sum that is NaN takes
-    // no part; a button whose sum cannot be had counts once more what the button before it had.
+    // Both totals come from one pass over the displayed buttons, whose sums are kept by it. A sum that is NaN
+    // takes no part; a button whose sum cannot be had counts once more what the button before it had.
     bool GetTotalValue(DWORD btnClassID, DWORD numID, double& value) const override;
     bool GetTotalAbsoluteValue(DWORD btnClassID, DWORD numID, double& value) const override;
     // Always false: these are there for hosts that implement the interface themselves.
@@ -52,8 +52,9 @@ public:
     bool GetAbsoluteValue(DWORD btnClassID, DWORD btnID, DWORD numID, double& value) const override;
     bool ExistNumDataItem(DWORD numID) const override;
 
-    // Forget what is kept; to be called by the host when it changes what a numeric item holds. Of one button (the
-    // totals stay); of the totals of one class or of all (the sums of buttons stay); of one numeric item.
+    // Forget what is kept; to be called by the host when it changes what a numeric item holds. Of one button
+    // (the totals stay); of the totals of one class or of all (the sums of buttons stay); of one numeric
+    // item.
     void ClearSumValue(DWORD btnClassID, DWORD btnID);
     void ClearTotalValue(DWORD btnClassID);
     void ClearTotalValue();
@@ -69,10 +70,11 @@ private:
     CSumValueCache& GetSumValueCacheObjConstRef(DWORD btnClassID) const;
     void BuildRecListArea() const;
     bool BuildTargetRecListOfBtnClass(DWORD btnClassID) const;
-    // The class and the sum manager to ask, with the work areas and the target records of the class built; false if
-    // one of them is not to be had.
+    // The class and the sum manager to ask, with the work areas and the target records of the class built;
+    // false if one of them is not to be had.
     bool PrepareQuery(DWORD btnClassID, const VCBtnClass*& btnClass, const CCoreSumMngr*& coreSumMngr) const;
-    // The records of the button among the target records, in the scratch list; false if the button has none to give.
+    // The records of the button among the target records, in the scratch list; false if the button has none
+    // to give.
     bool CollectRecs(const VCBtnClass& btnClass, DWORD btnID, DWORD& count) const;
     // How many of the first `count` records in the scratch list hold a number.
     DWORD GetNumCount(const CCoreSumMngr& coreSumMngr, DWORD numID, DWORD count) const;

@@ -13,7 +13,8 @@ constexpr std::size_t LARGEST_BLOCK = std::size_t{1} << 20;
 } // namespace
 
 CTextArena::CTextArena(CTextArena&& other) noexcept
-    : blocks(std::move(other.blocks)), next(std::exchange(other.next, nullptr)), room(std::exchange(other.room, 0))
+    : blocks(std::move(other.blocks)), next(std::exchange(other.next, nullptr)),
+      room(std::exchange(other.room, 0))
 {
     other.blocks.clear();
 }

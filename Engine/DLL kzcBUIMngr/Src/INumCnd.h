@@ -5,8 +5,9 @@
 
 namespace NSKZ::NSKZCore {
 
-// A host's own numeric condition, which an environment keeps for it: CBUIDataMngr::SetNumCnd takes a clone. The
-// engine calls the cloning and the releasing operation only; what the two in between mean is the host's affair.
+// A host's own numeric condition, which an environment keeps for it: CBUIDataMngr::SetNumCnd takes a clone.
+// The engine calls the cloning and the releasing operation only; what the two in between mean is the host's
+// affair.
 //
 // The order of the operations is fixed.
 class KZCBUIMNGR_API INumCnd

@@ -7,12 +7,12 @@
 
 namespace NSKZ::NSKZCore {
 
-// Where conditions take the numbers of buttons from: what a numeric item holds over the records of a button, as far
-// as these are target records of the button's class.
+// Where conditions take the numbers of buttons from: what a numeric item holds over the records of a button,
+// as far as these are target records of the button's class.
 //
-// `btnClassID` and `btnID` name the button, `numID` the numeric item (a field of the source table). Each operation
-// returns true when it produced the result, and leaves the output untouched otherwise (GetEachValue empties it).
-// The order of the operations is fixed: a host may implement the interface itself.
+// `btnClassID` and `btnID` name the button, `numID` the numeric item (a field of the source table). Each
+// operation returns true when it produced the result, and leaves the output untouched otherwise (GetEachValue
+// empties it). The order of the operations is fixed: a host may implement the interface itself.
 class KZCBUIMNGR_API ISumValueMngr
 {
 public:
@@ -28,7 +28,8 @@ public:
     // The sum divided by the count; NaN or an infinity over no number.
     virtual bool GetAverageValue(DWORD btnClassID, DWORD btnID, DWORD numID, double& value) const = 0;
     // The number of each record, ascending by record.
-    virtual bool GetEachValue(DWORD btnClassID, DWORD btnID, DWORD numID, std::vector<double>& values) const = 0;
+    virtual bool GetEachValue(DWORD btnClassID, DWORD btnID, DWORD numID,
+                              std::vector<double>& values) const = 0;
     // The sum of the sums of all displayed buttons of a class, and of their absolute values.
     virtual bool GetTotalValue(DWORD btnClassID, DWORD numID, double& value) const = 0;
     virtual bool GetTotalAbsoluteValue(DWORD btnClassID, DWORD numID, double& value) const = 0;

@@ -13,17 +13,18 @@
 
 namespace NSKZ::NSKZCore {
 
-// Buttons in ascending order of a key; equal keys keep the order of insertion. A button stands in a list at most
-// once. It behaves as an ordered multimap from key to button identifier would, but sorts only when it is read:
-// filling it costs an append a button, and the first walk after a change sorts what came since the one before. Memory may run out in that walk; the list loses nothing by it.
+// Buttons in ascending order of a key; equal keys keep the order of insertion. A button stands in a list at
+// most once. It behaves as an ordered multimap from key to button identifier would, but sorts only when it is
+// read: filling it costs an append a button, and the first walk after a change sorts what came since the one
+// before. Memory may run out in that walk; the list loses nothing by it.
 //
-// The list owns its keys: a key text handed in is copied, so that no change of a button's text or life can leave
-// a dangling key.
+// The list owns its keys: a key text handed in is copied, so that no change of a button's text or life can
+// leave a dangling key.
 //
 // TKeys tells the kind of key: its argument type TArg, the stored type TKey (trivially copyable), a TKey
-// Keep(TArg), a static bool IsLess(TKey, TKey), a static std::uint64_t GetRank(TKey) that never falls as keys rise
-// and decides most comparisons without a look at the keys, a void Clear() and, to let the copies of removed keys go,
-// the default constructor and the move assignment.
+// Keep(TArg), a static bool IsLess(TKey, TKey), a static std::uint64_t GetRank(TKey) that never falls as keys
+// rise and decides most comparisons without a look at the keys, a void Clear() and, to let the copies of
+// removed keys go, the default constructor and the move assignment.
 template <class TKeys>
 class TCBtnOrdList
 {
@@ -40,9 +41,9 @@ public:
 
     bool Exist(DWORD btnID) const noexcept { return entryOfBtn.Exist(btnID); }
 
-    // Puts the button behind those with an equal key. A button that stands in the list already stays where it is.
-    // An identifier that is no button's is passed over. If memory is exhausted nothing changes. Constant but for
-    // the growing of the arrays.
+    // Puts the button behind those with an equal key. A button that stands in the list already stays where it
+    // is. An identifier that is no button's is passed over. If memory is exhausted nothing changes. Constant
+    // but for the growing of the arrays.
     void Insert(TArg key, DWORD btnID)
     {
         if (!Exist(btnID))
@@ -67,8 +68,8 @@ public:
         order.push_back(SPlace{position, btnID});
     }
 
-    // Takes the button out; false if it does not stand here under this key. Constant; the room is reused once half
-    // of the list has gone.
+    // Takes the button out; false if it does not stand here under this key. Constant; the room is reused once
+    // half of the list has gone.
     bool Erase(TArg key, DWORD btnID) noexcept
     {
         const std::uint32_t* const position = entryOfBtn.Find(btnID);
@@ -115,7 +116,8 @@ public:
     // The key of a button that stands in the list.
     TKey GetKeyOf(DWORD btnID) const noexcept { return entries[*entryOfBtn.Find(btnID)].key; }
 
-    // The buttons in order: a range to walk, good until the list changes. Sorts what came since the last call.
+    // The buttons in order: a range to walk, good until the list changes. Sorts what came since the last
+    // call.
     class CRange
     {
     public:
@@ -124,8 +126,7 @@ public:
         public:
             CIterator(const TCBtnOrdList& listToWalk, std::size_t positionInOrder) noexcept
                 : list(&listToWalk), position(positionInOrder)
-            {
-            }
+            {}
             DWORD operator*() const noexcept { return list->order[position].btnID; }
             CIterator& operator++() noexcept
             {
@@ -185,13 +186,15 @@ private:
         if (settled == order.size())
             return;
         SortNewOnes();
-        std::inplace_merge(
-            order.begin(), order.begin() + static_cast<std::ptrdiff_t>(settled), order.end(),
-            [this](const SPlace& left, const SPlace& right) { return IsBefore(left.position, right.position); });
+        std::inplace_merge(order.begin(), order.begin() + static_cast<std::ptrdiff_t>(settled), order.end(),
+                           [this](const SPlace& left, const SPlace& right) {
+                               return IsBefore(left.position, right.position);
+                           });
         settled = order.size();
     }
 
-    // What came since the last walk, sorted by rank first: most texts differ within what a rank holds of them.
+    // What came since the last walk, sorted by rank first: most texts differ within what a rank holds of
+    // them.
     void SortNewOnes() const
     {
         struct SRanked
@@ -213,7 +216,9 @@ private:
 
     void DropRemovedOnes() const
     {
-        const auto isRemoved = [this](const SPlace& place) { return entries[place.position].btnID == REMOVED; };
+        const auto isRemoved = [this](const SPlace& place) {
+            return entries[place.position].btnID == REMOVED;
+        };
         const auto newOnes = order.begin() + static_cast<std::ptrdiff_t>(settled);
         const auto settledEnd = std::remove_if(order.begin(), newOnes, isRemoved);
         const auto newEnd = std::remove_if(newOnes, order.end(), isRemoved);
@@ -255,7 +260,8 @@ private:
     mutable TCBtnIDAssArr<std::uint32_t> entryOfBtn;
 };
 
-// Keys that are texts. They compare byte by byte as unsigned values up to the NUL; null comes before every text.
+// Keys that are texts. They compare byte by byte as unsigned values up to the NUL; null comes before every
+// text.
 class CTextKeys
 {
 public:

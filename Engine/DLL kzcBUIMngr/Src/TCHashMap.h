@@ -10,12 +10,12 @@
 
 namespace NSKZ::NSKZCore {
 
-// A chained hash map whose entries stand side by side in one array instead of in a heap block each: a registry of
-// a million entries is built without a million allocations and looked up with one miss fewer. It begins with 8
-// buckets and doubles them before the load passes 1. It holds fewer than 4294967295 entries.
+// A chained hash map whose entries stand side by side in one array instead of in a heap block each: a
+// registry of a million entries is built without a million allocations and looked up with one miss fewer. It
+// begins with 8 buckets and doubles them before the load passes 1. It holds fewer than 4294967295 entries.
 //
-// THash: static std::uint64_t Hash(const TKey&) noexcept and static bool Equal(const TKey&, const TKey&) noexcept.
-// References and iteration order hold until the next insertion or removal.
+// THash: static std::uint64_t Hash(const TKey&) noexcept and static bool Equal(const TKey&, const TKey&)
+// noexcept. References and iteration order hold until the next insertion or removal.
 template <class TKey, class TValue, class THash>
 class TCHashMap
 {
@@ -29,8 +29,7 @@ public:
         friend class TCHashMap;
         SEntry(TKey&& keyOfEntry, TValue&& valueOfEntry, std::uint32_t hashOfKey, std::uint32_t nextInBucket)
             : key(std::move(keyOfEntry)), value(std::move(valueOfEntry)), hash(hashOfKey), next(nextInBucket)
-        {
-        }
+        {}
         std::uint32_t hash;
         std::uint32_t next;
     };
@@ -117,7 +116,8 @@ private:
         if (buckets.empty())
             return NONE;
         std::uint32_t position = buckets[hash & (buckets.size() - 1)];
-        while (position != NONE && (entries[position].hash != hash || !THash::Equal(entries[position].key, key)))
+        while (position != NONE &&
+               (entries[position].hash != hash || !THash::Equal(entries[position].key, key)))
             position = entries[position].next;
         return position;
     }

@@ -8,14 +8,13 @@ namespace {
 
 bool AreEqualTexts(const char* left, const char* right)
 {
-    return _mbscmp(reinterpret_cast<const unsigned char*>(left), reinterpret_cast<const unsigned char*>(right)) == 0;
+    return _mbscmp(reinterpret_cast<const unsigned char*>(left),
+                   reinterpret_cast<const unsigned char*>(right)) == 0;
 }
 
 } // namespace
 
-VCBtn::VCBtn(DWORD btnID, const char* nameOfBtn) : name(DuplicateText(nameOfBtn)), id(btnID)
-{
-}
+VCBtn::VCBtn(DWORD btnID, const char* nameOfBtn) : name(DuplicateText(nameOfBtn)), id(btnID) {}
 
 VCBtn::~VCBtn() = default;
 

@@ -9,12 +9,12 @@
 
 namespace NSKZ::NSKZCore {
 
-// Reasons to hide a button, as the bits of its visible info. Each bit is one reason; a button is displayed exactly
-// when no bit is set.
-constexpr unsigned int VISINFO_SELCLLMEMBER = 0x1;   // member of a cll button that selects by list
-constexpr unsigned int VISINFO_CNDCLLMEMBER = 0x2;   // member of a cll button that selects by condition
-constexpr unsigned int VISINFO_INCMEMBER = 0x4;      // member of inc buttons, none of which displays its members
-constexpr unsigned int VISINFO_NOMEMBER = 0x8;       // special button: its member list is empty
+// Reasons to hide a button, as the bits of its visible info. Each bit is one reason; a button is displayed
+// exactly when no bit is set.
+constexpr unsigned int VISINFO_SELCLLMEMBER = 0x1; // member of a cll button that selects by list
+constexpr unsigned int VISINFO_CNDCLLMEMBER = 0x2; // member of a cll button that selects by condition
+constexpr unsigned int VISINFO_INCMEMBER = 0x4; // member of inc buttons, none of which displays its members
+constexpr unsigned int VISINFO_NOMEMBER = 0x8;  // special button: its member list is empty
 constexpr unsigned int VISINFO_NOLIVEMEMBER = 0x10;  // special button: no member is alive
 constexpr unsigned int VISINFO_RELATION = 0x20;      // the relation of the selection leaves the button out
 constexpr unsigned int VISINFO_RESERVED = 0x40;      // never set
@@ -24,14 +24,15 @@ constexpr unsigned int VISINFO_EMPVALNODISP = 0x200; // empty-value button: the 
 constexpr unsigned int VISINFO_INEFFECTIVE = 0x400;  // special button: it was made ineffective
 
 // The reasons that come from what a user fixed: ClearOfFixedSpec clears them.
-constexpr unsigned int VISINFO_MASK_FIXEDSPEC = VISINFO_SELCLLMEMBER | VISINFO_CNDCLLMEMBER | VISINFO_INCMEMBER |
-                                                VISINFO_RELATION | VISINFO_RESERVED | VISINFO_LIMITEDREC;
+constexpr unsigned int VISINFO_MASK_FIXEDSPEC = VISINFO_SELCLLMEMBER | VISINFO_CNDCLLMEMBER |
+                                                VISINFO_INCMEMBER | VISINFO_RELATION | VISINFO_RESERVED |
+                                                VISINFO_LIMITEDREC;
 // The reasons that count against a member's being alive.
 constexpr unsigned int VISINFO_MASK_NOTALIVE =
     VISINFO_NOMEMBER | VISINFO_NOLIVEMEMBER | VISINFO_LIMITEDREC | VISINFO_NOREC;
 
-// One selectable button of an analysis item: what every kind of button has. A button knows nothing of records;
-// they are reached through the link tables by its identifier.
+// One selectable button of an analysis item: what every kind of button has. A button knows nothing of
+// records; they are reached through the link tables by its identifier.
 //
 // Buttons are owned by their class, which alone reaches them, and reaches their fields directly. For a source
 // button the class keeps the reasons VISINFO_RELATION and VISINFO_LIMITEDREC beside its buttons (see
@@ -45,8 +46,8 @@ public:
     // The special buttons that hold a button as member. Few buttons are members, so most have none of this.
     struct SBackReferences
     {
-        std::set<DWORD> spBtnIDsInClass;                     // of the same class
-        std::set<SBtnClassIDAndBtnID> spBtnIDsOfOtherClass;  // virtual inc buttons of other classes
+        std::set<DWORD> spBtnIDsInClass;                    // of the same class
+        std::set<SBtnClassIDAndBtnID> spBtnIDsOfOtherClass; // virtual inc buttons of other classes
     };
 
     // `name` is copied; null stands for no name.
@@ -57,22 +58,23 @@ public:
 
     // Back to a button of identifier 0 without texts, selection, reasons to hide and back-references.
     virtual void Clear();
-    // Takes over what every kind of button has from `other`, which may be this button. An absent text is copied as
-    // absent. If memory is exhausted the button stays as it was.
+    // Takes over what every kind of button has from `other`, which may be this button. An absent text is
+    // copied as absent. If memory is exhausted the button stays as it was.
     virtual void Copy(const VCBtn& other);
-    // Drops what users added: the selection, the reasons of VISINFO_MASK_FIXEDSPEC, the back-references to special
-    // buttons of the class and to those of fixed virtual classes. Does not throw.
+    // Drops what users added: the selection, the reasons of VISINFO_MASK_FIXEDSPEC, the back-references to
+    // special buttons of the class and to those of fixed virtual classes. Does not throw.
     virtual void ClearOfFixedSpec();
     virtual SCBUICoreCom::EBtnType GetType() const = 0;
     // A new button of the same kind and content.
     virtual std::unique_ptr<VCBtn> Clone() const = 0;
 
-    // Whether the button takes part in the analysis. Source buttons always do; a special button may be switched off.
+    // Whether the button takes part in the analysis. Source buttons always do; a special button may be
+    // switched off.
     virtual bool IsEffective() const noexcept { return true; }
 
-    // Gives the button the alias `text`. A text equal to the name means no alias: the button shows its name again.
-    // Null gives an empty alias, not the name. `text` may be a text of the button itself. If memory is exhausted
-    // the button stays as it was.
+    // Gives the button the alias `text`. A text equal to the name means no alias: the button shows its name
+    // again. Null gives an empty alias, not the name. `text` may be a text of the button itself. If memory is
+    // exhausted the button stays as it was.
     void SetAlias(const char* text);
 
     // What the button shows everywhere: its name, or its alias if it has one of its own. May be null.
@@ -80,8 +82,8 @@ public:
 
     bool HasBackReferences() const noexcept
     {
-        return backReferences != nullptr && !(backReferences->spBtnIDsInClass.empty() &&
-                                              backReferences->spBtnIDsOfOtherClass.empty());
+        return backReferences != nullptr &&
+               !(backReferences->spBtnIDsInClass.empty() && backReferences->spBtnIDsOfOtherClass.empty());
     }
 
     std::unique_ptr<char[]> alias; // null when the button has no alias of its own

@@ -208,7 +208,8 @@ void VCBtnClass::SetBtnAppOrdList(const IBnLink& bnLink)
     std::vector<DWORD> order;
     if (!bnLink.GetBtnIDList(id, order)) {
         const CFormattedMsg message(SCBUICoreStrDef::MSG_NOTEXIST_SRCBTNCLS_IN_BNLINK, {id});
-        throw ECAbnormalData(message.GetText(), SRC_FILE, "NSKZ::NSKZCore::VCBtnClass::SetBtnAppOrdList", 3629);
+        throw ECAbnormalData(message.GetText(), SRC_FILE, "NSKZ::NSKZCore::VCBtnClass::SetBtnAppOrdList",
+                             3629);
     }
     appOrdList = std::move(order);
 }
@@ -289,8 +290,9 @@ bool VCBtnClass::GetRecListThatRelatesToBtns(const VCBtnClass* btnClass, const s
     std::vector<DWORD> distinctIDs(btnIDs);
     std::sort(distinctIDs.begin(), distinctIDs.end());
     distinctIDs.erase(std::unique(distinctIDs.begin(), distinctIDs.end()), distinctIDs.end());
-    const auto firstOther = std::partition_point(distinctIDs.begin(), distinctIDs.end(),
-                                                 [](DWORD btnID) { return btnID <= SCBUICoreCom::BTN_ID_NRM_END; });
+    const auto firstOther = std::partition_point(distinctIDs.begin(), distinctIDs.end(), [](DWORD btnID) {
+        return btnID <= SCBUICoreCom::BTN_ID_NRM_END;
+    });
 
     // The records of source buttons do not overlap, so they are collected first and sorted once.
     DWORD* const collected = recCountOfList == 0 ? recList : buffers[0];
@@ -656,8 +658,8 @@ void VCBtnClass::AddSpBtnsAbove(const VCBtn& btn, SpBtnsAbove& spBtns)
     }
 }
 
-// Goes up through the nesting, across classes, and visits every special button once: not by recursion, which would
-// grow with the depth, and in the order in which they were reached.
+// Goes up through the nesting, across classes, and visits every special button once: not by recursion, which
+// would grow with the depth, and in the order in which they were reached.
 void VCBtnClass::PutVisibleInfoOfSpBtnsAbove(SpBtnsAbove& pending, unsigned int bits)
 {
     std::set<std::pair<const VCBtnClass*, DWORD>> visited;

@@ -8,9 +8,10 @@
 namespace NSKZ::NSKZCore {
 
 VCSrcBtnClass::VCSrcBtnClass(DWORD btnClassID, DWORD srcFldID, const char* empValAlias,
-                             const CSourceDataMngr* srcDataMngrOfEnv, const std::unique_ptr<IRpLink>& rpLinkOfEnv)
-    : VCBtnClass(btnClassID, rpLinkOfEnv), fldID(srcFldID), srcDataMngr(srcDataMngrOfEnv), empValBtnDisp(true),
-      dataBtnNextID(SCBUICoreCom::BTN_ID_NRM_BEGIN)
+                             const CSourceDataMngr* srcDataMngrOfEnv,
+                             const std::unique_ptr<IRpLink>& rpLinkOfEnv)
+    : VCBtnClass(btnClassID, rpLinkOfEnv), fldID(srcFldID), srcDataMngr(srcDataMngrOfEnv),
+      empValBtnDisp(true), dataBtnNextID(SCBUICoreCom::BTN_ID_NRM_BEGIN)
 {
     CreateEmpValBtn(empValAlias);
 }
@@ -165,12 +166,8 @@ bool VCSrcBtnClass::DeleteRecs(DWORD, DWORD count)
     return true;
 }
 
-void VCSrcBtnClass::AdjstAccordingToBtnAppearance(const VCBtn&)
-{
-}
+void VCSrcBtnClass::AdjstAccordingToBtnAppearance(const VCBtn&) {}
 
-void VCSrcBtnClass::AdjstAccordingToBtnDisappearance(const VCBtn&) noexcept
-{
-}
+void VCSrcBtnClass::AdjstAccordingToBtnDisappearance(const VCBtn&) noexcept {}
 
 } // namespace NSKZ::NSKZCore

@@ -10,11 +10,11 @@ namespace NSKZ::NSKZCore {
 
 class CSourceDataMngr;
 
-// A button class that stands on one field of the source table: the binding to the field, the table from value to
-// button, the one empty-value button, and the following of records that come and go.
+// A button class that stands on one field of the source table: the binding to the field, the table from value
+// to button, the one empty-value button, and the following of records that come and go.
 //
-// A value keeps its identifier for the life of the class: one that goes and comes back gets its old button, with
-// everything built on it.
+// A value keeps its identifier for the life of the class: one that goes and comes back gets its old button,
+// with everything built on it.
 class VCSrcBtnClass : public VCBtnClass
 {
 public:
@@ -33,23 +33,24 @@ public:
     void ClearOfFixedSpec() override;
     void Copy(const VCBtnClass& other, const std::unique_ptr<IRpLink>& rpLinkOfEnv) override;
 
-    // Takes in records that came to the table: `count` values, NUL-terminated, null or empty for the empty value.
-    // Values met for the first time become buttons; values whose button has lost all its records get it back.
-    // `outBtnIDs` receives the button of each value, and `counts`, cleared first, how many of these records each
-    // button got. `startRec` tells where the records begin and is there for classes that care.
+    // Takes in records that came to the table: `count` values, NUL-terminated, null or empty for the empty
+    // value. Values met for the first time become buttons; values whose button has lost all its records get
+    // it back. `outBtnIDs` receives the button of each value, and `counts`, cleared first, how many of these
+    // records each button got. `startRec` tells where the records begin and is there for classes that care.
     //
-    // False when the identifiers are used up; buttons made before stay. If memory is exhausted the class knows the
-    // values before the one at which it happened. One hash look-up for each record; the order lists and the text
-    // are touched once for each new value.
+    // False when the identifiers are used up; buttons made before stay. If memory is exhausted the class
+    // knows the values before the one at which it happened. One hash look-up for each record; the order lists
+    // and the text are touched once for each new value.
     virtual bool AddRecs(DWORD startRec, DWORD count, const char* const* values, DWORD* outBtnIDs,
                          TCBtnIDAssArr<DWORD>& counts);
-    // Lets go of `count` records. The link tables have lost them already: a button that has no record left there
-    // stays, hidden by VISINFO_NOREC and out of the order lists. Always true.
+    // Lets go of `count` records. The link tables have lost them already: a button that has no record left
+    // there stays, hidden by VISINFO_NOREC and out of the order lists. Always true.
     virtual bool DeleteRecs(DWORD startRec, DWORD count);
 
 protected:
-    // Called when a source button begins to have records and when it has lost its last: the hook by which classes
-    // with order lists of their own keep them. If memory is exhausted in the first, nothing has changed.
+    // Called when a source button begins to have records and when it has lost its last: the hook by which
+    // classes with order lists of their own keep them. If memory is exhausted in the first, nothing has
+    // changed.
     virtual void AdjstAccordingToBtnAppearance(const VCBtn& btn);
     virtual void AdjstAccordingToBtnDisappearance(const VCBtn& btn) noexcept;
 
@@ -66,7 +67,7 @@ protected:
     DWORD fldID;
     const CSourceDataMngr* srcDataMngr; // borrowed
     bool empValBtnDisp;
-    DWORD dataBtnNextID;                               // the next normal identifier
+    DWORD dataBtnNextID;                                    // the next normal identifier
     TCHashMap<const char*, DWORD, SValueHash> valueToBtnID; // the keys are the names of the buttons
 
     // Lets everything go, the empty-value button too: what a copy that ran out of memory leaves.
