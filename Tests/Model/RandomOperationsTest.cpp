@@ -475,7 +475,7 @@ TEST(RandomOperations, AgreeWithTheModelOnTablesOfAFewThousandRecords)
     SLeaning leaning;
     leaning.maxRecCount = 6000;
     leaning.operationsOfATable = 30;
-    RunOperations(leaning, OPERATIONS_OF_A_TEST / 200);
+    RunOperations(leaning, OPERATIONS_OF_A_TEST / 50);
 }
 
 TEST(RandomOperations, AgreeWithTheModelOnTablesOfAFewHundredRecords)
