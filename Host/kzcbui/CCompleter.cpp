@@ -77,8 +77,10 @@ std::vector<std::string> CCompleter::GetWords(const std::string& line, std::size
     }
     std::erase_if(before, [](const std::string& word) { return word.starts_with("--"); });
     const std::string place = GetPlaceholder(*command, before.size() - 1);
-    if (place == "ITEM" || place == "[ITEM]" || place == "FIELD")
-        return GetItems();
+    if (place == "ITEM" || place == "[ITEM]")
+        return GetItems(false);
+    if (place == "FIELD")
+        return GetItems(true);
     if (place.starts_with("BUTTON"))
         return GetBtns(before.at(1));
     // The alternatives of "[none|or|and]".
@@ -90,10 +92,14 @@ std::vector<std::string> CCompleter::GetWords(const std::string& line, std::size
     return {};
 }
 
-std::vector<std::string> CCompleter::GetItems() const
+std::vector<std::string> CCompleter::GetItems(bool numbersOnly) const
 {
     std::vector<std::string> words;
     for (const DWORD itemID : workspace.GetItemIDs()) {
+        NSKZCore::SCBUICoreCom::EBtnClassType type = NSKZCore::SCBUICoreCom::BTNCLSTYPE_NORMAL;
+        workspace.GetEnv().GetTypeOfBtnClass(itemID, type);
+        if (numbersOnly && type != NSKZCore::SCBUICoreCom::BTNCLSTYPE_NUM)
+            continue;
         words.push_back(
             SCWordSplit::Quote(SCNameWord::Write(workspace.GetItemName(itemID), SCNameWord::MARK_OF_ITEM)));
     }

@@ -21,7 +21,7 @@ public:
     std::vector<std::string> GetWords(const std::string& line, std::size_t& wordBegin) const;
 
 private:
-    std::vector<std::string> GetItems() const;
+    std::vector<std::string> GetItems(bool numbersOnly) const;
     std::vector<std::string> GetBtns(const std::string& itemWord) const;
 
     const CWorkspace& workspace;

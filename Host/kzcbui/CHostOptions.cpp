@@ -25,6 +25,17 @@ constexpr const char* DESCRIPTION =
 constexpr const char* FOOTER = "Exit status: 0 all commands went well, 1 a command failed, 2 wrong usage,\n"
                                "3 the table could not be read or its building was cancelled.";
 
+// An option and what its value is, and no more.
+class CPlainFormatter : public CLI::Formatter
+{
+public:
+    std::string make_option_opts(const CLI::Option* option) const override
+    {
+        const std::string type = option->get_positional() ? std::string() : option->get_type_name();
+        return type.empty() ? type : " " + type;
+    }
+};
+
 [[noreturn]] void RefuseUsage(const std::string& sentence)
 {
     throw ECHostError(EXITSTATUS_WRONG_USAGE, sentence);
@@ -80,9 +91,12 @@ std::optional<CHostOptions> CHostOptions::Read(int argc, const char* const* argv
     std::string linkTables = SCLinkTables::GetName(SCBUICoreCom::LINKTBLVERTYPE_ONMEM);
     std::string scriptPath;
     std::vector<std::string> types;
+    bool hasNoHeader = false;
+    bool showsNoProgress = false;
 
     CLI::App app(DESCRIPTION, "kzcbui");
     app.footer(FOOTER);
+    app.formatter(std::make_shared<CPlainFormatter>());
     app.set_version_flag("--version", std::string("kzcbui ") + KZCBUI_VERSION, "Tell the version and end");
     app.set_help_flag("--help,-h", "Tell this and end");
     app.add_option("TABLE.csv", options.tablePath, "The table")->required();
@@ -91,25 +105,24 @@ std::optional<CHostOptions> CHostOptions::Read(int argc, const char* const* argv
             ->type_name("FILE");
     app.add_option("-c", options.commands, "Run this command; may be given several times")
         ->type_name("COMMAND")
-        ->allow_extra_args(false)
-        ->excludes(script);
+        ->allow_extra_args(false);
     app.add_flag("--json", options.json, "Answer each command with one JSON object on one line");
     app.add_flag("--echo", options.echo, "Write each command before its answer (not with --json)");
     app.add_option("--code-page", codePage,
                    "Encoding of the table and of the engine's text (auto tells the former)")
-        ->check(CLI::IsMember({"auto", "932", "65001"}))
+        ->check(CLI::IsMember({"auto", "932", "65001"}).description(""))
         ->type_name("auto|932|65001");
     app.add_option("--delimiter", delimiter, "What stands between the values (a comma), tab for a tab")
         ->type_name("C");
-    app.add_flag("!--no-header", options.hasHeader, "The first record is data; the items are F1, F2, ...");
+    app.add_flag("--no-header", hasNoHeader, "The first record is data; the items are F1, F2, ...");
     app.add_option("--type", types,
                    "Type of an item in place of the inferred one; may be given several times")
         ->type_name("FIELD=text|number|date[:FORM]|time[:FORM]")
         ->allow_extra_args(false);
     app.add_option("--link-tables", linkTables, "The kind of the engine's tables of records and buttons")
-        ->check(CLI::IsMember(SCLinkTables::GetNames()))
+        ->check(CLI::IsMember(SCLinkTables::GetNames()).description(""))
         ->type_name("on-memory|memory-saving");
-    app.add_flag("!--no-progress", options.showsProgress, "Show no progress of the building");
+    app.add_flag("--no-progress", showsNoProgress, "Show no progress of the building");
 
     try {
         app.parse(argc, argv);
@@ -123,6 +136,10 @@ std::optional<CHostOptions> CHostOptions::Read(int argc, const char* const* argv
         RefuseUsage(error.what() + std::string("; kzcbui --help tells the usage"));
     }
 
+    if (script->count() != 0 && !options.commands.empty())
+        RefuseUsage("Commands come from --script or from -c, not from both.");
+    options.hasHeader = !hasNoHeader;
+    options.showsProgress = !showsNoProgress;
     if (script->count() != 0)
         options.scriptPath = scriptPath;
     if (codePage != "auto")

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <clocale>
+#include <csignal>
 #include <cstring>
 #include <new>
 #include <string_view>
@@ -44,11 +45,13 @@ struct CPromptSource::SEditor
         el_set(editLine, EL_HIST, ::history, history);
         el_set(editLine, EL_ADDFN, "kzcbui-drop", "Drop the line", DropLine);
         el_set(editLine, EL_ADDFN, "kzcbui-complete", "Complete the word", Complete);
+        el_set(editLine, EL_ADDFN, "kzcbui-suspend", "Suspend the program", Suspend);
         el_source(editLine, nullptr); // what the user has bound
         el_set(editLine, EL_BIND, "^I", "kzcbui-complete", nullptr);
-        // While a line is edited Ctrl-C is a key like any other.
-        el_set(editLine, EL_SETTY, "-d", "intr=", nullptr);
+        // While a line is edited Ctrl-C and Ctrl-Z are keys like any other.
+        el_set(editLine, EL_SETTY, "-d", "-isig", nullptr);
         el_set(editLine, EL_BIND, "^C", "kzcbui-drop", nullptr);
+        el_set(editLine, EL_BIND, "^Z", "kzcbui-suspend", nullptr);
     }
     ~SEditor() { Close(); }
     SEditor(const SEditor&) = delete;
@@ -79,6 +82,14 @@ struct CPromptSource::SEditor
     {
         Get(editLine).isDropped = true;
         return CC_EOF;
+    }
+
+    static unsigned char Suspend(EditLine* editLine, int)
+    {
+        el_set(editLine, EL_PREP_TERM, 0);
+        std::raise(SIGTSTP);
+        el_set(editLine, EL_PREP_TERM, 1);
+        return CC_REDISPLAY;
     }
 
     static unsigned char Complete(EditLine* editLine, int)

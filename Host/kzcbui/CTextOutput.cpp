@@ -32,6 +32,25 @@ void CTextOutput::WriteLine(std::string_view line, EStyle style)
     stream << Paint(line, style) << '\n';
 }
 
+void CTextOutput::WriteText(std::string_view text)
+{
+    while (!text.empty()) {
+        const std::size_t end = std::min(text.find('\n'), text.size());
+        std::string_view rest = text.substr(0, end);
+        while (SCShownText::GetWidth(rest) > lineWidth) {
+            std::size_t blank = rest.rfind(' ', lineWidth);
+            if (blank == std::string_view::npos || blank == 0)
+                blank = rest.find(' ', lineWidth);
+            if (blank == std::string_view::npos)
+                break;
+            WriteLine(rest.substr(0, blank));
+            rest.remove_prefix(blank + 1);
+        }
+        WriteLine(rest);
+        text.remove_prefix(std::min(end + 1, text.size()));
+    }
+}
+
 void CTextOutput::WriteTable(const std::vector<SColumn>& columns, const std::vector<SRow>& rows)
 {
     std::vector<std::vector<std::string>> cells(rows.size(), std::vector<std::string>(columns.size()));

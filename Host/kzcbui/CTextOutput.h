@@ -41,6 +41,8 @@ public:
 
     void WriteLine(std::string_view line);
     void WriteLine(std::string_view line, EStyle style);
+    // Paragraphs, each on a line of `text`, broken between words where they are longer than a line.
+    void WriteText(std::string_view text);
     // Columns side by side with two blanks between them. Cells are escaped. A column without a title and with
     // nothing but empty cells is left out.
     void WriteTable(const std::vector<SColumn>& columns, const std::vector<SRow>& rows);

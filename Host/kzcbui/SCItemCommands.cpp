@@ -121,12 +121,13 @@ CAnswer RunBtns(SCommandContext& context, const CCommandArgs& args)
 void ShowBtns(SCommandContext& context, const CAnswer& answer, CTextOutput& output)
 {
     CBtnLister::Show(answer, output);
-    const DWORD itemID = answer.at("item");
     const std::size_t count = answer.at("count");
-    DWORD btnCount = 0;
-    context.workspace.GetEnv().GetBtnCountOfBtnClass(itemID, btnCount);
-    if (count < btnCount) {
-        output.WriteLine(SCNumberText::OfCount(count) + " of " + SCNumberText::OfThings(btnCount, "button") +
+    std::vector<DWORD> allBtnIDs;
+    context.workspace.GetEnv().GetBtnAppOrdListOfBtnClass(answer.at("item"),
+                                                          VCBtnClass::ORDLIST_INCLUDE_NONDISPBTNS, allBtnIDs);
+    if (count < allBtnIDs.size()) {
+        output.WriteLine(SCNumberText::OfCount(count) + " of " +
+                             SCNumberText::OfThings(allBtnIDs.size(), "button") +
                              " (--all lists the hidden ones too)",
                          CTextOutput::STYLE_HIDDEN);
     }

@@ -17,15 +17,17 @@ namespace {
 
 using NSKZCore::SCBUICoreCom;
 
-constexpr const char* NAMING = "An item is named by its name or by @ and its identifier (@3), a button by "
-                               "its shown text or by # and its\n"
-                               "identifier (#7). Words are split as a shell splits them: quotes hold a name "
-                               "with blanks together. A text that\n"
-                               "looks like an identifier is written with its mark doubled: ##7 is the button "
-                               "that shows \"#7\". A text that\n"
-                               "several buttons show is refused: name the one you mean by its identifier. -- "
-                               "stands before words that begin\n"
-                               "with two hyphens. In a script, lines that begin with # are comments.";
+constexpr const char* NAMING =
+    "An item is named by its name or by @ and its identifier (@3), a button by its shown text or by # and "
+    "its "
+    "identifier (#7). Words are split as a shell splits them: quotes hold a name with blanks together.\n"
+    "A text that looks like an identifier is written with its mark doubled: ##7 is the button that shows "
+    "\"#7\", "
+    "@@7 the item \"@7\". A text that several buttons show is refused: name the one you mean by its "
+    "identifier.\n"
+    "Options begin with two hyphens and stand anywhere; -- stands before words that begin so themselves. In "
+    "a script, "
+    "lines that begin with # are comments.";
 
 // ---- help
 
@@ -65,14 +67,14 @@ void ShowHelp(SCommandContext&, const CAnswer& answer, CTextOutput& output)
             rows.push_back({{command.at("command"), command.at("summary")}});
         output.WriteTable({{"", false, CTextOutput::STYLE_HEAD}, CTextOutput::SColumn::Uncut("")}, rows);
         output.WriteLine("");
-        output.WriteLine(answer.at("naming").get<std::string>());
+        output.WriteText(answer.at("naming").get<std::string>());
         output.WriteLine("\"help COMMAND\" tells more.");
         return;
     }
     output.WriteLine(answer.at("form").get<std::string>(), CTextOutput::STYLE_HEAD);
-    output.WriteLine(answer.at("summary").get<std::string>());
+    output.WriteText(answer.at("summary").get<std::string>());
     output.WriteLine("");
-    output.WriteLine(answer.at("explanation").get<std::string>());
+    output.WriteText(answer.at("explanation").get<std::string>());
     output.WriteLine("");
     output.WriteLine("Example: " + answer.at("example").get<std::string>());
 }
