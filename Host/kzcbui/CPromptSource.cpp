@@ -156,6 +156,9 @@ bool CPromptSource::ReadLine(std::string& line)
     for (;;) {
         editor->isDropped = false;
         int count = 0;
+        // The editor prepares the terminal only behind its prompt; a key pressed between the two would be
+        // lost.
+        el_set(editor->editLine, EL_PREP_TERM, 1);
         const char* const typed = el_gets(editor->editLine, &count);
         if (editor->isDropped) {
             std::fputs("^C\n", editor->output);
