@@ -8,24 +8,22 @@ CJSONAnswerWriter::CJSONAnswerWriter(std::ostream& outputOfHost) : output(output
 
 void CJSONAnswerWriter::WriteAnswer(const SCommand&, SCommandContext&, const CAnswer& answer)
 {
-    CAnswer object;
-    object["ok"] = true;
-    object.update(answer);
-    WriteLine(object);
+    Write("{\"ok\":true", answer);
 }
 
 void CJSONAnswerWriter::WriteError(const std::string&, const std::string& sentence)
 {
-    CAnswer object;
-    object["ok"] = false;
-    object["error"] = sentence;
-    WriteLine(object);
+    CAnswer answer;
+    answer["error"] = sentence;
+    Write("{\"ok\":false", answer);
 }
 
-void CJSONAnswerWriter::WriteLine(const CAnswer& object)
+// The answer may be large: the first key goes before its text, not into a copy of it.
+void CJSONAnswerWriter::Write(std::string_view begin, const CAnswer& answer)
 {
     // A sentence may quote what is no UTF-8.
-    output << object.dump(-1, ' ', false, CAnswer::error_handler_t::replace) << std::endl;
+    const std::string text = answer.dump(-1, ' ', false, CAnswer::error_handler_t::replace);
+    output << begin << (answer.empty() ? "" : ",") << std::string_view(text).substr(1) << std::endl;
 }
 
 } // namespace NSKZ::Host

@@ -4,6 +4,7 @@
 #include "VCAnswerWriter.h"
 
 #include <ostream>
+#include <string_view>
 
 namespace NSKZ::Host {
 
@@ -21,7 +22,7 @@ public:
     bool IsGood() const override { return output.good(); }
 
 private:
-    void WriteLine(const CAnswer& object);
+    void Write(std::string_view begin, const CAnswer& answer);
 
     std::ostream& output;
 };

@@ -192,7 +192,8 @@ TEST_F(HostSession, HelpListsEveryCommandAndTellsOne)
 TEST_F(HostSession, EveryExampleOfHelpIsUnderstood)
 {
     std::vector<std::string> examples;
-    for (const Json& command : LastAnswer({"help"}).at("commands"))
+    const Json help = LastAnswer({"help"});
+    for (const Json& command : help.at("commands"))
         examples.push_back(command.at("example"));
     const std::string bigger = [this] {
         std::string text = TABLE_TEXT;
