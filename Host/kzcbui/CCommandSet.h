@@ -1,0 +1,29 @@
+#ifndef CCOMMANDSET_H
+#define CCOMMANDSET_H
+
+#include "SCommand.h"
+
+#include <string>
+#include <vector>
+
+namespace NSKZ::Host {
+
+// All commands of the program, in the order in which help lists them.
+class CCommandSet
+{
+public:
+    CCommandSet();
+
+    // Throws std::logic_error if the name is taken.
+    void Add(SCommand command);
+    const std::vector<SCommand>& GetAll() const noexcept { return commands; }
+    // Null if there is no command of that name.
+    const SCommand* Find(const std::string& name) const noexcept;
+
+private:
+    std::vector<SCommand> commands;
+};
+
+} // namespace NSKZ::Host
+
+#endif

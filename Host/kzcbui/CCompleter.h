@@ -1,0 +1,33 @@
+#ifndef CCOMPLETER_H
+#define CCOMPLETER_H
+
+#include <string>
+#include <vector>
+
+namespace NSKZ::Host {
+
+class CCommandSet;
+class CWorkspace;
+
+// What may stand at the end of a command line: a command, an option of it, an item, a displayed button.
+class CCompleter
+{
+public:
+    // Both borrowed.
+    CCompleter(const CWorkspace& workspace, const CCommandSet& commands);
+
+    // The words that may stand in the place of the last word of `line`, written as they must be there;
+    // `wordBegin` becomes the position at which it begins. Empty where there is nothing to offer.
+    std::vector<std::string> GetWords(const std::string& line, std::size_t& wordBegin) const;
+
+private:
+    std::vector<std::string> GetItems(bool numbersOnly) const;
+    std::vector<std::string> GetBtns(const std::string& itemWord) const;
+
+    const CWorkspace& workspace;
+    const CCommandSet& commands;
+};
+
+} // namespace NSKZ::Host
+
+#endif

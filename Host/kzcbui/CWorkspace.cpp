@@ -1,0 +1,250 @@
+#include "CWorkspace.h"
+
+#include "CBuildProgress.h"
+#include "CCSVLoader.h"
+#include "CInterruptScope.h"
+#include "ECCommandError.h"
+#include "ECHostError.h"
+#include "SCHostText.h"
+#include "SCNameWord.h"
+#include "SCSystemFile.h"
+#include "VECException.h"
+
+#include <new>
+#include <unordered_map>
+
+namespace NSKZ::Host {
+
+namespace {
+
+using NSKZCore::CBUIDataMngr;
+using NSKZCore::CCSVLoader;
+using NSKZCore::SCBUICoreCom;
+
+constexpr std::size_t MAX_ITEMS_IN_MESSAGE = 12;
+constexpr std::size_t MAX_BTNS_IN_MESSAGE = 5;
+
+std::string InQuotes(std::string_view text)
+{
+    std::string quoted = "\"";
+    return quoted.append(text).append("\"");
+}
+
+[[noreturn]] void RefuseTable(const std::string& path, const std::string& reason)
+{
+    throw ECHostError(EXITSTATUS_TABLE_UNREADABLE, path + ": " + reason);
+}
+
+// The engine's code page for the content of a table: 932 for Shift-JIS, UTF-8 for anything else; of a content
+// that is neither the loader tells where it breaks off.
+int ChooseCodePage(std::string_view content)
+{
+    return SCHostText::IsUTF8(content) || !SCHostText::IsShiftJIS(content) ? CP_UTF8 : _KANJI_CP;
+}
+
+} // namespace
+
+CWorkspace::CWorkspace(const CHostOptions& options, std::ostream* progressTerminal)
+    : tablePath(options.tablePath), sums(table)
+{
+    CBuildProgress progress(progressTerminal);
+    CInterruptScope interruptScope; // ends before what it holds
+    try {
+        Load(options);
+        interruptScope.Hold(progress);
+        Build(options, progress);
+    } catch (const std::bad_alloc&) {
+        RefuseTable(tablePath, "There is not enough memory for the table.");
+    } catch (const NSKZCore::VECException& error) {
+        RefuseTable(tablePath, SCHostText::FromException(error.what()));
+    }
+}
+
+void CWorkspace::Load(const CHostOptions& options)
+{
+    const std::string content = SCSystemFile::Read(tablePath);
+    _setmbcp(options.codePage != CHostOptions::CODEPAGE_AUTO ? options.codePage : ChooseCodePage(content));
+    // It was made for another code page.
+    table = NSKZCore::CSourceDataMngr();
+
+    CCSVLoader::SOptions loaderOptions;
+    loaderOptions.codePage =
+        options.codePage == CHostOptions::CODEPAGE_AUTO ? CCSVLoader::CODEPAGE_AUTO : _getmbcp();
+    loaderOptions.delimiter = options.delimiter;
+    loaderOptions.hasHeader = options.hasHeader;
+    for (const auto& [name, type] : options.types) {
+        std::string nameOfEngine;
+        if (!SCHostText::IntoEngine(name, nameOfEngine))
+            RefuseTable(tablePath,
+                        "A type is given for the field " + InQuotes(name) + ", which there is not.");
+        loaderOptions.types.emplace_back(nameOfEngine, type);
+    }
+    try {
+        CCSVLoader(std::move(loaderOptions)).LoadMemory(content, "", table);
+    } catch (const NSKZCore::ECSVLoadError& error) {
+        const std::string line = error.GetLine() != 0 ? "line " + std::to_string(error.GetLine()) + ": " : "";
+        RefuseTable(tablePath, line + error.GetReason());
+    }
+}
+
+void CWorkspace::Build(const CHostOptions& options, NSKZCore::CProgressStatus& progress)
+{
+    env = std::make_unique<CBUIDataMngr>(SCBUICoreCom::BUIDATAMNGR_ID_BEGIN, options.linkTables,
+                                         options.linkTables, table, &sums, &progress);
+    if (progress.canceled)
+        RefuseTable(tablePath, "The building of its items was cancelled.");
+    // The environment keeps to itself why a build ended early.
+    std::vector<DWORD> fldIDs;
+    table.GetSrcFrmDataFldID(fldIDs);
+    DWORD itemID = 0;
+    for (const DWORD fldID : fldIDs) {
+        if (!env->GetBtnClassID(fldID, itemID))
+            RefuseTable(tablePath, "Its field " + std::to_string(fldID) + " cannot be made an item.");
+    }
+}
+
+std::vector<DWORD> CWorkspace::GetItemIDs() const
+{
+    std::vector<DWORD> itemIDs;
+    env->GetAllBtnClassIDList(itemIDs, true);
+    return itemIDs;
+}
+
+std::string CWorkspace::GetItemName(DWORD itemID) const
+{
+    DWORD fldID = 0;
+    const char* name = nullptr;
+    if (!env->GetFldID(itemID, fldID) || !table.GetItemName(fldID, name))
+        return {};
+    return SCHostText::FromEngine(name);
+}
+
+std::string CWorkspace::GetBtnText(DWORD itemID, DWORD btnID) const
+{
+    const char* text = nullptr;
+    env->GetAliasOfBtn(itemID, btnID, text);
+    return SCHostText::FromEngine(text);
+}
+
+DWORD CWorkspace::FindItem(const std::string& word) const
+{
+    const SCNameWord::SNameWord name = SCNameWord::Read(word, SCNameWord::MARK_OF_ITEM);
+    if (name.isID) {
+        if (!env->ExistBtnClass(name.id))
+            throw ECCommandError("There is no item " + word + "; \"items\" lists them.");
+        return name.id;
+    }
+    std::vector<DWORD> found;
+    std::string known;
+    std::size_t knownCount = 0;
+    for (const DWORD itemID : GetItemIDs()) {
+        const std::string itemName = GetItemName(itemID);
+        if (itemName == name.text)
+            found.push_back(itemID);
+        if (++knownCount <= MAX_ITEMS_IN_MESSAGE)
+            known += (known.empty() ? "" : ", ") + InQuotes(itemName);
+    }
+    if (found.empty()) {
+        throw ECCommandError("There is no item " + InQuotes(name.text) + "; the items are " + known +
+                             (knownCount > MAX_ITEMS_IN_MESSAGE ? " and further ones." : "."));
+    }
+    if (found.size() > 1) {
+        throw ECCommandError(std::to_string(found.size()) + " items have the name " + InQuotes(name.text) +
+                             "; name the one you mean by @ and its identifier, as @" +
+                             std::to_string(found.front()) + ".");
+    }
+    return found.front();
+}
+
+std::vector<DWORD> CWorkspace::FindBtns(DWORD itemID, const std::vector<std::string>& words) const
+{
+    const std::string itemName = InQuotes(GetItemName(itemID));
+    std::vector<DWORD> btnIDs(words.size(), SCBUICoreCom::BTN_ID_UNSETTING);
+    std::vector<std::string> textOfWord(words.size());
+    std::unordered_map<std::string, std::vector<DWORD>> btnsOfText;
+    for (std::size_t i = 0; i < words.size(); ++i) {
+        const SCNameWord::SNameWord name = SCNameWord::Read(words[i], SCNameWord::MARK_OF_BTN);
+        SCBUICoreCom::EBtnType type;
+        if (name.isID) {
+            if (!env->GetTypeOfBtn(itemID, name.id, type))
+                throw ECCommandError("The item " + itemName + " has no button " + words[i] + ".");
+            btnIDs[i] = name.id;
+        } else {
+            // A text that the code page lacks is the text of no button.
+            if (!SCHostText::IntoEngine(name.text, textOfWord[i])) {
+                throw ECCommandError("The item " + itemName + " has no button " + InQuotes(name.text) + ".");
+            }
+            btnsOfText.try_emplace(textOfWord[i]);
+        }
+    }
+    if (!btnsOfText.empty()) {
+        std::vector<DWORD> allBtnIDs;
+        env->GetAllBtnIDListOfBtnClass(itemID, allBtnIDs, true);
+        std::string key;
+        for (const DWORD btnID : allBtnIDs) {
+            const char* text = nullptr;
+            env->GetAliasOfBtn(itemID, btnID, text);
+            key = text != nullptr ? text : "";
+            const auto wanted = btnsOfText.find(key);
+            if (wanted != btnsOfText.end())
+                wanted->second.push_back(btnID);
+        }
+    }
+    for (std::size_t i = 0; i < words.size(); ++i) {
+        if (btnIDs[i] != SCBUICoreCom::BTN_ID_UNSETTING)
+            continue;
+        const std::string shown = InQuotes(SCHostText::FromEngine(textOfWord[i].c_str()));
+        const std::vector<DWORD>& found = btnsOfText.at(textOfWord[i]);
+        if (found.empty())
+            throw ECCommandError("The item " + itemName + " has no button " + shown + ".");
+        if (found.size() > 1) {
+            std::string ids;
+            for (std::size_t j = 0; j < found.size() && j < MAX_BTNS_IN_MESSAGE; ++j)
+                ids += (j == 0 ? "" : ", ") + SCNameWord::WriteID(found[j], SCNameWord::MARK_OF_BTN);
+            throw ECCommandError(std::to_string(found.size()) + " buttons of " + itemName + " show " + shown +
+                                 "; name the one you mean by its identifier: " + ids + ".");
+        }
+        btnIDs[i] = found.front();
+    }
+    return btnIDs;
+}
+
+DWORD CWorkspace::FindNumFld(const std::string& word) const
+{
+    const DWORD itemID = FindItem(word);
+    DWORD fldID = 0;
+    if (!env->GetFldID(itemID, fldID) || !env->GetSumValueCacheMngrObjRef().ExistNumDataItem(fldID)) {
+        throw ECCommandError("The item " + InQuotes(GetItemName(itemID)) +
+                             " cannot be summed: an item of type number is expected.");
+    }
+    return fldID;
+}
+
+std::vector<DWORD> CWorkspace::GetTargetRecs() const
+{
+    std::vector<DWORD> recs(GetRecCount());
+    DWORD count = 0;
+    env->GetTargetRecList(recs.data(), count);
+    recs.resize(count);
+    return recs;
+}
+
+std::vector<DWORD> CWorkspace::GetTargetRecsOfItem(DWORD itemID) const
+{
+    std::vector<DWORD> recs(GetRecCount());
+    DWORD count = 0;
+    env->GetTargetRecListOfBtnClass(itemID, recs.data(), count);
+    recs.resize(count);
+    return recs;
+}
+
+std::vector<DWORD> CWorkspace::GetRecsOfBtns(DWORD itemID, const std::vector<DWORD>& btnIDs) const
+{
+    std::vector<DWORD> recs(GetRecCount());
+    DWORD count = 0;
+    env->GetRecListThatRelatesToBtns(itemID, btnIDs, recs.data(), count);
+    recs.resize(count);
+    return recs;
+}
+
+} // namespace NSKZ::Host

@@ -1,0 +1,65 @@
+#ifndef CWORKSPACE_H
+#define CWORKSPACE_H
+
+#include "CBUIDataMngr.h"
+#include "CCoreSumMngr.h"
+#include "CHostOptions.h"
+#include "CSourceDataMngr.h"
+
+#include <memory>
+#include <ostream>
+#include <string>
+#include <vector>
+
+namespace NSKZ::Host {
+
+// The opened table: the source, its sums and the analysis environment over them, with what commands ask of
+// them in the host's terms (items and buttons by the words of a command, texts in UTF-8).
+//
+// The Find operations throw ECCommandError where a word names nothing, or more than one thing; the other
+// operations take identifiers that the environment has.
+class CWorkspace
+{
+public:
+    // Reads the table that the options name and builds the environment. Sets the code page of the process.
+    // Ctrl-C cancels it. `progressTerminal` may be null. Throws ECHostError with EXITSTATUS_TABLE_UNREADABLE.
+    CWorkspace(const CHostOptions& options, std::ostream* progressTerminal);
+    CWorkspace(const CWorkspace&) = delete;
+    CWorkspace& operator=(const CWorkspace&) = delete;
+
+    NSKZCore::CBUIDataMngr& GetEnv() const noexcept { return *env; }
+    DWORD GetRecCount() const noexcept { return env->GetRecCountOfSrcData(); }
+    const std::string& GetTablePath() const noexcept { return tablePath; }
+
+    // An item by its name or by @ and its identifier.
+    DWORD FindItem(const std::string& word) const;
+    // Buttons by their shown texts or by # and their identifiers, hidden ones too. Cost: texts are looked for
+    // in one pass over the item's buttons.
+    std::vector<DWORD> FindBtns(DWORD itemID, const std::vector<std::string>& words) const;
+    // The field of a number item, named as FindItem takes it.
+    DWORD FindNumFld(const std::string& word) const;
+
+    std::vector<DWORD> GetItemIDs() const;
+    std::string GetItemName(DWORD itemID) const;
+    std::string GetBtnText(DWORD itemID, DWORD btnID) const;
+    // What the empty value is called when it has no other name, in the engine's code page.
+    const char* GetDefEmpValName() const { return table.GetDefEmpValName(); }
+
+    // Lists of records, ascending.
+    std::vector<DWORD> GetTargetRecs() const;
+    std::vector<DWORD> GetTargetRecsOfItem(DWORD itemID) const;
+    std::vector<DWORD> GetRecsOfBtns(DWORD itemID, const std::vector<DWORD>& btnIDs) const;
+
+private:
+    void Load(const CHostOptions& options);
+    void Build(const CHostOptions& options, NSKZCore::CProgressStatus& progress);
+
+    std::string tablePath;
+    NSKZCore::CSourceDataMngr table;
+    NSKZCore::CCoreSumMngr sums;
+    std::unique_ptr<NSKZCore::CBUIDataMngr> env;
+};
+
+} // namespace NSKZ::Host
+
+#endif

@@ -1,0 +1,159 @@
+#include "SCSessionCommands.h"
+
+#include "CCommandArgs.h"
+#include "CCommandSet.h"
+#include "CTextOutput.h"
+#include "CWorkspace.h"
+#include "ECCommandError.h"
+#include "ECInaccurateCode.h"
+#include "SCLinkTables.h"
+#include "SCommandContext.h"
+
+#include <nlohmann/json.hpp>
+
+namespace NSKZ::Host {
+
+namespace {
+
+using NSKZCore::SCBUICoreCom;
+
+constexpr const char* NAMING =
+    "An item is named by its name or by @ and its identifier (@3), a button by its shown text or by # and "
+    "its "
+    "identifier (#7). Words are split as a shell splits them: quotes hold a name with blanks together.\n"
+    "A text that looks like an identifier is written with its mark doubled: ##7 is the button that shows "
+    "\"#7\", "
+    "@@7 the item \"@7\". A text that several buttons show is refused: name the one you mean by its "
+    "identifier.\n"
+    "Options begin with two hyphens and stand anywhere; -- stands before words that begin so themselves. In "
+    "a script, "
+    "lines that begin with # are comments.";
+
+// ---- help
+
+CAnswer DescribeCommand(const SCommand& command)
+{
+    CAnswer answer;
+    answer["command"] = command.GetName();
+    answer["form"] = command.form;
+    answer["summary"] = command.summary;
+    answer["explanation"] = command.explanation;
+    answer["example"] = command.example;
+    return answer;
+}
+
+CAnswer RunHelp(SCommandContext& context, const CCommandArgs& args)
+{
+    if (!args.GetWords().empty()) {
+        const SCommand* const command = context.commands.Find(args.GetWords()[0]);
+        if (command == nullptr)
+            throw ECCommandError("There is no command \"" + args.GetWords()[0] + "\"; \"help\" lists them.");
+        return DescribeCommand(*command);
+    }
+    CAnswer list = CAnswer::array();
+    for (const SCommand& command : context.commands.GetAll())
+        list.push_back(DescribeCommand(command));
+    CAnswer answer;
+    answer["commands"] = std::move(list);
+    answer["naming"] = NAMING;
+    return answer;
+}
+
+void ShowHelp(SCommandContext&, const CAnswer& answer, CTextOutput& output)
+{
+    if (answer.contains("commands")) {
+        std::vector<CTextOutput::SRow> rows;
+        for (const CAnswer& command : answer.at("commands"))
+            rows.push_back({{command.at("command"), command.at("summary")}});
+        output.WriteTable({{"", false, CTextOutput::STYLE_HEAD}, CTextOutput::SColumn::Uncut("")}, rows);
+        output.WriteLine("");
+        output.WriteText(answer.at("naming").get<std::string>());
+        output.WriteLine("\"help COMMAND\" tells more.");
+        return;
+    }
+    output.WriteLine(answer.at("form").get<std::string>(), CTextOutput::STYLE_HEAD);
+    output.WriteText(answer.at("summary").get<std::string>());
+    output.WriteLine("");
+    output.WriteText(answer.at("explanation").get<std::string>());
+    output.WriteLine("");
+    output.WriteLine("Example: " + answer.at("example").get<std::string>());
+}
+
+// ---- link-tables
+
+CAnswer RunLinkTables(SCommandContext& context, const CCommandArgs& args)
+{
+    NSKZCore::CBUIDataMngr& env = context.workspace.GetEnv();
+    if (!args.GetWords().empty()) {
+        SCBUICoreCom::ELinkTableVerType version = SCBUICoreCom::LINKTBLVERTYPE_ONMEM;
+        if (!SCLinkTables::ReadName(args.GetWords()[0], version))
+            args.Refuse("There are no link tables \"" + args.GetWords()[0] + "\"");
+        try {
+            env.ChangeVersionTypeOfBnLink(version);
+            env.ChangeVersionTypeOfRpLink(version);
+        } catch (const NSKZCore::ECInaccurateCode&) {
+            throw ECCommandError(SCLinkTables::DescribeLack(version));
+        }
+    }
+    CAnswer answer;
+    answer["bnLink"] = SCLinkTables::GetName(env.GetVersionTypeOfBnLink());
+    answer["rpLink"] = SCLinkTables::GetName(env.GetVersionTypeOfRpLink());
+    return answer;
+}
+
+void ShowLinkTables(SCommandContext&, const CAnswer& answer, CTextOutput& output)
+{
+    output.WriteTable({{""}, {""}}, {{{"record to button", answer.at("bnLink")}},
+                                     {{"button to record", answer.at("rpLink")}}});
+}
+
+// ---- quit, exit
+
+CAnswer RunQuit(SCommandContext& context, const CCommandArgs&)
+{
+    context.quits = true;
+    return CAnswer::object();
+}
+
+void ShowQuit(SCommandContext&, const CAnswer&, CTextOutput&) {}
+
+} // namespace
+
+void SCSessionCommands::AddTo(CCommandSet& commands)
+{
+    SCommand linkTables;
+    linkTables.form = "link-tables [on-memory|memory-saving]";
+    linkTables.summary = "shows or changes the kind of the tables that tie records and buttons together";
+    linkTables.explanation = "on-memory is fast, memory-saving small. A change keeps all that they hold.";
+    linkTables.example = "link-tables";
+    linkTables.maxWords = 1;
+    linkTables.run = RunLinkTables;
+    linkTables.show = ShowLinkTables;
+    commands.Add(std::move(linkTables));
+
+    SCommand help;
+    help.form = "help [COMMAND]";
+    help.summary = "lists the commands, or tells one's form with an example";
+    help.explanation = NAMING;
+    help.example = "help press";
+    help.maxWords = 1;
+    help.run = RunHelp;
+    help.show = ShowHelp;
+    commands.Add(std::move(help));
+
+    SCommand quit;
+    quit.form = "quit";
+    quit.summary = "ends the session";
+    quit.explanation = "The end of the input (Ctrl-D at the prompt) does the same.";
+    quit.example = "quit";
+    quit.run = RunQuit;
+    quit.show = ShowQuit;
+
+    SCommand exit = quit;
+    exit.form = "exit";
+    exit.example = "exit";
+    commands.Add(std::move(quit));
+    commands.Add(std::move(exit));
+}
+
+} // namespace NSKZ::Host

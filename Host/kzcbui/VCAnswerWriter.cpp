@@ -1,0 +1,7 @@
+#include "VCAnswerWriter.h"
+
+namespace NSKZ::Host {
+
+VCAnswerWriter::~VCAnswerWriter() = default;
+
+} // namespace NSKZ::Host

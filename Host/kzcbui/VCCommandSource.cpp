@@ -1,0 +1,7 @@
+#include "VCCommandSource.h"
+
+namespace NSKZ::Host {
+
+VCCommandSource::~VCCommandSource() = default;
+
+} // namespace NSKZ::Host
