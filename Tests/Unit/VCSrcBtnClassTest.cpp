@@ -22,6 +22,7 @@ public:
     {}
     SCBUICoreCom::EBtnClassType GetBtnClassType() const override { return SCBUICoreCom::BTNCLSTYPE_NORMAL; }
     using VCSrcBtnClass::dataBtnNextID;
+    using VCSrcBtnClass::nameOrdList;
     List appeared;
     List disappeared;
 
@@ -266,6 +267,28 @@ TEST(VCSrcBtnClass, ExhaustedMemoryInAddRecsLeavesAClassThatGoesOn)
     EXPECT_GE(failures, 15);
 }
 
+TEST(VCSrcBtnClass, ExhaustedMemoryLeavesAButtonThatIsToComeBackOutOfTheOrders)
+{
+    const int failures = NSKZ::Test::FailEveryAllocation(
+        [] {
+            auto fixture = std::make_unique<TClassAndTable<CProbeBtnClass>>();
+            fixture->Add({"tea", "milk"});
+            fixture->Delete(0, 1);
+            fixture->btnClass->appeared = List();
+            return fixture;
+        },
+        [](const auto& fixture) {
+            const char* const values[] = {"tea"};
+            DWORD cell = 0;
+            fixture->btnClass->AddRecs(1, 1, values, &cell, fixture->counts);
+        },
+        [](const auto& fixture) {
+            EXPECT_EQ(fixture->GetVisibleInfo(2), VISINFO_NOREC);
+            EXPECT_FALSE(fixture->btnClass->nameOrdList.Exist(2));
+        });
+    EXPECT_GE(failures, 2);
+}
+
 // --- Numeric classes
 
 TEST(CNumBtnClass, NamesOrderByNumberThenTheEmptyValueThenTexts)
@@ -317,6 +340,17 @@ TEST(CNumBtnClass, AnAliasGivenWhileAwayDecidesWhereTheButtonComesBack)
     fixture.Delete(0, 1);
     fixture.Add({"1"});
     EXPECT_EQ(fixture.GetNameOrder(), List({3, 2})); // once, among the texts
+}
+
+TEST(CNumBtnClass, AnAliasGivenWhileThereDecidesWhereTheButtonComesBack)
+{
+    TClassAndTable<CNumBtnClass> fixture;
+    fixture.Add({"1", "2", "3"});
+    fixture.btnClass->SetAliasOfBtn(2, "7");
+    EXPECT_EQ(fixture.GetNameOrder(), List({2, 3, 4})); // it is not looked at while the button stays
+    fixture.Delete(0, 1);
+    fixture.Add({"1"});
+    EXPECT_EQ(fixture.GetNameOrder(), List({3, 4, 2}));
 }
 
 TEST(CNumBtnClass, ACopyKeepsItsOrders)

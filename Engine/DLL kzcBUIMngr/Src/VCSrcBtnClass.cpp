@@ -145,8 +145,15 @@ void VCSrcBtnClass::BringBtnBack(VCBtn& btn)
 {
     if ((btn.visibleInfo & VISINFO_NOREC) == 0)
         return;
+    const bool wasListed = nameOrdList.Exist(btn.id); // an alias lists a button without records too
     InsertBtnInfoToNameOrdList(&btn);
-    AdjstAccordingToBtnAppearance(btn);
+    try {
+        AdjstAccordingToBtnAppearance(btn);
+    } catch (...) {
+        if (!wasListed)
+            DeleteBtnInfoFromNameOrdList(&btn);
+        throw;
+    }
     SetOwnVisibleInfo(btn, VISINFO_NOREC, false);
 }
 
