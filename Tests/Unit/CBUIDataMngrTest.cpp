@@ -267,6 +267,14 @@ TEST_F(CBUIDataMngrTest, ClassesAreFoundByIdentifierFieldAndName)
     EXPECT_EQ(conversion, (std::map<DWORD, DWORD>{{1, 1}, {2, 2}, {3, 3}}));
 }
 
+TEST(CBUIDataMngr, AnEmptyNameIsComparedLikeAnyOther)
+{
+    const CSourceDataMngr table = MakeTable({{"", TEXT, {"a"}}, {"shop", TEXT, {"a"}}});
+    const CBUIDataMngr env(1, ON_MEM, ON_MEM, table, nullptr, nullptr);
+    EXPECT_TRUE(env.ExistBtnClass(nullptr, 0));
+    EXPECT_FALSE(env.ExistBtnClass(nullptr, 0, 1));
+}
+
 TEST_F(CBUIDataMngrTest, RecordsLeadToButtonsAndBack)
 {
     const DWORD recs[] = {3, 0, 2, 3};
@@ -430,20 +438,26 @@ TEST_F(CBUIDataMngrTest, TargetRecordsFollowTheModeAndTheLevels)
 
 TEST_F(CBUIDataMngrTest, AnImpossibleModeIsAbnormal)
 {
-    const auto expectUnknownMode = [](const auto& operation) {
+    const auto expectUnknownMode = [](const char* function, const auto& operation) {
         try {
             operation();
-            FAIL();
+            FAIL() << function;
         } catch (const ECAbnormalData& error) {
             EXPECT_STREQ(error.what(), SCBUICoreStrDef::MSG_UNKNOWN_RELATIONMODE);
+            EXPECT_EQ(error.GetFunction(), std::string("NSKZ::NSKZCore::CBUIDataMngr::") + function);
         }
     };
     env.SetRelationMode(static_cast<CBUIDataMngr::ERelationMode>(6));
     DWORD recs[5];
     DWORD count = 0;
-    expectUnknownMode([&] { env.GetTargetRecList(recs, count); });
-    expectUnknownMode([&] { env.SelectTheBtn(SHOP, 2, true); });
-    expectUnknownMode([&] { env.ClearAllBtnSelections(true); });
+    expectUnknownMode("GetTargetRecList", [&] { env.GetTargetRecList(recs, count); });
+    expectUnknownMode("GetTargetRecListOfBtnClass",
+                      [&] { env.GetTargetRecListOfBtnClass(SHOP, recs, count); });
+    expectUnknownMode("SelectBtns", [&] { env.SelectTheBtn(SHOP, 2, true); });
+    std::vector<SSelectBtnIDList> selection(1);
+    expectUnknownMode("GetAllBtnSelectionInfo", [&] { env.GetAllBtnSelectionInfo(selection); });
+    EXPECT_EQ(selection.size(), 1u);
+    expectUnknownMode("AdjstSumValueCacheToClearAllBtnSelections", [&] { env.ClearAllBtnSelections(true); });
 }
 
 } // namespace
