@@ -163,6 +163,7 @@ TEST_F(CBUIDataMngrTest, UnknownIdentifiersAreAnsweredByFalseWithOutputsUntouche
         EXPECT_FALSE(env.GetNewBtnMadeSelStateOfBtnClass(classID, flag));
         EXPECT_FALSE(env.SetNewBtnMadeSelStateOfBtnClass(classID, true));
         EXPECT_FALSE(env.GetDispEmpValBtnInfoOfBtnClass(classID, flag));
+        EXPECT_FALSE(env.SetDispEmpValBtnInfoOfBtnClass(classID, false));
         EXPECT_FALSE(env.GetBtnCountOfBtnClass(classID, number));
         EXPECT_FALSE(env.GetSelBtnCountOfBtnClass(classID, number));
         EXPECT_FALSE(env.GetDispBtnCountOfBtnClass(classID, number));
@@ -265,6 +266,22 @@ TEST_F(CBUIDataMngrTest, ClassesAreFoundByIdentifierFieldAndName)
     std::map<DWORD, DWORD> conversion;
     env.GetBtnClassIDCnvObj(conversion);
     EXPECT_EQ(conversion, (std::map<DWORD, DWORD>{{1, 1}, {2, 2}, {3, 3}}));
+}
+
+TEST_F(CBUIDataMngrTest, TheEmptyValueIsHiddenAndShownByTheHost)
+{
+    EXPECT_TRUE(env.SetDispEmpValBtnInfoOfBtnClass(SHOP, false));
+    bool flag = true;
+    EXPECT_TRUE(env.GetDispEmpValBtnInfoOfBtnClass(SHOP, flag));
+    EXPECT_FALSE(flag);
+    EXPECT_EQ(GetDisplayed(SHOP), List({2, 3, 4}));
+    EXPECT_TRUE(env.SelectTheBtn(KIND, 2, true)); // the relation reaches it, and it stays hidden
+    EXPECT_EQ(GetDisplayed(SHOP), List({2, 3}));
+    EXPECT_TRUE(env.SetDispEmpValBtnInfoOfBtnClass(SHOP, true));
+    EXPECT_EQ(GetDisplayed(SHOP), List({1, 2, 3}));
+    env.SetDispEmpValBtnInfoOfBtnClass(SHOP, false);
+    env.ClearOfFixedSpec();
+    EXPECT_EQ(GetDisplayed(SHOP), List({1, 2, 3, 4}));
 }
 
 TEST(CBUIDataMngr, AnEmptyNameIsComparedLikeAnyOther)

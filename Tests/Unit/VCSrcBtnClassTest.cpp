@@ -22,7 +22,9 @@ public:
     {}
     SCBUICoreCom::EBtnClassType GetBtnClassType() const override { return SCBUICoreCom::BTNCLSTYPE_NORMAL; }
     using VCSrcBtnClass::dataBtnNextID;
+    using VCSrcBtnClass::FindBtn;
     using VCSrcBtnClass::nameOrdList;
+    using VCSrcBtnClass::SetOwnVisibleInfo;
     List appeared;
     List disappeared;
 
@@ -216,6 +218,23 @@ TEST(VCSrcBtnClass, TheEmptyValueCanBeHidden)
     EXPECT_EQ(fixture.btnClass->GetDispBtnCount(), 1u);
     fixture.btnClass->SetDispEmpValBtnInfo(true);
     EXPECT_EQ(fixture.GetVisibleInfo(1), 0u);
+}
+
+TEST(VCSrcBtnClass, AHiddenEmptyValueIsAMemberOfNothing)
+{
+    TClassAndTable<CProbeBtnClass> fixture;
+    fixture.Add({""});
+    VCBtn& empVal = *fixture.btnClass->FindBtn(1);
+    empVal.backReferences = std::make_unique<VCBtn::SBackReferences>();
+    empVal.backReferences->spBtnIDsInClass = {SCBUICoreCom::BTN_ID_CLL_BEGIN};
+    empVal.backReferences->spBtnIDsOfOtherClass = {{9, SCBUICoreCom::BTN_ID_VIRINC_BEGIN}};
+    fixture.btnClass->SetOwnVisibleInfo(
+        empVal, VISINFO_SELCLLMEMBER | VISINFO_CNDCLLMEMBER | VISINFO_INCMEMBER | VISINFO_NOREC, true);
+    fixture.btnClass->SetDispEmpValBtnInfo(false);
+    EXPECT_FALSE(empVal.HasBackReferences());
+    EXPECT_EQ(fixture.GetVisibleInfo(1), VISINFO_NOREC | VISINFO_EMPVALNODISP);
+    fixture.btnClass->SetDispEmpValBtnInfo(true);
+    EXPECT_EQ(fixture.GetVisibleInfo(1), VISINFO_NOREC);
 }
 
 TEST(VCSrcBtnClass, ClearLeavesAClassAsNew)

@@ -437,6 +437,17 @@ bool CBUIDataMngr::GetDispEmpValBtnInfoOfBtnClass(DWORD btnClassID, bool& disp) 
     });
 }
 
+bool CBUIDataMngr::SetDispEmpValBtnInfoOfBtnClass(DWORD btnClassID, bool disp)
+{
+    return WithBtnClass(btnClassID, [&](VCBtnClass& btnClass) {
+        auto* const srcBtnClass = dynamic_cast<VCSrcBtnClass*>(&btnClass);
+        if (srcBtnClass == nullptr)
+            return false;
+        srcBtnClass->SetDispEmpValBtnInfo(disp);
+        return true;
+    });
+}
+
 bool CBUIDataMngr::GetBtnCountOfBtnClass(DWORD btnClassID, DWORD& count) const
 {
     return WithBtnClass(btnClassID, [&](const VCBtnClass& btnClass) {

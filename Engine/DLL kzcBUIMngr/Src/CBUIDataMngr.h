@@ -220,8 +220,10 @@ public:
     bool GetBtnSelectiveStateOfBtnClass(DWORD btnClassID, bool& state) const;
     bool GetNewBtnMadeSelStateOfBtnClass(DWORD btnClassID, bool& state) const;
     bool SetNewBtnMadeSelStateOfBtnClass(DWORD btnClassID, bool state);
-    // Source classes only.
+    // Source classes only: whether the empty-value button is to be shown. Hiding it leaves its selection as
+    // it is.
     bool GetDispEmpValBtnInfoOfBtnClass(DWORD btnClassID, bool& disp) const;
+    bool SetDispEmpValBtnInfoOfBtnClass(DWORD btnClassID, bool disp);
 
     bool GetBtnCountOfBtnClass(DWORD btnClassID, DWORD& count) const;
     bool GetSelBtnCountOfBtnClass(DWORD btnClassID, DWORD& count) const;

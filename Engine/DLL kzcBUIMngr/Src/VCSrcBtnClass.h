@@ -26,7 +26,8 @@ public:
     DWORD GetFldID() const noexcept { return fldID; }
     // Whether the empty-value button is to be shown.
     bool GetDispEmpValBtnInfo() const noexcept { return empValBtnDisp; }
-    // Shows or hides the empty-value button: hidden, it has the reason VISINFO_EMPVALNODISP.
+    // Shows or hides the empty-value button: hidden, it has the reason VISINFO_EMPVALNODISP and is a member
+    // of no special button.
     void SetDispEmpValBtnInfo(bool disp) noexcept;
 
     void Clear() override;
