@@ -163,6 +163,7 @@ TEST_F(CBUIDataMngrTest, UnknownIdentifiersAreAnsweredByFalseWithOutputsUntouche
         EXPECT_FALSE(env.GetNewBtnMadeSelStateOfBtnClass(classID, flag));
         EXPECT_FALSE(env.SetNewBtnMadeSelStateOfBtnClass(classID, true));
         EXPECT_FALSE(env.GetDispEmpValBtnInfoOfBtnClass(classID, flag));
+        EXPECT_FALSE(env.SetDispEmpValBtnInfoOfBtnClass(classID, false));
         EXPECT_FALSE(env.GetBtnCountOfBtnClass(classID, number));
         EXPECT_FALSE(env.GetSelBtnCountOfBtnClass(classID, number));
         EXPECT_FALSE(env.GetDispBtnCountOfBtnClass(classID, number));
@@ -265,6 +266,30 @@ TEST_F(CBUIDataMngrTest, ClassesAreFoundByIdentifierFieldAndName)
     std::map<DWORD, DWORD> conversion;
     env.GetBtnClassIDCnvObj(conversion);
     EXPECT_EQ(conversion, (std::map<DWORD, DWORD>{{1, 1}, {2, 2}, {3, 3}}));
+}
+
+TEST_F(CBUIDataMngrTest, TheEmptyValueIsHiddenAndShownByTheHost)
+{
+    EXPECT_TRUE(env.SetDispEmpValBtnInfoOfBtnClass(SHOP, false));
+    bool flag = true;
+    EXPECT_TRUE(env.GetDispEmpValBtnInfoOfBtnClass(SHOP, flag));
+    EXPECT_FALSE(flag);
+    EXPECT_EQ(GetDisplayed(SHOP), List({2, 3, 4}));
+    EXPECT_TRUE(env.SelectTheBtn(KIND, 2, true)); // the relation reaches it, and it stays hidden
+    EXPECT_EQ(GetDisplayed(SHOP), List({2, 3}));
+    EXPECT_TRUE(env.SetDispEmpValBtnInfoOfBtnClass(SHOP, true));
+    EXPECT_EQ(GetDisplayed(SHOP), List({1, 2, 3}));
+    env.SetDispEmpValBtnInfoOfBtnClass(SHOP, false);
+    env.ClearOfFixedSpec();
+    EXPECT_EQ(GetDisplayed(SHOP), List({1, 2, 3, 4}));
+}
+
+TEST(CBUIDataMngr, AnEmptyNameIsComparedLikeAnyOther)
+{
+    const CSourceDataMngr table = MakeTable({{"", TEXT, {"a"}}, {"shop", TEXT, {"a"}}});
+    const CBUIDataMngr env(1, ON_MEM, ON_MEM, table, nullptr, nullptr);
+    EXPECT_TRUE(env.ExistBtnClass(nullptr, 0));
+    EXPECT_FALSE(env.ExistBtnClass(nullptr, 0, 1));
 }
 
 TEST_F(CBUIDataMngrTest, RecordsLeadToButtonsAndBack)
@@ -430,20 +455,26 @@ TEST_F(CBUIDataMngrTest, TargetRecordsFollowTheModeAndTheLevels)
 
 TEST_F(CBUIDataMngrTest, AnImpossibleModeIsAbnormal)
 {
-    const auto expectUnknownMode = [](const auto& operation) {
+    const auto expectUnknownMode = [](const char* function, const auto& operation) {
         try {
             operation();
-            FAIL();
+            FAIL() << function;
         } catch (const ECAbnormalData& error) {
             EXPECT_STREQ(error.what(), SCBUICoreStrDef::MSG_UNKNOWN_RELATIONMODE);
+            EXPECT_EQ(error.GetFunction(), std::string("NSKZ::NSKZCore::CBUIDataMngr::") + function);
         }
     };
     env.SetRelationMode(static_cast<CBUIDataMngr::ERelationMode>(6));
     DWORD recs[5];
     DWORD count = 0;
-    expectUnknownMode([&] { env.GetTargetRecList(recs, count); });
-    expectUnknownMode([&] { env.SelectTheBtn(SHOP, 2, true); });
-    expectUnknownMode([&] { env.ClearAllBtnSelections(true); });
+    expectUnknownMode("GetTargetRecList", [&] { env.GetTargetRecList(recs, count); });
+    expectUnknownMode("GetTargetRecListOfBtnClass",
+                      [&] { env.GetTargetRecListOfBtnClass(SHOP, recs, count); });
+    expectUnknownMode("SelectBtns", [&] { env.SelectTheBtn(SHOP, 2, true); });
+    std::vector<SSelectBtnIDList> selection(1);
+    expectUnknownMode("GetAllBtnSelectionInfo", [&] { env.GetAllBtnSelectionInfo(selection); });
+    EXPECT_EQ(selection.size(), 1u);
+    expectUnknownMode("AdjstSumValueCacheToClearAllBtnSelections", [&] { env.ClearAllBtnSelections(true); });
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "CBUIDataMngr.h"
 #include "CCoreSumMngr.h"
+#include "Support/CAllocFault.h"
 #include "Support/MakeTable.h"
 #include "VCBtn.h"
 #include "VCBtnClass.h"
@@ -197,6 +198,27 @@ TEST_F(CBUIDataMngr_SelectionTest, EachIdentifierCountsOnceInFirstPlace)
     EXPECT_TRUE(env.SelectBtns(SHOP, {C, A, C, A, C}, true, false));
     EXPECT_EQ(GetSelected(SHOP), List({A, C}));
     EXPECT_EQ(GetTargetRecs(), List({0, 1, 4, 5}));
+}
+
+TEST_F(CBUIDataMngr_SelectionTest, RepeatedIdentifiersAllocateNothingEach)
+{
+    std::vector<std::string> values;
+    List btnIDs;
+    for (DWORD i = 0; i < 1000; ++i) {
+        values.push_back(std::to_string(i));
+        btnIDs.push_back(1001 - i);
+    }
+    btnIDs.push_back(2);
+    const CSourceDataMngr manyValues = MakeTable({{"item", TEXT, values}});
+    Env envOfMany(1, ON_MEM, ON_MEM, manyValues, nullptr, nullptr);
+    CAllocFault fault;
+    fault.Arm(0); // counts from here on, and fails none
+    envOfMany.SelectBtns(1, btnIDs, true, false);
+    EXPECT_LT(fault.GetAllocCount(), 100u);
+    fault.Disarm();
+    DWORD count = 0;
+    EXPECT_TRUE(envOfMany.GetSelBtnCountOfBtnClass(1, count));
+    EXPECT_EQ(count, 1000u);
 }
 
 TEST_F(CBUIDataMngr_SelectionTest, AnUnknownButtonEndsThePressAndKeepsWhatCameBefore)

@@ -54,6 +54,22 @@ TEST(TCBtnOrdList, AButtonStandsInItOnce)
     list.Insert("x", 9);
     EXPECT_EQ(Walk(list), std::vector<DWORD>({9, 2}));
     EXPECT_EQ(list.GetSize(), 2u);
+    list.Insert("a", 2); // under another key it goes there
+    EXPECT_EQ(Walk(list), std::vector<DWORD>({2, 9}));
+    EXPECT_EQ(list.GetSize(), 2u);
+}
+
+TEST(TCBtnOrdList, ChangesWithoutAWalkDoNotPileUp)
+{
+    const CAllocFault fault; // counts blocks
+    CTextOrdList list;
+    const std::string longText(500, 'x');
+    for (DWORD btnID = 1; btnID <= 10; ++btnID)
+        list.Insert(longText.c_str(), btnID);
+    for (int i = 0; i < 20000; ++i)
+        list.Move((longText + std::to_string(i)).c_str(), 3);
+    EXPECT_LT(fault.GetLiveBlockCount(), 20);
+    EXPECT_EQ(Walk(list), std::vector<DWORD>({1, 2, 4, 5, 6, 7, 8, 9, 10, 3}));
 }
 
 TEST(TCBtnOrdList, EraseWantsTheKeyUnderWhichTheButtonStands)
@@ -118,8 +134,11 @@ TEST(TCBtnOrdList, AgreesWithAMultimapWhateverComesAndGoes)
         case 0:
         case 1:
             list.Insert(text.c_str(), btnID);
-            if (standing == model.end())
-                model.emplace(text, btnID);
+            if (standing != model.end() && standing->first == text)
+                break;
+            if (standing != model.end())
+                model.erase(standing);
+            model.emplace(text, btnID);
             break;
         case 2:
             ASSERT_EQ(list.Erase(text.c_str(), btnID), standing != model.end() && standing->first == text);

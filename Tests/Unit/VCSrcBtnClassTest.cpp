@@ -22,6 +22,9 @@ public:
     {}
     SCBUICoreCom::EBtnClassType GetBtnClassType() const override { return SCBUICoreCom::BTNCLSTYPE_NORMAL; }
     using VCSrcBtnClass::dataBtnNextID;
+    using VCSrcBtnClass::FindBtn;
+    using VCSrcBtnClass::nameOrdList;
+    using VCSrcBtnClass::SetOwnVisibleInfo;
     List appeared;
     List disappeared;
 
@@ -217,6 +220,23 @@ TEST(VCSrcBtnClass, TheEmptyValueCanBeHidden)
     EXPECT_EQ(fixture.GetVisibleInfo(1), 0u);
 }
 
+TEST(VCSrcBtnClass, AHiddenEmptyValueIsAMemberOfNothing)
+{
+    TClassAndTable<CProbeBtnClass> fixture;
+    fixture.Add({""});
+    VCBtn& empVal = *fixture.btnClass->FindBtn(1);
+    empVal.backReferences = std::make_unique<VCBtn::SBackReferences>();
+    empVal.backReferences->spBtnIDsInClass = {SCBUICoreCom::BTN_ID_CLL_BEGIN};
+    empVal.backReferences->spBtnIDsOfOtherClass = {{9, SCBUICoreCom::BTN_ID_VIRINC_BEGIN}};
+    fixture.btnClass->SetOwnVisibleInfo(
+        empVal, VISINFO_SELCLLMEMBER | VISINFO_CNDCLLMEMBER | VISINFO_INCMEMBER | VISINFO_NOREC, true);
+    fixture.btnClass->SetDispEmpValBtnInfo(false);
+    EXPECT_FALSE(empVal.HasBackReferences());
+    EXPECT_EQ(fixture.GetVisibleInfo(1), VISINFO_NOREC | VISINFO_EMPVALNODISP);
+    fixture.btnClass->SetDispEmpValBtnInfo(true);
+    EXPECT_EQ(fixture.GetVisibleInfo(1), VISINFO_NOREC);
+}
+
 TEST(VCSrcBtnClass, ClearLeavesAClassAsNew)
 {
     TClassAndTable<CNumBtnClass> fixture;
@@ -264,6 +284,28 @@ TEST(VCSrcBtnClass, ExhaustedMemoryInAddRecsLeavesAClassThatGoesOn)
             EXPECT_EQ(cells[1], btnCount + 1);
         });
     EXPECT_GE(failures, 15);
+}
+
+TEST(VCSrcBtnClass, ExhaustedMemoryLeavesAButtonThatIsToComeBackOutOfTheOrders)
+{
+    const int failures = NSKZ::Test::FailEveryAllocation(
+        [] {
+            auto fixture = std::make_unique<TClassAndTable<CProbeBtnClass>>();
+            fixture->Add({"tea", "milk"});
+            fixture->Delete(0, 1);
+            fixture->btnClass->appeared = List();
+            return fixture;
+        },
+        [](const auto& fixture) {
+            const char* const values[] = {"tea"};
+            DWORD cell = 0;
+            fixture->btnClass->AddRecs(1, 1, values, &cell, fixture->counts);
+        },
+        [](const auto& fixture) {
+            EXPECT_EQ(fixture->GetVisibleInfo(2), VISINFO_NOREC);
+            EXPECT_FALSE(fixture->btnClass->nameOrdList.Exist(2));
+        });
+    EXPECT_GE(failures, 2);
 }
 
 // --- Numeric classes
@@ -317,6 +359,17 @@ TEST(CNumBtnClass, AnAliasGivenWhileAwayDecidesWhereTheButtonComesBack)
     fixture.Delete(0, 1);
     fixture.Add({"1"});
     EXPECT_EQ(fixture.GetNameOrder(), List({3, 2})); // once, among the texts
+}
+
+TEST(CNumBtnClass, AnAliasGivenWhileThereDecidesWhereTheButtonComesBack)
+{
+    TClassAndTable<CNumBtnClass> fixture;
+    fixture.Add({"1", "2", "3"});
+    fixture.btnClass->SetAliasOfBtn(2, "7");
+    EXPECT_EQ(fixture.GetNameOrder(), List({2, 3, 4})); // it is not looked at while the button stays
+    fixture.Delete(0, 1);
+    fixture.Add({"1"});
+    EXPECT_EQ(fixture.GetNameOrder(), List({3, 4, 2}));
 }
 
 TEST(CNumBtnClass, ACopyKeepsItsOrders)

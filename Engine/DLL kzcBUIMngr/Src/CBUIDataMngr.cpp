@@ -272,10 +272,19 @@ bool CBUIDataMngr::GetLimitationOrAllRecs(DWORD* recList, DWORD& recListCount) c
 
 bool CBUIDataMngr::GetTargetRecList(DWORD* recList, DWORD& recListCount) const
 {
-    return GetTargetRecListOfBtnClass(SCBUICoreCom::BTNCLS_ID_UNSETTING, recList, recListCount);
+    // No class has this identifier, and so none of the levels.
+    return GetRecsOfLevelBefore(SCBUICoreCom::BTNCLS_ID_UNSETTING, recList, recListCount,
+                                "NSKZ::NSKZCore::CBUIDataMngr::GetTargetRecList");
 }
 
 bool CBUIDataMngr::GetTargetRecListOfBtnClass(DWORD btnClassID, DWORD* recList, DWORD& recListCount) const
+{
+    return GetRecsOfLevelBefore(btnClassID, recList, recListCount,
+                                "NSKZ::NSKZCore::CBUIDataMngr::GetTargetRecListOfBtnClass");
+}
+
+bool CBUIDataMngr::GetRecsOfLevelBefore(DWORD btnClassID, DWORD* recList, DWORD& recListCount,
+                                        const char* function) const
 {
     switch (relationMode) {
     case RELATIONMODE_OR:
@@ -295,8 +304,7 @@ bool CBUIDataMngr::GetTargetRecListOfBtnClass(DWORD btnClassID, DWORD* recList, 
     case RELATIONMODE_DIFFERENCE:
         return GetLimitationOrAllRecs(recList, recListCount);
     }
-    throw ECAbnormalData(SCBUICoreStrDef::MSG_UNKNOWN_RELATIONMODE, SRC_FILE,
-                         "NSKZ::NSKZCore::CBUIDataMngr::GetTargetRecList", __LINE__);
+    throw ECAbnormalData(SCBUICoreStrDef::MSG_UNKNOWN_RELATIONMODE, SRC_FILE, function, __LINE__);
 }
 
 // --- Classes
@@ -333,7 +341,7 @@ bool CBUIDataMngr::ExistBtnClass(const char* name, DWORD len, DWORD ignoredBtnCl
         const char* itemName = nullptr;
         return classAndFld.first != ignoredBtnClassID &&
                srcDataMngr->GetItemName(classAndFld.second, itemName) && std::strlen(itemName) == len &&
-               std::memcmp(itemName, name, len) == 0;
+               (len == 0 || std::memcmp(itemName, name, len) == 0);
     });
 }
 
@@ -425,6 +433,17 @@ bool CBUIDataMngr::GetDispEmpValBtnInfoOfBtnClass(DWORD btnClassID, bool& disp) 
         if (srcBtnClass == nullptr)
             return false;
         disp = srcBtnClass->GetDispEmpValBtnInfo();
+        return true;
+    });
+}
+
+bool CBUIDataMngr::SetDispEmpValBtnInfoOfBtnClass(DWORD btnClassID, bool disp)
+{
+    return WithBtnClass(btnClassID, [&](VCBtnClass& btnClass) {
+        auto* const srcBtnClass = dynamic_cast<VCSrcBtnClass*>(&btnClass);
+        if (srcBtnClass == nullptr)
+            return false;
+        srcBtnClass->SetDispEmpValBtnInfo(disp);
         return true;
     });
 }

@@ -75,8 +75,9 @@ public:
                  const CCoreSumMngr* coreSumMngr);
     // An environment with a class for every item of the source table. `progressStatus` may be null; it is
     // told the way, and may cancel: the classes finished until then stay, and the host learns of it from the
-    // status alone. Throws as above, and what BuildSrcBtnClasses throws. Cost: a hash look-up and a few
-    // copies for each cell.
+    // status alone. A field that cannot be read ends the build in the same way. Throws as above, and
+    // ECAbnormalData for a field of an impossible type or of more than 4294967295 bytes. Cost: a hash look-up
+    // and a few copies for each cell.
     CBUIDataMngr(DWORD id, SCBUICoreCom::ELinkTableVerType bnLinkVerType,
                  SCBUICoreCom::ELinkTableVerType rpLinkVerType, const CSourceDataMngr& srcDataMngr,
                  const CCoreSumMngr* coreSumMngr, CProgressStatus* progressStatus);
@@ -183,7 +184,8 @@ public:
     // state.
     void ClearAllBtnSelections(bool force);
     // The whole selection, as SelectBtns restores it: in Narrowing an element for each level in order, in
-    // Difference one for the pair, in the other modes one for each class in selective state.
+    // Difference one for the pair, in the other modes one for each class in selective state. Throws
+    // ECAbnormalData for a mode that is none.
     void GetAllBtnSelectionInfo(std::vector<SSelectBtnIDList>& selectInfo) const;
     // Whether any class is in selective state.
     bool IsBtnSelectiveState() const;
@@ -218,8 +220,10 @@ public:
     bool GetBtnSelectiveStateOfBtnClass(DWORD btnClassID, bool& state) const;
     bool GetNewBtnMadeSelStateOfBtnClass(DWORD btnClassID, bool& state) const;
     bool SetNewBtnMadeSelStateOfBtnClass(DWORD btnClassID, bool state);
-    // Source classes only.
+    // Source classes only: whether the empty-value button is to be shown. Hiding it leaves its selection as
+    // it is.
     bool GetDispEmpValBtnInfoOfBtnClass(DWORD btnClassID, bool& disp) const;
+    bool SetDispEmpValBtnInfoOfBtnClass(DWORD btnClassID, bool disp);
 
     bool GetBtnCountOfBtnClass(DWORD btnClassID, DWORD& count) const;
     bool GetSelBtnCountOfBtnClass(DWORD btnClassID, DWORD& count) const;
@@ -325,6 +329,9 @@ private:
     void IntersectWithLimitation(DWORD* recList, DWORD& recListCount) const;
     bool GetMergedLimitedRecList(DWORD* recList, DWORD& recListCount) const;
     bool GetLimitationOrAllRecs(DWORD* recList, DWORD& recListCount) const;
+    // The target records of a class; `function` is what a host called.
+    bool GetRecsOfLevelBefore(DWORD btnClassID, DWORD* recList, DWORD& recListCount,
+                              const char* function) const;
     void ClearHierInfo() noexcept;
     void SetVisibleInfoBasedOnRelationOfAllBtns(bool show) noexcept;
     void SetVisibleInfoBasedOnLimitedRecListOfAllBtns(bool show) noexcept;

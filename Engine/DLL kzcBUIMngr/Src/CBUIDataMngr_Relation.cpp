@@ -5,8 +5,6 @@
 #include "CFormattedMsg.h"
 #include "ECAbnormalData.h"
 #include "IBnLink.h"
-#include "INumCnd.h"
-#include "IRpLink.h"
 #include "SCBUICoreStrDef.h"
 #include "SCKZCoreCom.h"
 #include "VCBtnClass.h"

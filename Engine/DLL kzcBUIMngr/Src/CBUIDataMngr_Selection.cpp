@@ -3,9 +3,6 @@
 #include "CBUIDataMngr.h"
 
 #include "ECAbnormalData.h"
-#include "IBnLink.h"
-#include "INumCnd.h"
-#include "IRpLink.h"
 #include "SCBUICoreStrDef.h"
 #include "VCBtnClass.h"
 
@@ -22,13 +19,19 @@ std::vector<DWORD> TakeEachOnce(const std::vector<DWORD>& btnIDs)
 {
     std::vector<DWORD> sorted(btnIDs);
     std::sort(sorted.begin(), sorted.end());
-    if (std::adjacent_find(sorted.begin(), sorted.end()) == sorted.end())
+    sorted.erase(std::unique(sorted.begin(), sorted.end()), sorted.end());
+    if (sorted.size() == btnIDs.size())
         return btnIDs;
     std::vector<DWORD> distinct;
-    std::set<DWORD> taken;
+    distinct.reserve(sorted.size());
+    std::vector<bool> isTaken(sorted.size());
     for (const DWORD btnID : btnIDs) {
-        if (taken.insert(btnID).second)
-            distinct.push_back(btnID);
+        const auto place = std::lower_bound(sorted.begin(), sorted.end(), btnID) - sorted.begin();
+        const auto position = static_cast<std::size_t>(place);
+        if (isTaken[position])
+            continue;
+        isTaken[position] = true;
+        distinct.push_back(btnID);
     }
     return distinct;
 }
@@ -237,11 +240,17 @@ void CBUIDataMngr::GetAllBtnSelectionInfo(std::vector<SSelectBtnIDList>& selectI
             collected.push_back(std::move(pair));
         }
         break;
-    default:
+    case RELATIONMODE_NONE:
+    case RELATIONMODE_OR:
+    case RELATIONMODE_AND:
         for (const auto& [btnClassID, btnClass] : btnClasses) {
             if (btnClass->IsBtnSelectiveState())
                 collect(*btnClass);
         }
+        break;
+    default:
+        throw ECAbnormalData(SCBUICoreStrDef::MSG_UNKNOWN_RELATIONMODE, SRC_FILE,
+                             "NSKZ::NSKZCore::CBUIDataMngr::GetAllBtnSelectionInfo", __LINE__);
     }
     selectInfo = std::move(collected);
 }

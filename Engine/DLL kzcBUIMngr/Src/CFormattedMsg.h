@@ -11,9 +11,9 @@ namespace NSKZ::NSKZCore {
 // A message with its placeholders filled, held in a buffer of its own: it lives on the stack and allocates
 // nothing.
 //
-//     throw ECAbnormalData(CFormattedMsg(SCBUICoreStrDef::MSG_NOTEXIST_SELBTN, {btnClassID,
-//     btnID}).GetText(),
-//                          "Src/CBUIDataMngr", "NSKZ::NSKZCore::CBUIDataMngr::ExecNarrowing", __LINE__);
+//     const CFormattedMsg message(SCBUICoreStrDef::MSG_NOTEXIST_SELBTN, {btnClassID, btnID});
+//     throw ECAbnormalData(message.GetText(), "Src/CBUIDataMngr",
+//                          "NSKZ::NSKZCore::CBUIDataMngr::ExecNarrowing", __LINE__);
 class CFormattedMsg
 {
 public:

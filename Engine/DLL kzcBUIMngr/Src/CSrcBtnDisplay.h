@@ -55,7 +55,7 @@ public:
     bool IsBackReferred(DWORD btnID) const noexcept { return (GetTraits(btnID) & TRAIT_BACKREFERRED) != 0; }
     bool HasBackReferred() const noexcept { return backReferredCount != 0; }
 
-    // The relation. All but the last are constant; ShowByRelation is constant for each identifier.
+    // The relation. Constant, HideAllByRelation amortised; ShowByRelation is constant for each identifier.
     bool IsHiddenByRelation(DWORD btnID) const noexcept
     {
         return IsRegistered(btnID) && !IsShownByRelation(btnID);
@@ -66,6 +66,9 @@ public:
     // Identifiers may repeat and need not be of source buttons: those that are not registered are passed
     // over.
     void ShowByRelation(const DWORD* btnIDs, std::size_t count) noexcept;
+    // The same, and appends each back-referred button that was hidden by relation before to `backReferred`.
+    // If memory is exhausted the buttons before the one that could not be appended are shown.
+    void ShowByRelation(const DWORD* btnIDs, std::size_t count, std::vector<DWORD>& backReferred);
     // The same in two steps, the fastest way where more identifiers come than there are buttons: marks,
     // repeated as often as needed, cost least for each identifier; what follows is a pass over the bytes,
     // shows the marked buttons and takes the marks away.
@@ -78,9 +81,6 @@ public:
     // lets them go.
     void ListMarkedBackReferred(std::vector<DWORD>& backReferred) const;
     void TakeMarksAway() noexcept;
-    // The same, and appends each back-referred button that was hidden by relation before to `backReferred`.
-    // If memory is exhausted the buttons before the one that could not be appended are shown.
-    void ShowByRelation(const DWORD* btnIDs, std::size_t count, std::vector<DWORD>& backReferred);
 
     // The limited record list. The first two cost a pass over a byte for each button.
     bool IsHiddenByLimit(DWORD btnID) const noexcept
@@ -115,7 +115,6 @@ private:
     }
     void SetTrait(DWORD btnID, Traits trait, bool set) noexcept;
     void SetTraitOfAll(Traits trait, bool set) noexcept;
-    DWORD CountDisplayed() const noexcept;
 
     std::vector<State> states;       // by identifier
     std::vector<Traits> traits;      // by identifier

@@ -94,13 +94,11 @@ bool CSumValueCacheMngr::CollectRecs(const VCBtnClass& btnClass, DWORD btnID, DW
     return true;
 }
 
-const CCoreSumMngr* CSumValueCacheMngr::PrepareSum(DWORD btnClassID, DWORD btnID, DWORD& count) const
+bool CSumValueCacheMngr::CollectTargetRecs(DWORD btnClassID, DWORD btnID, const CCoreSumMngr*& coreSumMngr,
+                                           DWORD& count) const
 {
     const VCBtnClass* btnClass = nullptr;
-    const CCoreSumMngr* coreSumMngr = nullptr;
-    const bool prepared =
-        PrepareQuery(btnClassID, btnClass, coreSumMngr) && CollectRecs(*btnClass, btnID, count);
-    return prepared ? coreSumMngr : nullptr;
+    return PrepareQuery(btnClassID, btnClass, coreSumMngr) && CollectRecs(*btnClass, btnID, count);
 }
 
 bool CSumValueCacheMngr::GetSumValue(DWORD btnClassID, DWORD btnID, DWORD numID, double& value) const
@@ -111,9 +109,9 @@ bool CSumValueCacheMngr::GetSumValue(DWORD btnClassID, DWORD btnID, DWORD numID,
         value = known->sum;
         return true;
     }
+    const CCoreSumMngr* coreSumMngr = nullptr;
     DWORD count = 0;
-    const CCoreSumMngr* const coreSumMngr = PrepareSum(btnClassID, btnID, count);
-    if (coreSumMngr == nullptr)
+    if (!CollectTargetRecs(btnClassID, btnID, coreSumMngr, count))
         return false;
     const double sum = coreSumMngr->GetSumValue(numID, SCSMCoreCom::KINDOFSUM_SUM, scratchList.get(), count);
     cache.SetSumValue(btnID, numID, sum);
@@ -129,9 +127,9 @@ bool CSumValueCacheMngr::GetCountValue(DWORD btnClassID, DWORD btnID, DWORD numI
         value = known->count;
         return true;
     }
+    const CCoreSumMngr* coreSumMngr = nullptr;
     DWORD count = 0;
-    const CCoreSumMngr* const coreSumMngr = PrepareSum(btnClassID, btnID, count);
-    if (coreSumMngr == nullptr)
+    if (!CollectTargetRecs(btnClassID, btnID, coreSumMngr, count))
         return false;
     const DWORD numCount = GetNumCount(*coreSumMngr, numID, count);
     cache.SetCountValue(btnID, numID, numCount);
@@ -147,9 +145,9 @@ bool CSumValueCacheMngr::GetAverageValue(DWORD btnClassID, DWORD btnID, DWORD nu
         value = known->sum / known->count;
         return true;
     }
+    const CCoreSumMngr* coreSumMngr = nullptr;
     DWORD count = 0;
-    const CCoreSumMngr* const coreSumMngr = PrepareSum(btnClassID, btnID, count);
-    if (coreSumMngr == nullptr)
+    if (!CollectTargetRecs(btnClassID, btnID, coreSumMngr, count))
         return false;
     const double sum = coreSumMngr->GetSumValue(numID, SCSMCoreCom::KINDOFSUM_SUM, scratchList.get(), count);
     const DWORD numCount = GetNumCount(*coreSumMngr, numID, count);
@@ -164,9 +162,9 @@ bool CSumValueCacheMngr::GetEachValue(DWORD btnClassID, DWORD btnID, DWORD numID
 {
     values.clear();
     GetSumValueCacheObjConstRef(btnClassID);
+    const CCoreSumMngr* coreSumMngr = nullptr;
     DWORD count = 0;
-    const CCoreSumMngr* const coreSumMngr = PrepareSum(btnClassID, btnID, count);
-    if (coreSumMngr == nullptr)
+    if (!CollectTargetRecs(btnClassID, btnID, coreSumMngr, count))
         return false;
     values.resize(count);
     for (DWORD i = 0; i < count; ++i)

@@ -76,8 +76,9 @@ private:
     // The records of the button among the target records, in the scratch list; false if the button has none
     // to give.
     bool CollectRecs(const VCBtnClass& btnClass, DWORD btnID, DWORD& count) const;
-    // Both: the sum manager to ask about the first `count` records in the scratch list, or null.
-    const CCoreSumMngr* PrepareSum(DWORD btnClassID, DWORD btnID, DWORD& count) const;
+    // Both in one, for a query of one button.
+    bool CollectTargetRecs(DWORD btnClassID, DWORD btnID, const CCoreSumMngr*& coreSumMngr,
+                           DWORD& count) const;
     // How many of the first `count` records in the scratch list hold a number.
     DWORD GetNumCount(const CCoreSumMngr& coreSumMngr, DWORD numID, DWORD count) const;
     bool CalcTotalValue(DWORD btnClassID, DWORD numID) const;

@@ -12,7 +12,7 @@ struct SSelectBtnIDList
 {
     DWORD btnClassID = 0;
     std::vector<DWORD> btnIDList;    // the selected buttons, in the class's own order
-    bool newBtnMadeSelState = false; // whether a button made later comes into being selected
+    bool newBtnMadeSelState = false; // VCBtnClass::IsNewBtnMadeSelState, restored with the selection
 };
 
 } // namespace NSKZ::NSKZCore

@@ -41,18 +41,24 @@ public:
 
     bool Exist(DWORD btnID) const noexcept { return entryOfBtn.Exist(btnID); }
 
-    // Puts the button behind those with an equal key. A button that stands in the list already stays where it
-    // is. An identifier that is no button's is passed over. If memory is exhausted nothing changes. Constant
-    // but for the growing of the arrays.
+    // Puts the button behind those with an equal key. A button that stands in the list under such a key
+    // already stays where it is; one that stands under another leaves that place. An identifier that is no
+    // button's is passed over. `key` is none of the list's own texts. If memory is exhausted nothing changes.
+    // Amortised constant.
     void Insert(TArg key, DWORD btnID)
     {
-        if (!Exist(btnID))
+        const std::uint32_t* const former = entryOfBtn.Find(btnID);
+        if (former == nullptr || !AreEqual(TKeys::View(key), entries[*former].key))
             Move(key, btnID);
     }
 
     // Puts the button behind those with an equal key, wherever it stood before. Otherwise like Insert.
     void Move(TArg key, DWORD btnID)
     {
+        // A list that is changed and never walked lets removed buttons go here.
+        if (entries.size() == entries.capacity() && entries.size() >= COMPACTED_FROM &&
+            entries.size() / 2 >= GetSize())
+            DropRemovedOnes();
         if (entries.size() == entries.capacity())
             entries.reserve(entries.empty() ? 8 : entries.size() * 2);
         if (order.size() == order.capacity())
@@ -69,15 +75,14 @@ public:
     }
 
     // Takes the button out; false if it does not stand here under this key. Constant; the room is reused once
-    // half of the list has gone.
+    // half of the list has gone and it is walked or would grow.
     bool Erase(TArg key, DWORD btnID) noexcept
     {
         const std::uint32_t* const position = entryOfBtn.Find(btnID);
         if (position == nullptr)
             return false;
         SEntry& entry = entries[*position];
-        const TKey sought = TKeys::View(key);
-        if (TKeys::IsLess(sought, entry.key) || TKeys::IsLess(entry.key, sought))
+        if (!AreEqual(TKeys::View(key), entry.key))
             return false;
         entry.btnID = REMOVED;
         entryOfBtn.Remove(btnID);
@@ -155,6 +160,12 @@ public:
 
 private:
     static constexpr DWORD REMOVED = 0;
+    static constexpr std::size_t COMPACTED_FROM = 64; // entries: below, growing costs less
+
+    static bool AreEqual(TKey left, TKey right) noexcept
+    {
+        return !TKeys::IsLess(left, right) && !TKeys::IsLess(right, left);
+    }
 
     struct SEntry
     {

@@ -27,9 +27,9 @@ class IRpLink;
 //
 // Registry. `btns` holds every button by identifier. Beside it stand, because walks need them, dense arrays
 // for the source buttons, whose identifiers are dense: a pointer each (`srcBtnOfID`) and what decides on
-// display
-// (`display`, which also holds the reasons VISINFO_RELATION and VISINFO_LIMITEDREC of source buttons); and an
-// ordered map of the special buttons. Every walk whose order can be seen goes by ascending identifier.
+// display (`display`, which also holds the reasons VISINFO_RELATION and VISINFO_LIMITEDREC of source
+// buttons); and an ordered map of the special buttons. Every walk whose order can be seen goes by ascending
+// identifier.
 //
 // Selection. A button's `sel` is the truth; `selBtnIDs` remembers which buttons were selected, so that
 // dropping a selection costs what was selected and not the size of the class.

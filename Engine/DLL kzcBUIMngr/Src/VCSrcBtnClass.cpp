@@ -21,7 +21,13 @@ VCSrcBtnClass::~VCSrcBtnClass() = default;
 void VCSrcBtnClass::SetDispEmpValBtnInfo(bool disp) noexcept
 {
     empValBtnDisp = disp;
-    SetOwnVisibleInfo(*FindBtn(SCBUICoreCom::BTN_ID_EMPVAL), VISINFO_EMPVALNODISP, !disp);
+    VCBtn& btn = *FindBtn(SCBUICoreCom::BTN_ID_EMPVAL);
+    SetOwnVisibleInfo(btn, VISINFO_EMPVALNODISP, !disp);
+    if (disp)
+        return;
+    SetOwnVisibleInfo(btn, VISINFO_SELCLLMEMBER | VISINFO_CNDCLLMEMBER | VISINFO_INCMEMBER, false);
+    btn.backReferences.reset();
+    AdjstToBackReferences(btn);
 }
 
 void VCSrcBtnClass::ClearOwnFields() noexcept
@@ -145,8 +151,15 @@ void VCSrcBtnClass::BringBtnBack(VCBtn& btn)
 {
     if ((btn.visibleInfo & VISINFO_NOREC) == 0)
         return;
+    const bool wasListed = nameOrdList.Exist(btn.id); // an alias lists a button without records too
     InsertBtnInfoToNameOrdList(&btn);
-    AdjstAccordingToBtnAppearance(btn);
+    try {
+        AdjstAccordingToBtnAppearance(btn);
+    } catch (...) {
+        if (!wasListed)
+            DeleteBtnInfoFromNameOrdList(&btn);
+        throw;
+    }
     SetOwnVisibleInfo(btn, VISINFO_NOREC, false);
 }
 

@@ -26,7 +26,8 @@ public:
     DWORD GetFldID() const noexcept { return fldID; }
     // Whether the empty-value button is to be shown.
     bool GetDispEmpValBtnInfo() const noexcept { return empValBtnDisp; }
-    // Shows or hides the empty-value button: hidden, it has the reason VISINFO_EMPVALNODISP.
+    // Shows or hides the empty-value button: hidden, it has the reason VISINFO_EMPVALNODISP and is a member
+    // of no special button.
     void SetDispEmpValBtnInfo(bool disp) noexcept;
 
     void Clear() override;
@@ -39,7 +40,8 @@ public:
     // records each button got. `startRec` tells where the records begin and is there for classes that care.
     //
     // False when the identifiers are used up; buttons made before stay. If memory is exhausted the class
-    // knows the values before the one at which it happened. One hash look-up for each record; the order lists
+    // knows the values before the one at which it happened, and a button that did not come back is as it was.
+    // One hash look-up for each record; the order lists
     // and the text are touched once for each new value.
     virtual bool AddRecs(DWORD startRec, DWORD count, const char* const* values, DWORD* outBtnIDs,
                          TCBtnIDAssArr<DWORD>& counts);
