@@ -360,6 +360,13 @@ TEST_F(CBUIDataMngrTest, ALimitationToNoRecordHidesAll)
     EXPECT_EQ(GetDisplayed(SHOP), List({1, 2, 3, 4}));
 }
 
+TEST_F(CBUIDataMngrTest, ALimitationThatIsNotAscendingNeverHoldsMoreThanThereIs)
+{
+    const DWORD recs[] = {1, 1, 1, 3, 3, 2, 4, 4, 0, 4};
+    env.SetLimitedRecList(recs, 10);
+    EXPECT_EQ(GetTargetRecs(), List({1, 3, 4}));
+}
+
 TEST_F(CBUIDataMngrTest, ANumericConditionIsKeptAsAClone)
 {
     int live = 0;

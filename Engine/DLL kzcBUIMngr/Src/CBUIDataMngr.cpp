@@ -186,9 +186,12 @@ void CBUIDataMngr::SetLimitedRecList(const DWORD* recListOfHost, DWORD recListCo
         return;
     }
     std::unique_ptr<DWORD[]> copy(new DWORD[recListCount]);
-    const DWORD* const copyEnd = std::copy_if(recListOfHost, recListOfHost + recListCount, copy.get(),
-                                              [this](DWORD recNum) { return recNum < recCount; });
-    const auto copyCount = static_cast<DWORD>(copyEnd - copy.get());
+    DWORD copyCount = 0;
+    for (DWORD i = 0; i < recListCount; ++i) {
+        const DWORD recNum = recListOfHost[i];
+        if (recNum < recCount && (copyCount == 0 || recNum > copy[copyCount - 1]))
+            copy[copyCount++] = recNum;
+    }
     // What needs memory comes before the first change.
     const BtnIDsOfClasses reached =
         GetBtnsOfRecs(copy.get(), copyCount, "NSKZ::NSKZCore::CBUIDataMngr::SetLimitedRecList");

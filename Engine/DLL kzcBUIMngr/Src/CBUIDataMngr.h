@@ -113,9 +113,9 @@ public:
     // --- Record limitation and numeric condition
 
     // Limits the analysis to the listed records: buttons without a record among them are hidden, and every
-    // selection starts from them. `limitedRecList` is ascending without repetition, which is not checked, and
-    // is copied; numbers that are no record are dropped. A count of 0 clears the limitation. Clears all
-    // selections and sums. If memory is exhausted nothing changes.
+    // selection starts from them. `limitedRecList` is ascending and is copied; a number
+    // that is no record, or not greater than the ones before it, is dropped. A count of 0 clears the
+    // limitation. Clears all selections and sums. If memory is exhausted nothing changes.
     void SetLimitedRecList(const DWORD* limitedRecList, DWORD limitedRecCount);
     void ClearLimitedRecList();
     bool IsRecListLimitationExecuted() const noexcept { return recListLimited || numCndRecListLimited; }

@@ -106,7 +106,10 @@ bool CBUIDataMngr::SelectBtns(DWORD btnClassID, const std::vector<DWORD>& btnIDs
 bool CBUIDataMngr::SelectBtnsForDiffCnd(VCBtnClass& btnClass, const std::vector<DWORD>& btnIDs, bool select)
 {
     const DWORD btnClassID = btnClass.GetID();
-    const auto isUnknown = [&btnClass](DWORD btnID) { return !btnClass.ExistTheBtn(btnID); };
+    const auto isUnknown = [&btnClass](DWORD btnID) {
+        bool sel = false;
+        return !btnClass.GetSelectionInfoOfBtn(btnID, sel);
+    };
     if (select && std::any_of(btnIDs.begin(), btnIDs.end(), isUnknown))
         return false;
     if (VCBtnClass* const diffBtnClass = FindBtnClass(diffBtnClassID)) {

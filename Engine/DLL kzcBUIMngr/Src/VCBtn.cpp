@@ -60,15 +60,17 @@ void VCBtn::ClearOfFixedSpec()
         backReferences.reset();
 }
 
-void VCBtn::SetAlias(const char* text)
+VCBtn::SAlias VCBtn::MakeAlias(const char* text) const
 {
-    if (text != nullptr && name != nullptr && AreEqualTexts(text, name.get())) {
-        alias.reset();
-        aliasIsName = true;
-        return;
-    }
-    alias = DuplicateText(text == nullptr ? "" : text);
-    aliasIsName = false;
+    if (text != nullptr && name != nullptr && AreEqualTexts(text, name.get()))
+        return SAlias{nullptr, true};
+    return SAlias{DuplicateText(text == nullptr ? "" : text), false};
+}
+
+void VCBtn::SetAlias(SAlias&& made) noexcept
+{
+    alias = std::move(made.text);
+    aliasIsName = made.isName;
 }
 
 std::unique_ptr<char[]> VCBtn::DuplicateText(const char* text)

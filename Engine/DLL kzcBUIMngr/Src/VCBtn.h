@@ -75,7 +75,16 @@ public:
     // Gives the button the alias `text`. A text equal to the name means no alias: the button shows its name
     // again. Null gives an empty alias, not the name. `text` may be a text of the button itself. If memory is
     // exhausted the button stays as it was.
-    void SetAlias(const char* text);
+    void SetAlias(const char* text) { SetAlias(MakeAlias(text)); }
+
+    // The same in two steps: what the alias will be, and making it so, which does not fail.
+    struct SAlias
+    {
+        std::unique_ptr<char[]> text; // null if isName
+        bool isName;
+    };
+    SAlias MakeAlias(const char* text) const;
+    void SetAlias(SAlias&& made) noexcept;
 
     // What the button shows everywhere: its name, or its alias if it has one of its own. May be null.
     const char* GetShownText() const noexcept { return aliasIsName ? name.get() : alias.get(); }

@@ -1,6 +1,5 @@
 #include "VCBtnClass.h"
 
-#include "CBtn.h"
 #include "CFormattedMsg.h"
 #include "ECAbnormalData.h"
 #include "IBnLink.h"
@@ -328,6 +327,7 @@ bool VCBtnClass::GetRecListThatRelatesToBtns(const VCBtnClass* btnClass, const s
 void VCBtnClass::Clear()
 {
     selBtnIDs.clear();
+    selBtnIDsKept = 0;
     display.Clear();
     srcBtnOfID.clear();
     spBtnOfID.clear();
@@ -451,14 +451,15 @@ bool VCBtnClass::SetSelectionInfoOfBtn(DWORD btnID, bool sel)
 
 void VCBtnClass::RememberSelection(DWORD btnID)
 {
-    // Deselected buttons stay listed; once they are the most, the list is cut down to what is selected.
-    if (selBtnIDs.size() >= 2 * std::size_t{selBtnCount} + 64) {
+    // Deselected buttons stay listed; each time the list has doubled it is cut down to what is selected.
+    if (selBtnIDs.size() >= 2 * selBtnIDsKept + 64) {
         std::erase_if(selBtnIDs, [this](DWORD listedID) {
             const VCBtn* const btn = FindBtn(listedID);
             return btn == nullptr || !btn->sel;
         });
         std::sort(selBtnIDs.begin(), selBtnIDs.end());
         selBtnIDs.erase(std::unique(selBtnIDs.begin(), selBtnIDs.end()), selBtnIDs.end());
+        selBtnIDsKept = selBtnIDs.size();
     }
     selBtnIDs.push_back(btnID);
 }
@@ -488,11 +489,9 @@ bool VCBtnClass::SetAliasOfBtn(DWORD btnID, const char* alias)
     VCBtn* const btn = FindBtn(btnID);
     if (btn == nullptr)
         return false;
-    CBtn changed(btnID, btn->name.get());
-    changed.SetAlias(alias);
-    nameOrdList.Move(changed.GetShownText(), btnID);
-    btn->alias = std::move(changed.alias);
-    btn->aliasIsName = changed.aliasIsName;
+    VCBtn::SAlias made = btn->MakeAlias(alias);
+    nameOrdList.Move(made.isName ? btn->name.get() : made.text.get(), btnID);
+    btn->SetAlias(std::move(made));
     return true;
 }
 

@@ -245,6 +245,7 @@ protected:
     std::map<DWORD, VCBtn*> spBtnOfID; // special buttons
     CSrcBtnDisplay display;
     std::vector<DWORD> selBtnIDs; // every selected button, in no order; may repeat and name deselected ones
+    std::size_t selBtnIDsKept;    // what was left of them when they were last cut down
 
 private:
     using SpBtnsAbove = std::vector<std::pair<VCBtnClass*, DWORD>>;
