@@ -402,6 +402,14 @@ TEST(CCSVLoader, RefusesATypeForAFieldThatThereIsNot)
     EXPECT_EQ(Refusal("1,2\n", options), "(loaded)");
 }
 
+TEST(CCSVLoader, RefusesATypeThatTheTableDoesNotTake)
+{
+    SOptions options;
+    options.types = {{"b", {}}};
+    options.types[0].second.dataType = static_cast<SC::EDataType>(9);
+    EXPECT_EQ(Refusal("a,b\n1,2\n", options), "0: Field 2 (\"b\") cannot be added to the table.");
+}
+
 TEST(CCSVLoader, RefusesMoreRecordsThanAllowed)
 {
     SOptions options;
@@ -452,6 +460,20 @@ TEST(CCSVLoader, LoadsALargeFileWhole)
     }
 }
 
+TEST(CCSVLoader, LoadsManyLinesThatEndWithACarriageReturnAlone)
+{
+    // Each line is looked for from where the last one ended, however far away the next line feed is.
+    std::string content = "a,b\r";
+    for (int i = 0; i < 300000; ++i)
+        content += "12345678,abcdefgh\r";
+    CSourceDataMngr table;
+    CCSVLoader({}).LoadMemory(content + "1,2\n", "memory", table);
+    ASSERT_EQ(table.GetRecCount(), 300001u);
+    EXPECT_EQ(table.GetFldData(2)->GetValue(299999), "abcdefgh");
+    EXPECT_EQ(table.GetFldData(2)->GetValue(300000), "2");
+    EXPECT_EQ(Refusal(content + "1\n"), "300002: The record has 1 value where 2 are expected.");
+}
+
 TEST(CCSVLoader, TellsWhyAFileCannotBeOpened)
 {
     const CTempDir dir;
@@ -483,6 +505,20 @@ TEST(CCSVLoader, ErrorsNameFileAndLine)
         FAIL();
     } catch (const ECSVLoadError& error) {
         EXPECT_EQ(error.what(), path + ", line 2: The record has 1 value where 2 are expected.");
+    }
+}
+
+TEST(CCSVLoader, ErrorsStandOnOneLineWhateverNamesHold)
+{
+    EXPECT_EQ(Refusal("\"a\r\nb\tc\x7F\"\n" + std::string(65536, 'x') + "\n"),
+              "3: The value of field 1 (\"a??b?c?\") is 65536 bytes long; 65535 is the most.");
+    EXPECT_EQ(Refusal("\"a\nb\",\"a\nb\"\n"), "1: The name \"a?b\" stands twice in the header.");
+    CSourceDataMngr table;
+    try {
+        CCSVLoader({}).LoadMemory("", "line\nbreak.csv", table);
+        FAIL();
+    } catch (const ECSVLoadError& error) {
+        EXPECT_STREQ(error.what(), "line?break.csv: The file is empty.");
     }
 }
 
