@@ -8,9 +8,14 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <fstream>
 #include <stdexcept>
 #include <string>
+#include <thread>
 #include <vector>
+
+#include <sys/stat.h>
 
 using namespace NSKZ::NSKZCore;
 using namespace NSKZ::Test;
@@ -472,6 +477,41 @@ TEST(CCSVLoader, LoadsManyLinesThatEndWithACarriageReturnAlone)
     EXPECT_EQ(table.GetFldData(2)->GetValue(299999), "abcdefgh");
     EXPECT_EQ(table.GetFldData(2)->GetValue(300000), "2");
     EXPECT_EQ(Refusal(content + "1\n"), "300002: The record has 1 value where 2 are expected.");
+}
+
+TEST(CCSVLoader, LoadsAPipeWhoseSizeNobodyKnows)
+{
+    const CTempDir dir;
+    const std::string path = (dir.GetPath() / "pipe").string();
+    ASSERT_EQ(mkfifo(path.c_str(), 0600), 0);
+    std::thread writer([&path] {
+        std::ofstream pipe(path, std::ios::binary);
+        pipe << "a,b\n";
+        for (int i = 0; i < 200000; ++i)
+            pipe << i << ",value\n";
+    });
+    CSourceDataMngr table;
+    CCSVLoader({}).LoadFile(path.c_str(), table);
+    writer.join();
+    ASSERT_EQ(table.GetRecCount(), 200000u);
+    EXPECT_EQ(table.GetFldData(1)->GetValue(199999), "199999");
+}
+
+TEST(CCSVLoader, RefusesAFileThatCannotBeReadToItsEnd)
+{
+    const char* const path = "/proc/self/mem"; // it opens, and reading its first byte is an error
+    if (!std::filesystem::exists(path))
+        GTEST_SKIP() << "the system has no such file";
+    CSourceDataMngr table;
+    CCSVLoader({}).LoadMemory("former\nvalue\n", "memory", table);
+    try {
+        CCSVLoader({}).LoadFile(path, table);
+        FAIL();
+    } catch (const ECSVLoadError& error) {
+        EXPECT_STREQ(error.GetReason(), "The file cannot be read to its end.");
+        EXPECT_EQ(error.GetLine(), 0u);
+    }
+    EXPECT_EQ(GetRows(table), (Rows{{"former"}, {"value"}}));
 }
 
 TEST(CCSVLoader, TellsWhyAFileCannotBeOpened)
