@@ -429,6 +429,41 @@ TEST(CBnLink_OnMemVer, StructureMayBeChangedFromSeveralThreads)
     EXPECT_TRUE(GetContent(link) == expected);
 }
 
+TEST(CBnLink_OnMemVer, TheLockIsFreeAfterEveryWayOutOfAnOperation)
+{
+    CAllocFault memory;
+    CBnLink_OnMemVer link;
+    FillWithThreeClasses(link);
+    // Another thread comes through only where this one, which could enter again, has left.
+    const auto passFromAnotherThread = [&link] { std::thread([&link] { link.DeleteFld(0); }).join(); };
+
+    EXPECT_TRUE(link.InsertFld(9, 3, nullptr));
+    passFromAnotherThread();
+    EXPECT_FALSE(link.InsertFld(9, 3, nullptr));
+    passFromAnotherThread();
+    memory.Arm(1);
+    EXPECT_THROW(link.InsertFld(10, 3, nullptr), std::bad_alloc);
+    memory.Disarm();
+    passFromAnotherThread();
+    EXPECT_TRUE(link.DeleteFld(9));
+    passFromAnotherThread();
+    EXPECT_FALSE(link.DeleteFld(9));
+    passFromAnotherThread();
+    memory.Arm(2);
+    EXPECT_THROW(link.InsertRec(1, 1000), std::bad_alloc);
+    memory.Disarm();
+    passFromAnotherThread();
+    EXPECT_FALSE(link.InsertRec(0, 4294967295));
+    passFromAnotherThread();
+    EXPECT_TRUE(link.InsertRec(1, 2));
+    passFromAnotherThread();
+    EXPECT_FALSE(link.DeleteRec(6, 1));
+    passFromAnotherThread();
+    EXPECT_TRUE(link.DeleteRec(1, 2));
+    passFromAnotherThread();
+    EXPECT_EQ(GetColumn(link, 7), (List{9, 8, 7}));
+}
+
 TEST(CBnLink_OnMemVer, InsertFldThatRunsOutOfMemoryLeavesTheTableAsItWas)
 {
     CAllocFault memory;
@@ -446,7 +481,7 @@ TEST(CBnLink_OnMemVer, InsertFldThatRunsOutOfMemoryLeavesTheTableAsItWas)
                 EXPECT_EQ(link.ExistFld(20), completed);
                 if (!completed) {
                     EXPECT_TRUE(GetContent(link) == before);
-                    EXPECT_TRUE(InsertFld(link, 20, cells)); // the lock is free, and nothing is in the way
+                    EXPECT_TRUE(InsertFld(link, 20, cells)); // nothing is in the way
                 }
             });
             EXPECT_GE(failures, 2u); // the cells and the positions at least

@@ -8,9 +8,14 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <fstream>
 #include <stdexcept>
 #include <string>
+#include <thread>
 #include <vector>
+
+#include <sys/stat.h>
 
 using namespace NSKZ::NSKZCore;
 using namespace NSKZ::Test;
@@ -402,6 +407,14 @@ TEST(CCSVLoader, RefusesATypeForAFieldThatThereIsNot)
     EXPECT_EQ(Refusal("1,2\n", options), "(loaded)");
 }
 
+TEST(CCSVLoader, RefusesATypeThatTheTableDoesNotTake)
+{
+    SOptions options;
+    options.types = {{"b", {}}};
+    options.types[0].second.dataType = static_cast<SC::EDataType>(9);
+    EXPECT_EQ(Refusal("a,b\n1,2\n", options), "0: Field 2 (\"b\") cannot be added to the table.");
+}
+
 TEST(CCSVLoader, RefusesMoreRecordsThanAllowed)
 {
     SOptions options;
@@ -452,6 +465,55 @@ TEST(CCSVLoader, LoadsALargeFileWhole)
     }
 }
 
+TEST(CCSVLoader, LoadsManyLinesThatEndWithACarriageReturnAlone)
+{
+    // Each line is looked for from where the last one ended, however far away the next line feed is.
+    std::string content = "a,b\r";
+    for (int i = 0; i < 300000; ++i)
+        content += "12345678,abcdefgh\r";
+    CSourceDataMngr table;
+    CCSVLoader({}).LoadMemory(content + "1,2\n", "memory", table);
+    ASSERT_EQ(table.GetRecCount(), 300001u);
+    EXPECT_EQ(table.GetFldData(2)->GetValue(299999), "abcdefgh");
+    EXPECT_EQ(table.GetFldData(2)->GetValue(300000), "2");
+    EXPECT_EQ(Refusal(content + "1\n"), "300002: The record has 1 value where 2 are expected.");
+}
+
+TEST(CCSVLoader, LoadsAPipeWhoseSizeNobodyKnows)
+{
+    const CTempDir dir;
+    const std::string path = (dir.GetPath() / "pipe").string();
+    ASSERT_EQ(mkfifo(path.c_str(), 0600), 0);
+    std::thread writer([&path] {
+        std::ofstream pipe(path, std::ios::binary);
+        pipe << "a,b\n";
+        for (int i = 0; i < 200000; ++i)
+            pipe << i << ",value\n";
+    });
+    CSourceDataMngr table;
+    CCSVLoader({}).LoadFile(path.c_str(), table);
+    writer.join();
+    ASSERT_EQ(table.GetRecCount(), 200000u);
+    EXPECT_EQ(table.GetFldData(1)->GetValue(199999), "199999");
+}
+
+TEST(CCSVLoader, RefusesAFileThatCannotBeReadToItsEnd)
+{
+    const char* const path = "/proc/self/mem"; // it opens, and reading its first byte is an error
+    if (!std::filesystem::exists(path))
+        GTEST_SKIP() << "the system has no such file";
+    CSourceDataMngr table;
+    CCSVLoader({}).LoadMemory("former\nvalue\n", "memory", table);
+    try {
+        CCSVLoader({}).LoadFile(path, table);
+        FAIL();
+    } catch (const ECSVLoadError& error) {
+        EXPECT_STREQ(error.GetReason(), "The file cannot be read to its end.");
+        EXPECT_EQ(error.GetLine(), 0u);
+    }
+    EXPECT_EQ(GetRows(table), (Rows{{"former"}, {"value"}}));
+}
+
 TEST(CCSVLoader, TellsWhyAFileCannotBeOpened)
 {
     const CTempDir dir;
@@ -483,6 +545,20 @@ TEST(CCSVLoader, ErrorsNameFileAndLine)
         FAIL();
     } catch (const ECSVLoadError& error) {
         EXPECT_EQ(error.what(), path + ", line 2: The record has 1 value where 2 are expected.");
+    }
+}
+
+TEST(CCSVLoader, ErrorsStandOnOneLineWhateverNamesHold)
+{
+    EXPECT_EQ(Refusal("\"a\r\nb\tc\x7F\"\n" + std::string(65536, 'x') + "\n"),
+              "3: The value of field 1 (\"a??b?c?\") is 65536 bytes long; 65535 is the most.");
+    EXPECT_EQ(Refusal("\"a\nb\",\"a\nb\"\n"), "1: The name \"a?b\" stands twice in the header.");
+    CSourceDataMngr table;
+    try {
+        CCSVLoader({}).LoadMemory("", "line\nbreak.csv", table);
+        FAIL();
+    } catch (const ECSVLoadError& error) {
+        EXPECT_STREQ(error.what(), "line?break.csv: The file is empty.");
     }
 }
 

@@ -246,6 +246,18 @@ TEST(CRpLink_OnMemVer, InsertFldRefusesListsWhoseSumLeaves32Bits)
     EXPECT_FALSE(link.ExistFld(9));
 }
 
+TEST(CRpLink_OnMemVer, InsertFldNeedsNoRoomForTheRecordsOfAClassThatItRefuses)
+{
+    CAllocFault memory;
+    CRpLink_OnMemVer link;
+    const TCBtnIDAssArr<SRecordList> noLists;
+    for (const DWORD btnClassID : NO_CLASSES) {
+        memory.Arm(1);
+        EXPECT_FALSE(link.InsertFld(btnClassID, noLists, 1000)) << btnClassID;
+        EXPECT_FALSE(memory.Disarm()) << btnClassID;
+    }
+}
+
 TEST(CRpLink_OnMemVer, InsertFldWithATotalAboveTheSumKeepsTheTotal)
 {
     CRpLink_OnMemVer link;
@@ -738,6 +750,42 @@ TEST(CRpLink_OnMemVer, FieldsMayBeAddedAndRemovedFromSeveralThreads)
     EXPECT_EQ(btnClassIDs, (List{2, 16, COMMON_VIR + 5, FIXED_VIR + 5}));
     EXPECT_EQ(GetLists(link, 2), THREE_LISTS);
     EXPECT_EQ(GetLists(link, COMMON_VIR + 5), (Lists{{VIRINC, {COMMON_VIR}}}));
+}
+
+TEST(CRpLink_OnMemVer, TheLockIsFreeAfterEveryWayOutOfAnOperation)
+{
+    CAllocFault memory;
+    CRpLink_OnMemVer link;
+    ASSERT_TRUE(InsertFld(link, 2, THREE_LISTS));
+    const CBorrowedLists lists(THREE_LISTS);
+    // Another thread comes through only where this one, which could enter again, has left.
+    const auto passFromAnotherThread = [&link] { std::thread([&link] { link.DeleteFld(0); }).join(); };
+
+    EXPECT_TRUE(link.InsertFld(300));
+    passFromAnotherThread();
+    EXPECT_FALSE(link.InsertFld(300));
+    passFromAnotherThread();
+    EXPECT_FALSE(link.InsertFld(0));
+    passFromAnotherThread();
+    EXPECT_FALSE(link.InsertFld(300, lists.Get(), lists.GetTotal()));
+    passFromAnotherThread();
+    EXPECT_FALSE(link.InsertFld(301, lists.Get(), lists.GetTotal() - 1));
+    passFromAnotherThread();
+    memory.Arm(1);
+    EXPECT_THROW(link.InsertFld(4000), std::bad_alloc);
+    memory.Disarm();
+    passFromAnotherThread();
+    memory.Arm(2);
+    EXPECT_THROW(link.InsertFld(4000, lists.Get(), lists.GetTotal()), std::bad_alloc);
+    memory.Disarm();
+    passFromAnotherThread();
+    EXPECT_TRUE(link.InsertFld(4000, lists.Get(), lists.GetTotal()));
+    passFromAnotherThread();
+    EXPECT_TRUE(link.DeleteFld(300));
+    passFromAnotherThread();
+    EXPECT_FALSE(link.DeleteFld(300));
+    passFromAnotherThread();
+    EXPECT_EQ(GetLists(link, 4000), THREE_LISTS);
 }
 
 namespace {

@@ -275,6 +275,21 @@ TEST(CSourceDataMngr, AnIdentifierIsNotGivenTwice)
     EXPECT_EQ(fldID, 4u);
 }
 
+TEST(CSourceDataMngr, AnIdentifierOfAChangeTakenBackIsNotGivenAgain)
+{
+    CSourceDataMngr table = MakeTable();
+    const CSourceDataMngr before(table);
+    DWORD fldID = 0;
+    ASSERT_TRUE(table.AddFld(MakeInfo("new"), MakeValues({"a", "b", "c", "d"}), fldID));
+    EXPECT_EQ(fldID, 3u);
+    table = before;
+    ASSERT_TRUE(table.AddFld(MakeInfo("newer"), MakeValues({"a", "b", "c", "d"}), fldID));
+    EXPECT_EQ(fldID, 4u);
+    table = MakeTable();
+    ASSERT_TRUE(table.AddFld(MakeInfo("newest"), MakeValues({"a", "b", "c", "d"}), fldID));
+    EXPECT_EQ(fldID, 5u);
+}
+
 TEST(CSourceDataMngr, ATableWithoutFieldsHasNoRecords)
 {
     CSourceDataMngr table = MakeTable();

@@ -105,14 +105,15 @@ TEST(SCNumeric, AtoFRefusesWhatIsNoNumber)
 TEST(SCNumeric, AtoFRefusesWhatIsTooLargeAndReadsWhatIsTooSmallAsZero)
 {
     EXPECT_EQ(Read("1.7976931348623157e308"), std::numeric_limits<double>::max());
-    for (const std::string& text :
-         std::vector<std::string>{"1e309", "-1e309", "1e99999999999999999999", std::string(400, '9'),
-                                  "0.001e400", std::string(400, '1') + "e-10", "1,000e306"})
+    for (const std::string& text : std::vector<std::string>{
+             "1e309", "-1e309", "1e99999999999999999999", std::string(400, '9'), "0.001e400",
+             std::string(400, '1') + "e-10", "1,000e306", "1e9223372036854775807", "0.1e9223372036854775807"})
         EXPECT_EQ(Read(text), std::nullopt) << text;
     EXPECT_EQ(Read("4.9406564584124654e-324"), std::numeric_limits<double>::denorm_min());
     for (const std::string& text : std::vector<std::string>{
              "1e-400", "-1e-400", "1e-99999999999999999999", "0." + std::string(400, '0') + "1", "1000e-400",
-             "0." + std::string(10, '0') + "1e-400", "1,000e-400"})
+             "0." + std::string(10, '0') + "1e-400", "1,000e-400", "0.0001e-9223372036854775807",
+             "10e-9223372036854775807"})
         EXPECT_EQ(Read(text), 0.0) << text;
     EXPECT_EQ(Read("0e999999999999999999999"), 0.0);
     EXPECT_EQ(Read("0." + std::string(400, '0') + "1e402"), 10.0);
@@ -138,6 +139,9 @@ TEST(SCNumeric, ReadDecimalTakesTheBareNumberAlone)
     for (const char* const text : {"", "-", " 1", "1 ", "+1", "1,000", "--1", "inf", "-nan", "1e309", "1x"})
         EXPECT_EQ(ReadBare(text), std::nullopt) << text;
     EXPECT_EQ(ReadBare(std::string("1\0", 2)), std::nullopt);
+    double value = UNTOUCHED;
+    EXPECT_FALSE(SCNumeric::ReadDecimal(nullptr, 0, value));
+    EXPECT_EQ(value, UNTOUCHED);
 }
 
 TEST(SCNumeric, ReadDecimalReadsNoFurtherThanItsLength)

@@ -1,5 +1,6 @@
 #include "SCSortRecs.h"
 
+#include "Support/CAllocFault.h"
 #include "Support/CRandom.h"
 
 #include <gtest/gtest.h>
@@ -46,6 +47,18 @@ TEST(SCSortRecs, SortsALongListOfAllNumbers)
     SCSortRecs::Sort(recs.data(), 100001);
     for (DWORD i = 0; i < recs.size(); ++i)
         ASSERT_EQ(recs[i], i);
+}
+
+TEST(SCSortRecs, ExhaustedMemoryLeavesTheListAsItWas)
+{
+    CAllocFault memory;
+    std::vector<DWORD> recs(1000);
+    std::iota(recs.rbegin(), recs.rend(), 0u);
+    const std::vector<DWORD> before(recs);
+    memory.Arm(1);
+    EXPECT_THROW(SCSortRecs::Sort(recs.data(), 1000), std::bad_alloc);
+    memory.Disarm();
+    EXPECT_EQ(recs, before);
 }
 
 } // namespace

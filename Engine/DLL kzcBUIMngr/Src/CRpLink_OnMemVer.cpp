@@ -71,7 +71,7 @@ bool CRpLink_OnMemVer::InsertFld(DWORD btnClassID)
 bool CRpLink_OnMemVer::InsertFld(DWORD btnClassID, const TCBtnIDAssArr<SRecordList>& recLists, DWORD total)
 {
     const CCriticalSection::CGuard guard(lock);
-    if (ExistFld(btnClassID) || GetSumOfRecCounts(recLists) > total)
+    if (!fldPos.PrepareInsert(btnClassID) || GetSumOfRecCounts(recLists) > total)
         return false;
     CDWORDArray recArea(total);
     CRecPosMap recPositions;

@@ -78,7 +78,8 @@ bool IsTooSmall(const char* begin, const char* end) noexcept
     const std::from_chars_result result = std::from_chars(text, end, exponent);
     if (result.ec == std::errc::result_out_of_range)
         return negative;
-    return place + (negative ? -exponent : exponent) <= 0;
+    // No sum is made of the two: an exponent may be as large as its type can hold.
+    return place <= (negative ? exponent : -exponent);
 }
 
 // Reads an unsigned number at the start of [begin, end); where it ends, or null if there is none or it is too
@@ -150,8 +151,10 @@ bool SCNumeric::AtoF(const char* text, double& value) noexcept
 
 bool SCNumeric::ReadDecimal(const char* text, std::size_t len, double& value) noexcept
 {
+    if (len == 0)
+        return false;
     const char* const end = text + len;
-    const bool negative = len != 0 && *text == '-';
+    const bool negative = *text == '-';
     double magnitude = 0;
     if (ReadUnsigned(text + (negative ? 1 : 0), end, magnitude) != end)
         return false;

@@ -23,7 +23,8 @@ public:
     // a value too large for a double. One too small for a double reads as 0. Does not throw.
     static bool AtoF(const char* text, double& value) noexcept;
 
-    // The same for `len` bytes that are the bare number: no blanks, no commas, no plus sign.
+    // The same for `len` bytes that are the bare number: no blanks, no commas, no plus sign. `text` may be
+    // null where `len` is 0, which is no number.
     static bool ReadDecimal(const char* text, std::size_t len, double& value) noexcept;
 };
 

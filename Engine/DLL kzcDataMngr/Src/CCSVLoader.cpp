@@ -35,7 +35,8 @@ std::string GetEncodingName(int codePage)
     return codePage == CP_UTF8 ? "UTF-8" : "Shift-JIS";
 }
 
-// `text`, in the code page in force, to be shown. What is no text there becomes a question mark.
+// `text`, in the code page in force, to be shown on one line. What is no text there becomes a question mark,
+// and so does a control character.
 std::string ConvertIntoShownText(std::string_view text)
 {
     std::string shown;
@@ -51,20 +52,38 @@ std::string ConvertIntoShownText(std::string_view text)
             shown += '?';
         text.remove_prefix(std::min(text.size(), whole ? text.size() : errorPos + 1));
     }
+    // In UTF-8 no byte of a longer character is one of these.
+    std::replace_if(
+        shown.begin(), shown.end(), [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; },
+        '?');
     return shown;
 }
 
-// Where the line that starts at `pos` ends, behind its CRLF, LF or CR.
-std::size_t FindLineEnd(std::string_view text, std::size_t pos) noexcept
+// Finds the lines of a text, one after the other. All of them together cost one pass over it: the next line
+// feed, which may lie many lines ahead where lines end with CR, is looked for once.
+class CLineEnds
 {
-    const std::size_t lineFeed = text.find('\n', pos);
-    const std::size_t end = lineFeed == std::string_view::npos ? text.size() : lineFeed + 1;
-    const std::string_view line = text.substr(pos, end - pos);
-    const std::size_t carriageReturn = line.find('\r');
-    if (carriageReturn == std::string_view::npos || line.substr(carriageReturn) == "\r\n")
-        return end;
-    return pos + carriageReturn + 1;
-}
+public:
+    explicit CLineEnds(std::string_view lines) noexcept : text(lines) {}
+
+    // Where the line that starts at `pos` ends, behind its CRLF, LF or CR. `pos` never goes back.
+    std::size_t Find(std::size_t pos) noexcept
+    {
+        if (pos >= feedEnd) {
+            const std::size_t lineFeed = text.find('\n', pos);
+            feedEnd = lineFeed == std::string_view::npos ? text.size() : lineFeed + 1;
+        }
+        const std::string_view line = text.substr(pos, feedEnd - pos);
+        const std::size_t carriageReturn = line.find('\r');
+        if (carriageReturn == std::string_view::npos || line.substr(carriageReturn) == "\r\n")
+            return feedEnd;
+        return pos + carriageReturn + 1;
+    }
+
+private:
+    std::string_view text;
+    std::size_t feedEnd = 0; // behind the next line feed, or the end of the text
+};
 
 struct SFault
 {
@@ -77,7 +96,8 @@ std::string DescribePlace(std::string_view text, std::size_t pos)
 {
     unsigned long long line = 1;
     std::size_t lineStart = 0;
-    for (std::size_t end = FindLineEnd(text, 0); end <= pos; end = FindLineEnd(text, end)) {
+    CLineEnds lineEnds(text);
+    for (std::size_t end = lineEnds.Find(0); end <= pos; end = lineEnds.Find(end)) {
         ++line;
         lineStart = end;
     }
@@ -339,8 +359,9 @@ public:
     {
         unsigned long long line = 0;
         bool withinRecord = false;
+        CLineEnds lineEnds(text);
         for (std::size_t pos = 0; pos < text.size();) {
-            const std::size_t end = FindLineEnd(text, pos);
+            const std::size_t end = lineEnds.Find(pos);
             ++line;
             if (!withinRecord)
                 collector.SetLine(line);

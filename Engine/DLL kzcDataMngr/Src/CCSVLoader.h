@@ -23,7 +23,9 @@ class CSourceDataMngr;
 // first.
 //
 // Text of the file's encoding is converted to the code page in force (_getmbcp); where the two are the same
-// the bytes stay as they are.
+// the bytes stay as they are. With a delimiter from "@" on, though, which can be the second byte of a
+// character of 932, text of 932 goes through UTF-8: a character with two codes there comes out as the one
+// that Windows writes.
 //
 // What is refused, by ECSVLoadError: a file that cannot be opened or read; one with no record; a record with
 // more or fewer values than the first; a quote that is never closed, or one that stands elsewhere than around

@@ -76,7 +76,7 @@ CSourceDataMngr& CSourceDataMngr::operator=(CSourceDataMngr&& other) noexcept
     if (this != &other) {
         flds = std::move(other.flds);
         totalRecCount = other.totalRecCount;
-        nextFldID = other.nextFldID;
+        nextFldID = std::max(nextFldID, other.nextFldID); // none is given again
         defEmpValName = other.defEmpValName;
         other.Clear();
     }

@@ -16,7 +16,7 @@ namespace NSKZ::NSKZCore {
 // The source table: fields side by side, each with one value a record. A value is a text in the host's code
 // page; the empty text is the empty value. Records are told by their position, from 0; fields by an
 // identifier that stays theirs whatever happens to the others. Identifiers ascend from 1, and one that has
-// been given is not given again by the same table.
+// been given is not given again by the same table, nor after another one was assigned to it.
 //
 // The engine reads the table through the virtual operations of the first group alone, so a host may put a
 // table of its own in their place. The others fill and change it; the engine is told of a change by its

@@ -20,8 +20,8 @@ public:
     ECSVLoadError& operator=(const ECSVLoadError& other) noexcept;
     ~ECSVLoadError() override;
 
-    // The file as it was named to the loader, in UTF-8; a byte of the name that is no text of the host's code
-    // page is shown as "?".
+    // The file as it was named to the loader, in UTF-8; a control character, and a byte that is no text of
+    // the host's code page, is shown as "?".
     const char* GetFile() const noexcept;
     // The line, from 1, in which the record concerned begins; 0 where the reason concerns no line.
     unsigned long long GetLine() const noexcept;

@@ -27,19 +27,17 @@ public:
     // Reads the text of a type:
     // - "text", "number"
     // - "date", "date:ORDER-DELIMITER": ORDER one of ymd, mdy, dmy, ym, md, jymd (with a Japanese era), y;
-    // DELIMITER
-    //   one of none, slash, hyphen, period, kanji: "date:ymd-hyphen", "date:y-none"
+    //   DELIMITER one of none, slash, hyphen, period, kanji: "date:ymd-hyphen", "date:y-none"
     // - "time", "time:FORM": FORM one of hms, hm, hms-12, hm-12 (the latter two with morning or afternoon)
     // False, with `type` untouched, for any other text. Does not throw.
     static bool Parse(std::string_view text, SFldType& type) noexcept;
 
     // The type that the values suggest; empty ones count for nothing:
     // - number, if all read as numbers (SCNumeric::AtoF) and none has a zero before another digit, as codes
-    // have;
+    //   have;
     // - date, if all are real days in one order with one delimiter out of slash, hyphen, period or (year
-    // first) the
-    //   kanji for year, month and day of the code page in force; the year has four digits. Where several
-    //   orders fit, year-month-day goes before month-day-year before day-month-year;
+    //   first) the kanji for year, month and day of the code page in force; the year has four digits. Where
+    //   several orders fit, year-month-day goes before month-day-year before day-month-year;
     // - time, if all are an hour of the day and two-digit minutes, or all have two-digit seconds behind them;
     // - text, if none of these or all are empty.
     // Cost: at most three passes over the values, each of which ends where it fails.

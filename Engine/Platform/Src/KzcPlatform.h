@@ -1,7 +1,7 @@
 // What the system's libraries call of Windows, under its Windows names.
 //
 // On Windows this header is the system's own; elsewhere this layer supplies the same names with the same
-// behaviour, for as much of them as the libraries call. No other file of the project asks which system it is
+// behaviour, for as much of them as the libraries call. Nothing outside this layer asks which system it is
 // compiled for.
 //
 // Text is in the code page that _setmbcp has chosen: 932 (Shift-JIS as Windows has it) until then, or 65001
