@@ -105,6 +105,19 @@ TEST_F(HostPrompt, TheTabulatorCompletesCommandsItemsAndButtons)
     EXPECT_EQ(terminal.WaitForEnd(screen), 0);
 }
 
+TEST_F(HostPrompt, TheTabulatorCompletesATextWithABlank)
+{
+    table = dir.WriteFile("cities.csv", "city\nNew York\nSeattle\n");
+    CHostTerminal terminal({table});
+    std::string screen;
+    ASSERT_TRUE(terminal.ReadUntil(PROMPT, screen));
+    terminal.Type("press city Ne\t\n");
+    EXPECT_TRUE(terminal.ReadUntil("1 of 2 records", screen)) << screen;
+    ASSERT_TRUE(terminal.ReadUntil(PROMPT, screen));
+    terminal.Type("quit\n");
+    EXPECT_EQ(terminal.WaitForEnd(screen), 0);
+}
+
 TEST_F(HostPrompt, WithJSONStandardOutputHoldsAnswersAlone)
 {
     // The terminal is there for input and errors; the answers go to a file.
