@@ -21,7 +21,7 @@ TEST_F(HostPrompt, AnswersWhatIsTypedAndEndsOnControlD)
     CHostTerminal terminal({table});
     std::string screen;
     ASSERT_TRUE(terminal.ReadUntil(PROMPT, screen));
-    EXPECT_NE(screen.find("7 records, 5 items"), std::string::npos) << screen;
+    EXPECT_NE(screen.find("7 records, 5 items.\r\n\"items\" lists them"), std::string::npos) << screen;
     terminal.Type("press region East\n");
     EXPECT_TRUE(terminal.ReadUntil("3 of 7 records", screen)) << screen;
     ASSERT_TRUE(terminal.ReadUntil(PROMPT, screen));
