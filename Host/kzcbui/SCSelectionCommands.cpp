@@ -95,7 +95,7 @@ CAnswer RunReleaseAll(SCommandContext& context, const CCommandArgs& args)
     return ChangeSelection(context, [itemID](CBUIDataMngr& env) {
         std::vector<DWORD> btnIDs;
         env.GetSelBtnIDListOfBtnClass(itemID, btnIDs);
-        // A difference can be undone in this order only.
+        // A difference is undone from its target.
         DWORD diffItemID = 0;
         DWORD standardBtnID = 0;
         DWORD targetBtnID = 0;
@@ -396,8 +396,8 @@ void SCSelectionCommands::AddTo(CCommandSet& commands)
     release.form = "release ITEM BUTTON... [--hidden]";
     release.summary = "deselects buttons of an item in one step";
     release.explanation =
-        "The levels behind the item's own go. In mode difference the target must be released before "
-        "the standard, or with it.";
+        "The levels behind the item's own go. In mode difference the target may be released alone; the "
+        "standard takes the target with it.";
     release.example = "release region West";
     release.run = [](SCommandContext& context, const CCommandArgs& args) {
         return RunPressOrRelease(context, args, false);
