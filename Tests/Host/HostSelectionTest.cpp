@@ -228,6 +228,20 @@ TEST_F(HostSelection, DifferenceTellsThePair)
     EXPECT_NE(Error("difference").find("mode difference"), std::string::npos);
 }
 
+TEST_F(HostSelection, ASelectionNestedWithoutEndIsRefused)
+{
+    const std::string deep = std::string(200000, '[') + std::string(200000, ']');
+    const CHostProcess process =
+        CHostProcess::Run({"--json", table}, "restore '" + deep + "'\nrestore '[{\"item\":" + deep +
+                                                 ",\"buttons\":[]}]'\nrecords\n");
+    EXPECT_EQ(process.GetStatus(), 1);
+    const std::vector<Json> answers = process.GetAnswers();
+    ASSERT_EQ(answers.size(), 3u);
+    for (const std::size_t i : {0, 1})
+        EXPECT_TRUE(answers[i].value("error", "").starts_with("A selection as ")) << i;
+    EXPECT_EQ(answers[2].at("count"), 7);
+}
+
 TEST_F(HostSelection, ReleasingTheStandardOfADifferenceTakesTheTargetWithIt)
 {
     const std::vector<Json> answers =
