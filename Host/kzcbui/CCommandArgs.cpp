@@ -81,9 +81,9 @@ std::size_t CCommandArgs::GetMax(const SCommandContext& context) const
     const bool isGiven = Has("--max");
     if (isGiven && !SCNameWord::ReadNumber(GetValue("--max", ""), max))
         Refuse("--max takes a number, 0 for all");
-    if (context.listsAll || (isGiven && max == 0))
-        return SCommand::ANY_NUMBER;
-    return isGiven ? max : DEFAULT_MAX;
+    if (isGiven)
+        return max != 0 ? max : SCommand::ANY_NUMBER;
+    return context.listsAll ? SCommand::ANY_NUMBER : DEFAULT_MAX;
 }
 
 void CCommandArgs::Refuse(const std::string& reason) const

@@ -4,6 +4,7 @@
 #include "CWorkspace.h"
 #include "ECCommandError.h"
 #include "SCNameWord.h"
+#include "SCShownText.h"
 #include "SCWordSplit.h"
 
 #include <algorithm>
@@ -46,6 +47,21 @@ std::string GetPlaceholder(const SCommand& command, std::size_t position)
     return places.back().ends_with("...") ? places.back() : std::string();
 }
 
+// The quote that the word at `wordBegin` begins with, or 0.
+char GetQuote(const std::string& line, std::size_t wordBegin)
+{
+    const char first = wordBegin < line.size() ? line[wordBegin] : '\0';
+    return first == '\'' || first == '"' ? first : '\0';
+}
+
+// The word for what shows `text`: its identifier where the text holds control characters, which nobody can
+// type.
+std::string WriteWord(const std::string& text, DWORD id, char mark, char quote)
+{
+    return SCShownText::Escape(text) != text ? SCNameWord::WriteID(id, mark)
+                                             : SCWordSplit::Quote(SCNameWord::Write(text, mark), quote);
+}
+
 } // namespace
 
 CCompleter::CCompleter(const CWorkspace& workspaceOfHost, const CCommandSet& commandsOfHost)
@@ -76,13 +92,14 @@ std::vector<std::string> CCompleter::GetWords(const std::string& line, std::size
         return words;
     }
     std::erase_if(before, [](const std::string& word) { return word.starts_with("--"); });
+    const char quote = GetQuote(line, wordBegin);
     const std::string place = GetPlaceholder(*command, before.size() - 1);
     if (place == "ITEM" || place == "[ITEM]")
-        return GetItems(false);
+        return GetItems(false, quote);
     if (place == "FIELD")
-        return GetItems(true);
+        return GetItems(true, quote);
     if (place.starts_with("BUTTON"))
-        return GetBtns(before.at(1));
+        return GetBtns(before.at(1), quote);
     // The alternatives of "[none|or|and]".
     if (place.starts_with('[') && place.find('|') != std::string::npos) {
         std::string alternatives = place.substr(1, place.size() - 2);
@@ -92,7 +109,7 @@ std::vector<std::string> CCompleter::GetWords(const std::string& line, std::size
     return {};
 }
 
-std::vector<std::string> CCompleter::GetItems(bool numbersOnly) const
+std::vector<std::string> CCompleter::GetItems(bool numbersOnly, char quote) const
 {
     std::vector<std::string> words;
     for (const DWORD itemID : workspace.GetItemIDs()) {
@@ -100,13 +117,12 @@ std::vector<std::string> CCompleter::GetItems(bool numbersOnly) const
         workspace.GetEnv().GetTypeOfBtnClass(itemID, type);
         if (numbersOnly && type != NSKZCore::SCBUICoreCom::BTNCLSTYPE_NUM)
             continue;
-        words.push_back(
-            SCWordSplit::Quote(SCNameWord::Write(workspace.GetItemName(itemID), SCNameWord::MARK_OF_ITEM)));
+        words.push_back(WriteWord(workspace.GetItemName(itemID), itemID, SCNameWord::MARK_OF_ITEM, quote));
     }
     return words;
 }
 
-std::vector<std::string> CCompleter::GetBtns(const std::string& itemWord) const
+std::vector<std::string> CCompleter::GetBtns(const std::string& itemWord, char quote) const
 {
     std::vector<std::string> words;
     try {
@@ -114,8 +130,8 @@ std::vector<std::string> CCompleter::GetBtns(const std::string& itemWord) const
         std::vector<DWORD> btnIDs;
         workspace.GetEnv().GetDispBtnIDListOfBtnClass(itemID, btnIDs);
         for (const DWORD btnID : btnIDs) {
-            words.push_back(SCWordSplit::Quote(
-                SCNameWord::Write(workspace.GetBtnText(itemID, btnID), SCNameWord::MARK_OF_BTN)));
+            words.push_back(
+                WriteWord(workspace.GetBtnText(itemID, btnID), btnID, SCNameWord::MARK_OF_BTN, quote));
         }
     } catch (const ECCommandError&) {
         // The word names no item: there is nothing to offer.

@@ -16,13 +16,14 @@ public:
     // Both borrowed.
     CCompleter(const CWorkspace& workspace, const CCommandSet& commands);
 
-    // The words that may stand in the place of the last word of `line`, written as they must be there;
-    // `wordBegin` becomes the position at which it begins. Empty where there is nothing to offer.
+    // The words that may stand in the place of the last word of `line`, written as they must be there, in
+    // quotes if it begins with one; `wordBegin` becomes the position at which it begins. Empty where there is
+    // nothing to offer.
     std::vector<std::string> GetWords(const std::string& line, std::size_t& wordBegin) const;
 
 private:
-    std::vector<std::string> GetItems(bool numbersOnly) const;
-    std::vector<std::string> GetBtns(const std::string& itemWord) const;
+    std::vector<std::string> GetItems(bool numbersOnly, char quote) const;
+    std::vector<std::string> GetBtns(const std::string& itemWord, char quote) const;
 
     const CWorkspace& workspace;
     const CCommandSet& commands;

@@ -113,7 +113,7 @@ EExitStatus CHostProgram::RunWithOptions(const CHostOptions& options)
             << SCShownText::Escape(options.tablePath) << ": "
             << SCNumberText::OfThings(workspace.GetRecCount(), "record") << ", "
             << SCNumberText::OfThings(workspace.GetItemIDs().size(), "item")
-            << ". \"items\" lists them, \"help\" the commands; Ctrl-D ends." << std::endl;
+            << ".\n\"items\" lists them, \"help\" the commands; Ctrl-D ends." << std::endl;
     } else if (!options.commands.empty()) {
         source = std::make_unique<CListSource>(options.commands);
     } else if (readsStandardInput) {

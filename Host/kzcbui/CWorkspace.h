@@ -29,7 +29,6 @@ public:
 
     NSKZCore::CBUIDataMngr& GetEnv() const noexcept { return *env; }
     DWORD GetRecCount() const noexcept { return env->GetRecCountOfSrcData(); }
-    const std::string& GetTablePath() const noexcept { return tablePath; }
 
     // An item by its name or by @ and its identifier.
     DWORD FindItem(const std::string& word) const;

@@ -242,7 +242,7 @@ void SCItemCommands::AddTo(CCommandSet& commands)
         "value at the end.\n"
         "\"records\" are those of the button, \"in force\" those of them that the item stands on. * "
         "marks the selected ones.\n"
-        "At most 50 are shown unless --max tells another number (0: all).";
+        "At most 50 are shown (with --json all) unless --max tells another number (0: all).";
     btns.example = "buttons region --order name --all";
     btns.minWords = btns.maxWords = 1;
     btns.options = {{"--order", true}, {"--desc"}, {"--all"}, {"--empty-last"}, {"--max", true}};

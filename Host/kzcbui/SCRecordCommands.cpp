@@ -211,10 +211,10 @@ void SCRecordCommands::AddTo(CCommandSet& commands)
     SCommand recs;
     recs.form = "records [ITEM] [--list] [--max N]";
     recs.summary = "how many records are in force, for the whole or as one item sees them";
-    recs.explanation =
-        "An item is not narrowed by its own level: it sees the records of the level before.\n"
-        "--list: their numbers, from 0 on, in the order of the table; at most 50 unless --max tells "
-        "another number (0: all).";
+    recs.explanation = "An item is not narrowed by its own level: it sees the records of the level before.\n"
+                       "--list: their numbers, from 0 on, in the order of the table; at most 50 (with --json "
+                       "all) unless --max tells "
+                       "another number (0: all).";
     recs.example = "records --list --max 10";
     recs.maxWords = 1;
     recs.options = {{STR_LIST}, {"--max", true}};

@@ -95,7 +95,7 @@ CAnswer RunReleaseAll(SCommandContext& context, const CCommandArgs& args)
     return ChangeSelection(context, [itemID](CBUIDataMngr& env) {
         std::vector<DWORD> btnIDs;
         env.GetSelBtnIDListOfBtnClass(itemID, btnIDs);
-        // A difference can be undone in this order only.
+        // A difference is undone from its target.
         DWORD diffItemID = 0;
         DWORD standardBtnID = 0;
         DWORD targetBtnID = 0;
@@ -208,9 +208,26 @@ DWORD ReadIDOfSelection(const nlohmann::json& value)
     return value.get<DWORD>();
 }
 
+// The text as JSON; a discarded value if it is none, or is nested deeper than a selection is.
+nlohmann::json ParseSelection(const std::string& text)
+{
+    constexpr int MAX_DEPTH = 3; // of the list of buttons, in an element of the list of an answer
+    bool isTooDeep = false;
+    nlohmann::json read = nlohmann::json::parse(
+        text,
+        [&isTooDeep](int depth, nlohmann::json::parse_event_t event, const nlohmann::json&) {
+            const bool isNested = event == nlohmann::json::parse_event_t::object_start ||
+                                  event == nlohmann::json::parse_event_t::array_start;
+            isTooDeep = isTooDeep || (isNested && depth > MAX_DEPTH);
+            return !isTooDeep;
+        },
+        false);
+    return isTooDeep ? nlohmann::json(nlohmann::json::value_t::discarded) : read;
+}
+
 std::vector<SSelectBtnIDList> ReadSelection(const CWorkspace& workspace, const std::string& text)
 {
-    nlohmann::json read = nlohmann::json::parse(text, nullptr, false);
+    nlohmann::json read = ParseSelection(text);
     if (read.is_object() && read.contains("selection"))
         read = nlohmann::json(read["selection"]);
     const auto isElement = [](const nlohmann::json& element) {
@@ -396,8 +413,8 @@ void SCSelectionCommands::AddTo(CCommandSet& commands)
     release.form = "release ITEM BUTTON... [--hidden]";
     release.summary = "deselects buttons of an item in one step";
     release.explanation =
-        "The levels behind the item's own go. In mode difference the target must be released before "
-        "the standard, or with it.";
+        "The levels behind the item's own go. In mode difference the target may be released alone; the "
+        "standard takes the target with it.";
     release.example = "release region West";
     release.run = [](SCommandContext& context, const CCommandArgs& args) {
         return RunPressOrRelease(context, args, false);

@@ -125,16 +125,4 @@ std::string SCShownText::Cut(std::string_view text, std::size_t width)
     }
 }
 
-std::string SCShownText::PadLeft(std::string_view text, std::size_t width)
-{
-    const std::size_t taken = GetWidth(text);
-    return std::string(taken < width ? width - taken : 0, ' ') + std::string(text);
-}
-
-std::string SCShownText::PadRight(std::string_view text, std::size_t width)
-{
-    const std::size_t taken = GetWidth(text);
-    return std::string(text) + std::string(taken < width ? width - taken : 0, ' ');
-}
-
 } // namespace NSKZ::Host

@@ -22,10 +22,6 @@ public:
 
     // The text cut to `width` columns, with an ellipsis at its end where it was longer.
     static std::string Cut(std::string_view text, std::size_t width);
-
-    // The text with blanks before or behind it up to `width` columns; a longer one stays as it is.
-    static std::string PadLeft(std::string_view text, std::size_t width);
-    static std::string PadRight(std::string_view text, std::size_t width);
 };
 
 } // namespace NSKZ::Host

@@ -7,6 +7,7 @@ namespace NSKZ::Host {
 namespace {
 
 constexpr std::string_view BLANKS = " \t";
+constexpr std::string_view MEANINGFUL_OUTSIDE_QUOTES = " \t'\"\\";
 constexpr std::string_view MEANINGFUL_IN_DOUBLE_QUOTES = "\"\\$`";
 
 // Reads one word from `line` at `pos`, which becomes the position behind it.
@@ -53,17 +54,22 @@ std::vector<std::string> SCWordSplit::Split(std::string_view line)
     }
 }
 
-std::string SCWordSplit::Quote(std::string_view text)
+std::string SCWordSplit::Quote(std::string_view text, char quote)
 {
-    if (!text.empty() && text.find_first_of(" \t'\"\\") == std::string_view::npos)
-        return std::string(text);
-    std::string quoted = "\"";
+    if (quote == '\0' && text.empty())
+        return "\"\"";
+    std::string quoted;
     for (const char character : text) {
-        if (MEANINGFUL_IN_DOUBLE_QUOTES.find(character) != std::string_view::npos)
+        if (quote == '\'') {
+            if (character == quote)
+                quoted += "'\\'"; // ends the quote, stands for itself and begins the next one
+        } else if ((quote == '"' ? MEANINGFUL_IN_DOUBLE_QUOTES : MEANINGFUL_OUTSIDE_QUOTES).find(character) !=
+                   std::string_view::npos) {
             quoted += '\\';
+        }
         quoted += character;
     }
-    return quoted + '"';
+    return quote != '\0' ? quote + quoted + quote : quoted;
 }
 
 } // namespace NSKZ::Host

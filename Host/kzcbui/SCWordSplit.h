@@ -20,8 +20,9 @@ public:
     // a quote that is never closed and for a backslash with nothing behind it.
     static std::vector<std::string> Split(std::string_view line);
 
-    // `text` written so that Split reads it as one word: as it is where it can be, else in quotes.
-    static std::string Quote(std::string_view text);
+    // `text` written so that Split reads it as one word: between `quote`s (a single or a double one), or with
+    // 0 by backslashes where they are needed.
+    static std::string Quote(std::string_view text, char quote);
 };
 
 } // namespace NSKZ::Host

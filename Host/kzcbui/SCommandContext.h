@@ -11,7 +11,7 @@ struct SCommandContext
 {
     CWorkspace& workspace;
     const CCommandSet& commands;
-    bool listsAll = false; // lists are answered whole, however long: for programs, not for people
+    bool listsAll = false; // lists are whole unless --max tells a number: for programs, not for people
     bool quits = false;    // set by a command that ends the session
 };
 

@@ -16,7 +16,7 @@ public:
     VCAnswerWriter(const VCAnswerWriter&) = delete;
     VCAnswerWriter& operator=(const VCAnswerWriter&) = delete;
 
-    // Whether lists are answered whole, however long.
+    // Whether lists are answered whole where no --max tells a number.
     virtual bool WantsAll() const noexcept = 0;
     // A command that is about to run.
     virtual void WriteCommand(const std::string& line) = 0;

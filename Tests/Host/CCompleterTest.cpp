@@ -40,20 +40,35 @@ TEST_F(CCompleterTest, OffersCommandsFirstAndBehindHelp)
 
 TEST_F(CCompleterTest, OffersItemsAsTheyMustBeWritten)
 {
-    EXPECT_EQ(Words("press ", 6), (Texts{"region", "\"unit price\"", "@@7"}));
-    EXPECT_EQ(Words("press \"unit p", 6), (Texts{"region", "\"unit price\"", "@@7"}));
-    EXPECT_EQ(Words("records ", 8), (Texts{"region", "\"unit price\"", "@@7"}));
+    EXPECT_EQ(Words("press ", 6), (Texts{"region", "unit\\ price", "@@7"}));
+    EXPECT_EQ(Words("press uni", 6), (Texts{"region", "unit\\ price", "@@7"}));
+    EXPECT_EQ(Words("press unit\\ p", 6), (Texts{"region", "unit\\ price", "@@7"}));
+    EXPECT_EQ(Words("records ", 8), (Texts{"region", "unit\\ price", "@@7"}));
+}
+
+TEST_F(CCompleterTest, GoesOnInTheQuotesThatTheWordBeginsWith)
+{
+    EXPECT_EQ(Words("press \"unit p", 6), (Texts{"\"region\"", "\"unit price\"", "\"@@7\""}));
+    EXPECT_EQ(Words("press region 'New", 13), (Texts{"'New York'", "'East'"}));
+}
+
+TEST_F(CCompleterTest, OffersTheIdentifierOfWhatHoldsControlCharacters)
+{
+    Host::CHostOptions options;
+    options.tablePath = dir.WriteFile("wild.csv", "a\n\"x\x1B[31m\"\n\"two\nlines\"\nplain\n");
+    workspace = std::make_unique<Host::CWorkspace>(options, nullptr);
+    EXPECT_EQ(Words("press a ", 8), (Texts{"#2", "#3", "plain"}));
 }
 
 TEST_F(CCompleterTest, OffersNumberItemsWhereAFieldIsSummed)
 {
-    EXPECT_EQ(Words("sum region ", 11), Texts{"\"unit price\""});
+    EXPECT_EQ(Words("sum region ", 11), Texts{"unit\\ price"});
 }
 
 TEST_F(CCompleterTest, OffersTheDisplayedButtonsOfTheNamedItem)
 {
-    EXPECT_EQ(Words("press region ", 13), (Texts{"\"New York\"", "East"}));
-    EXPECT_EQ(Words("press region East ", 18), (Texts{"\"New York\"", "East"}));
+    EXPECT_EQ(Words("press region ", 13), (Texts{"New\\ York", "East"}));
+    EXPECT_EQ(Words("press region East ", 18), (Texts{"New\\ York", "East"}));
     EXPECT_EQ(Words("press --hidden @@7 ", 19), (Texts{"##1", "b"}));
     EXPECT_EQ(Words("press nothing ", 14), Texts{});
 }

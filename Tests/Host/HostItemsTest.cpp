@@ -174,7 +174,7 @@ TEST_F(HostItems, AliasWantsEitherATextOrTheName)
               std::string::npos);
 }
 
-TEST_F(HostItems, ListsForPeopleAreCutAndSayHowMuchIsLeft)
+TEST_F(HostItems, ListsForPeopleAreCutAndThoseForProgramsAreWholeUnlessMaxTellsANumber)
 {
     std::string text = "n\n";
     for (int i = 0; i < 60; ++i)
@@ -194,7 +194,11 @@ TEST_F(HostItems, ListsForPeopleAreCutAndSayHowMuchIsLeft)
     EXPECT_NE(all.find("v59"), std::string::npos);
     EXPECT_EQ(all.find("more"), std::string::npos);
     table = many;
-    EXPECT_EQ(LastAnswer({"buttons n --max 3"}).at("buttons").size(), 60u);
+    EXPECT_EQ(LastAnswer({"buttons n"}).at("buttons").size(), 60u);
+    EXPECT_EQ(LastAnswer({"buttons n --max 0"}).at("buttons").size(), 60u);
+    const Json few = LastAnswer({"buttons n --max 3"});
+    EXPECT_EQ(few.at("buttons").size(), 3u);
+    EXPECT_EQ(few.at("count"), 60);
     EXPECT_NE(Error("buttons @1 --max x").find("--max takes a number"), std::string::npos);
 }
 

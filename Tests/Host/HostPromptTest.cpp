@@ -21,7 +21,7 @@ TEST_F(HostPrompt, AnswersWhatIsTypedAndEndsOnControlD)
     CHostTerminal terminal({table});
     std::string screen;
     ASSERT_TRUE(terminal.ReadUntil(PROMPT, screen));
-    EXPECT_NE(screen.find("7 records, 5 items"), std::string::npos) << screen;
+    EXPECT_NE(screen.find("7 records, 5 items.\r\n\"items\" lists them"), std::string::npos) << screen;
     terminal.Type("press region East\n");
     EXPECT_TRUE(terminal.ReadUntil("3 of 7 records", screen)) << screen;
     ASSERT_TRUE(terminal.ReadUntil(PROMPT, screen));
@@ -100,6 +100,19 @@ TEST_F(HostPrompt, TheTabulatorCompletesCommandsItemsAndButtons)
     ASSERT_TRUE(terminal.ReadUntil(PROMPT, screen));
     terminal.Type("press reg\tNo\t\n");
     EXPECT_TRUE(terminal.ReadUntil("2 of 7 records", screen)) << screen;
+    ASSERT_TRUE(terminal.ReadUntil(PROMPT, screen));
+    terminal.Type("quit\n");
+    EXPECT_EQ(terminal.WaitForEnd(screen), 0);
+}
+
+TEST_F(HostPrompt, TheTabulatorCompletesATextWithABlank)
+{
+    table = dir.WriteFile("cities.csv", "city\nNew York\nSeattle\n");
+    CHostTerminal terminal({table});
+    std::string screen;
+    ASSERT_TRUE(terminal.ReadUntil(PROMPT, screen));
+    terminal.Type("press city Ne\t\n");
+    EXPECT_TRUE(terminal.ReadUntil("1 of 2 records", screen)) << screen;
     ASSERT_TRUE(terminal.ReadUntil(PROMPT, screen));
     terminal.Type("quit\n");
     EXPECT_EQ(terminal.WaitForEnd(screen), 0);

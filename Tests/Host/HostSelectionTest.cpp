@@ -228,6 +228,34 @@ TEST_F(HostSelection, DifferenceTellsThePair)
     EXPECT_NE(Error("difference").find("mode difference"), std::string::npos);
 }
 
+TEST_F(HostSelection, ASelectionNestedWithoutEndIsRefused)
+{
+    const std::string deep = std::string(200000, '[') + std::string(200000, ']');
+    const CHostProcess process =
+        CHostProcess::Run({"--json", table}, "restore '" + deep + "'\nrestore '[{\"item\":" + deep +
+                                                 ",\"buttons\":[]}]'\nrecords\n");
+    EXPECT_EQ(process.GetStatus(), 1);
+    const std::vector<Json> answers = process.GetAnswers();
+    ASSERT_EQ(answers.size(), 3u);
+    for (const std::size_t i : {0, 1})
+        EXPECT_TRUE(answers[i].value("error", "").starts_with("A selection as ")) << i;
+    EXPECT_EQ(answers[2].at("count"), 7);
+}
+
+TEST_F(HostSelection, ReleasingTheStandardOfADifferenceTakesTheTargetWithIt)
+{
+    const std::vector<Json> answers =
+        Answers({"mode difference", "press region East West", "release region West", "difference",
+                 "press region West", "release region East", "difference", "selection"});
+    EXPECT_EQ(answers[2].at("result"), true);
+    EXPECT_EQ(answers[3].at("standard"), 2);
+    EXPECT_TRUE(answers[3].at("target").is_null());
+    EXPECT_EQ(answers[5].at("result"), true);
+    EXPECT_TRUE(answers[6].at("standard").is_null());
+    EXPECT_TRUE(answers[6].at("target").is_null());
+    EXPECT_TRUE(answers[7].at("selection").empty());
+}
+
 TEST_F(HostSelection, ItemsAreSelectedInOrderIndependentlyOfButtons)
 {
     EXPECT_EQ(LastAnswer({"select-item shop"}), Json::parse(R"({"ok":true,"result":true,"items":[2]})"));

@@ -7,6 +7,7 @@
 #include <csignal>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -207,6 +208,20 @@ TEST_F(HostSession, EveryExampleOfHelpIsUnderstood)
             CHostProcess::RunCommands(bigger, {needsDifference ? "mode difference" : "items", example});
         EXPECT_EQ(process.GetStatus(), 0) << example << process.GetOutput();
     }
+}
+
+TEST_F(HostSession, TheDocumentTellsEveryCommandAndAnswersAsTheProgramDoes)
+{
+    std::ifstream file(KZC_DOC_DIR "/host.md", std::ios::binary);
+    const std::string document((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
+    const Json help = LastAnswer({"help"});
+    for (const Json& form : Pluck(help.at("commands"), "form"))
+        EXPECT_NE(document.find("`" + form.get<std::string>() + "`"), std::string::npos) << form;
+    const CHostProcess process = CHostProcess::RunCommands(
+        KZC_SAMPLES_DIR "/sales_sjis.csv",
+        {"press 地域 関東", "press 分類 食品", "hierarchy", "sum 店舗 金額", "press 地域 北極"});
+    EXPECT_NE(document.find("```json\n" + process.GetOutput() + "```"), std::string::npos)
+        << process.GetOutput();
 }
 
 TEST_F(HostSession, LinkTablesShowsAndChangesTheVersions)

@@ -59,12 +59,4 @@ TEST(SCShownText, CutLeavesNoHalfOfAWideCharacter)
     EXPECT_EQ(SCShownText::Cut("関東地方", 6), "関東…");
 }
 
-TEST(SCShownText, PaddingFillsUpToTheWidthInColumns)
-{
-    EXPECT_EQ(SCShownText::PadRight("関", 4), "関  ");
-    EXPECT_EQ(SCShownText::PadLeft("関", 4), "  関");
-    EXPECT_EQ(SCShownText::PadLeft("関東", 3), "関東");
-    EXPECT_EQ(SCShownText::PadRight("ab", 2), "ab");
-}
-
 } // namespace NSKZ::Host

@@ -76,9 +76,14 @@ TEST(SCWordSplit, SplitRefusesABackslashAtTheEnd)
 TEST(SCWordSplit, QuoteWritesAnyTextAsOneWord)
 {
     for (const std::string& text :
-         Words{"", "plain", "two words", "it's", "say \"x\"", "a\\b", "\t", "$x", "`", "関東"})
-        EXPECT_EQ(SCWordSplit::Split(SCWordSplit::Quote(text)), Words{text}) << text;
-    EXPECT_EQ(SCWordSplit::Quote("plain"), "plain");
+         Words{"", "plain", "two words", "it's", "''", "say \"x\"", "a\\b", "\\", "\t", "$x", "`", "関東"}) {
+        for (const char quote : {'\0', '\'', '"'})
+            EXPECT_EQ(SCWordSplit::Split(SCWordSplit::Quote(text, quote)), Words{text}) << text << quote;
+    }
+    EXPECT_EQ(SCWordSplit::Quote("plain", '\0'), "plain");
+    EXPECT_EQ(SCWordSplit::Quote("two words", '\0'), "two\\ words");
+    EXPECT_EQ(SCWordSplit::Quote("two words", '"'), "\"two words\"");
+    EXPECT_EQ(SCWordSplit::Quote("plain", '\''), "'plain'");
 }
 
 } // namespace NSKZ::Host

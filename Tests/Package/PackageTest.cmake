@@ -1,5 +1,6 @@
 # Installs the build into an empty folder, builds the example of the README against it as a stranger would, and compares
-# what it prints with what the README says. Run by CTest with BUILD_DIR, SOURCE_DIR, WORK_DIR, TARGET and COMPILER set.
+# what it prints with what the README says. Run by CTest with BUILD_DIR, SOURCE_DIR, WORK_DIR, TARGET, COMPILER and
+# GENERATOR set.
 
 cmake_minimum_required(VERSION 3.25)
 
@@ -42,7 +43,7 @@ find_package(kzcBUIMngr REQUIRED)
 add_executable(example main.cpp)
 target_link_libraries(example PRIVATE ${TARGET})
 ")
-run_or_fail("configuring" "${CMAKE_COMMAND}" -S "${WORK_DIR}/project" -B "${WORK_DIR}/build"
+run_or_fail("configuring" "${CMAKE_COMMAND}" -G "${GENERATOR}" -S "${WORK_DIR}/project" -B "${WORK_DIR}/build"
   -DCMAKE_PREFIX_PATH=${WORK_DIR}/installed -DCMAKE_CXX_COMPILER=${COMPILER} "-DCMAKE_CXX_FLAGS=${FLAGS}")
 run_or_fail("building" "${CMAKE_COMMAND}" --build "${WORK_DIR}/build")
 run_or_fail("running" "${WORK_DIR}/build/example")

@@ -17,7 +17,7 @@ public:
     static constexpr char CHAR_SPACE = ' ';
     static constexpr char CHAR_COMMA = ',';
 
-    // The two parts of a saved specification.
+    // The two parts of what is saved of an environment.
     enum ESpecType
     {
         SPECTYPE_COMMON = 1, // what follows from the source data
