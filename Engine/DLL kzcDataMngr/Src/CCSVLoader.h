@@ -31,8 +31,8 @@ class CSourceDataMngr;
 // more or fewer values than the first; a quote that is never closed, or one that stands elsewhere than around
 // a value; bytes that are no text of the encoding; a character that the code page in force lacks; a NUL; a
 // value longer than CFldValueList::MAX_VALUE_LEN bytes in the code page in force; a name in the header that
-// is empty or stands there twice; a type given for a field that there is not; more records than the options
-// allow. The first of them in the file is the one reported.
+// is empty or stands there twice; a type given for a field that there is not, or one that the table does not
+// take; more records than the options allow. The first of them in the file is the one reported.
 //
 // Cost: the file is held in memory while it is read, beside the values.
 class KZCDATAMNGR_API CCSVLoader
@@ -44,7 +44,8 @@ public:
 
     struct SOptions
     {
-        // The file's encoding: CODEPAGE_AUTO, 932 or 65001. A UTF-8 byte-order mark is passed over.
+        // The file's encoding: CODEPAGE_AUTO, 932 or 65001. A UTF-8 byte-order mark is passed over, but as 932
+        // it is no text.
         int codePage = CODEPAGE_AUTO;
         // An ASCII character other than NUL, the quote, CR and LF.
         char delimiter = ',';
