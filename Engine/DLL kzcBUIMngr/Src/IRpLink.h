@@ -95,8 +95,8 @@ public:
     // on rise by `count`, then the lists of `newRecLists`, which hold final record numbers, are united into
     // those of their buttons. `newTotal` is the sum of their counts; the record area grows by it. An unknown
     // class changes nothing. Throws ECAbnormalData (MSG_ABNORMAL_DATASIZE), with the table as it was, if the
-    // lists hold more than `newTotal`. The caller has proved that no record number leaves 32 bits by it. Touches
-    // each record a fixed number of times.
+    // lists hold more than `newTotal`. The caller has proved that no record number leaves 32 bits by it.
+    // Touches each record a fixed number of times.
     virtual void InsertRec(DWORD btnClassID, DWORD pos, DWORD count,
                            const TCBtnIDAssArr<SRecordList>& newRecLists, DWORD newTotal) = 0;
 

@@ -44,8 +44,8 @@ public:
 
     struct SOptions
     {
-        // The file's encoding: CODEPAGE_AUTO, 932 or 65001. A UTF-8 byte-order mark is passed over, but as 932
-        // it is no text.
+        // The file's encoding: CODEPAGE_AUTO, 932 or 65001. A UTF-8 byte-order mark is passed over, but as
+        // 932 it is no text.
         int codePage = CODEPAGE_AUTO;
         // An ASCII character other than NUL, the quote, CR and LF.
         char delimiter = ',';
