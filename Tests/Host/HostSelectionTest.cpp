@@ -237,7 +237,7 @@ TEST_F(HostSelection, ASelectionNestedWithoutEndIsRefused)
     EXPECT_EQ(process.GetStatus(), 1);
     const std::vector<Json> answers = process.GetAnswers();
     ASSERT_EQ(answers.size(), 3u);
-    for (const std::size_t i : {0, 1})
+    for (const std::size_t i : {std::size_t{0}, std::size_t{1}})
         EXPECT_TRUE(answers[i].value("error", "").starts_with("A selection as ")) << i;
     EXPECT_EQ(answers[2].at("count"), 7);
 }
