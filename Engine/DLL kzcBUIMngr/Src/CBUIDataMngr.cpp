@@ -102,9 +102,7 @@ void CBUIDataMngr::Clear()
     srcDataMngr = nullptr;
     coreSumMngr = nullptr;
     nextSrcBtnClassID = SCBUICoreCom::BTNCLS_ID_SRC_BEGIN;
-    diffBtnClassID = 0;
-    diffStandardBtnID = 0;
-    diffTargetBtnID = 0;
+    ClearDiffInfo();
     recListLimited = false;
     limitedRecCount = 0;
     numCndRecListLimited = false;
@@ -119,9 +117,7 @@ void CBUIDataMngr::ClearOfFixedSpec()
     selBtnClassIDList.clear();
     ClearNumCnd();
     ClearHierInfo();
-    diffBtnClassID = 0;
-    diffStandardBtnID = 0;
-    diffTargetBtnID = 0;
+    ClearDiffInfo();
     ClearLimitedRecList();
     sumValueCacheMngr->ClearSumValueCache();
 }

@@ -333,6 +333,7 @@ private:
     bool GetRecsOfLevelBefore(DWORD btnClassID, DWORD* recList, DWORD& recListCount,
                               const char* function) const;
     void ClearHierInfo() noexcept;
+    void ClearDiffInfo() noexcept;
     void SetVisibleInfoBasedOnRelationOfAllBtns(bool show) noexcept;
     void SetVisibleInfoBasedOnLimitedRecListOfAllBtns(bool show) noexcept;
     void ResetVisibleInfoBasedOnRelationOfAllBtns();

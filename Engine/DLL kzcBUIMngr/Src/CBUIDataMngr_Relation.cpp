@@ -81,6 +81,13 @@ void CBUIDataMngr::ClearHierInfo() noexcept
     hierarchies.clear();
 }
 
+void CBUIDataMngr::ClearDiffInfo() noexcept
+{
+    diffBtnClassID = SCBUICoreCom::BTNCLS_ID_UNSETTING;
+    diffStandardBtnID = SCBUICoreCom::BTN_ID_UNSETTING;
+    diffTargetBtnID = SCBUICoreCom::BTN_ID_UNSETTING;
+}
+
 void CBUIDataMngr::IntersectWithLimitation(DWORD* recList, DWORD& recListCount) const
 {
     if (recListLimited)
@@ -209,9 +216,7 @@ bool CBUIDataMngr::ExecRelationByDiffCnd(DWORD btnClassID, DWORD standardBtnID, 
     if (btnClass == nullptr)
         return false;
     if (standardBtnID == SCBUICoreCom::BTN_ID_UNSETTING) {
-        diffBtnClassID = SCBUICoreCom::BTNCLS_ID_UNSETTING;
-        diffStandardBtnID = SCBUICoreCom::BTN_ID_UNSETTING;
-        diffTargetBtnID = SCBUICoreCom::BTN_ID_UNSETTING;
+        ClearDiffInfo();
         SetVisibleInfoBasedOnRelationOfAllBtns(true);
         return true;
     }

@@ -125,9 +125,7 @@ bool CBUIDataMngr::SelectBtnsForDiffCnd(VCBtnClass& btnClass, const std::vector<
             if (btnID == diffTargetBtnID) {
                 diffTargetBtnID = SCBUICoreCom::BTN_ID_UNSETTING;
             } else if (btnID == diffStandardBtnID) {
-                diffBtnClassID = SCBUICoreCom::BTNCLS_ID_UNSETTING;
-                diffStandardBtnID = SCBUICoreCom::BTN_ID_UNSETTING;
-                diffTargetBtnID = SCBUICoreCom::BTN_ID_UNSETTING;
+                ClearDiffInfo();
                 break;
             } else {
                 return false;
@@ -206,9 +204,7 @@ void CBUIDataMngr::ClearAllBtnSelections(bool force)
     if (!force && !IsBtnSelectiveState())
         return;
     ClearHierInfo();
-    diffBtnClassID = SCBUICoreCom::BTNCLS_ID_UNSETTING;
-    diffStandardBtnID = SCBUICoreCom::BTN_ID_UNSETTING;
-    diffTargetBtnID = SCBUICoreCom::BTN_ID_UNSETTING;
+    ClearDiffInfo();
     for (const auto& [btnClassID, btnClass] : btnClasses)
         btnClass->SetSelectionInfoOfAllBtns(false);
     ResetVisibleInfoBasedOnRelationOfAllBtns();
