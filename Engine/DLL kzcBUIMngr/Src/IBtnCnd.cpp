@@ -1,0 +1,7 @@
+#include "IBtnCnd.h"
+
+namespace NSKZ::NSKZCore {
+
+IBtnCnd::~IBtnCnd() = default;
+
+} // namespace NSKZ::NSKZCore
