@@ -1,24 +1,29 @@
 #include "CModelComparison.h"
 
 #include "CSumValueCacheMngr.h"
+#include "ECAbnormalData.h"
 #include "VCBtnClass.h"
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 
 namespace NSKZ::Test {
 
+using NSKZCore::IBtnCnd;
+using NSKZCore::SBtnClassIDAndBtnID;
 using NSKZCore::SCBUICoreCom;
 using NSKZCore::SSelectBtnIDList;
 using NSKZCore::VCBtnClass;
+using NSKZCore::VCSpBtn;
 
 namespace {
 
 constexpr DWORD UNTOUCHED = 0xA5A5A5A5;
 
 // What has no identifier: 0, gaps between the kinds, special buttons that nobody made.
-constexpr DWORD UNKNOWN_BTN_IDS[] = {0,          999999,     3000000001, 3500000000, 4000000002,
-                                     4080000002, 4160000002, 4240000002, 4294967295};
+constexpr DWORD UNKNOWN_BTN_IDS[] = {0,          999999,     3000000001, 3500000000, 4079999999,
+                                     4080000002, 4239999999, 4240000002, 4294967295};
 constexpr DWORD UNKNOWN_CLASS_IDS[] = {0, 99, 1000000000, 1000000001, 2000000001, 4294967295};
 
 void Print(std::ostream& out, const std::string& text)
@@ -86,6 +91,20 @@ IDList ToList(const RecSet& recs)
     return {recs.begin(), recs.end()};
 }
 
+// Puts the special buttons of a list into ascending order among themselves, and leaves the others in place.
+void SortSpecial(IDList& ids)
+{
+    IDList special;
+    std::copy_if(ids.begin(), ids.end(), std::back_inserter(special),
+                 [](DWORD id) { return SCBUICoreCom::IsSpBtn(id); });
+    std::sort(special.begin(), special.end());
+    auto next = special.begin();
+    for (DWORD& id : ids) {
+        if (SCBUICoreCom::IsSpBtn(id))
+            id = *next++;
+    }
+}
+
 } // namespace
 
 template <class TValue>
@@ -125,7 +144,14 @@ DWORD CModelComparison::ChooseBtnID(DWORD classID)
     const auto found = model.GetItems().find(classID);
     if (found == model.GetItems().end() || random.IsOneOf(20))
         return UNKNOWN_BTN_IDS[random.GetBelow(std::size(UNKNOWN_BTN_IDS))];
-    return 1 + random.GetBelow(static_cast<DWORD>(found->second.btns.size()));
+    // Special buttons come behind all others.
+    const auto& btns = found->second.btns;
+    const auto firstSpecial = btns.lower_bound(SCBUICoreCom::BTN_ID_INC_BEGIN);
+    if (firstSpecial != btns.end() && random.IsOneOf(3)) {
+        const auto count = static_cast<DWORD>(std::distance(firstSpecial, btns.end()));
+        return std::next(firstSpecial, random.GetBelow(count))->first;
+    }
+    return std::next(btns.begin(), random.GetBelow(static_cast<DWORD>(btns.size())))->first;
 }
 
 DWORD CModelComparison::ChooseNumID()
@@ -190,11 +216,19 @@ void CModelComparison::CompareItem(const SModelItem& item)
     Check("GetBtnCount", id, 0, env.GetBtnCountOfBtnClass(id, count), true);
     Check("buttons", id, 0, count, static_cast<DWORD>(item.btns.size()));
     Check("GetSelBtnCount", id, 0, env.GetSelBtnCountOfBtnClass(id, count), true);
-    Check("count of selected", id, 0, count, item.GetSelBtnCount());
+    Check("count of selected", id, 0, count, item.selBtnCount);
     Check("GetDispBtnCount", id, 0, env.GetDispBtnCountOfBtnClass(id, count), true);
     Check("count of displayed", id, 0, count, static_cast<DWORD>(item.ListDisplayed().size()));
 
+    Check("GetIneffectiveBtnCount", id, 0, env.GetIneffectiveBtnCountOfBtnClass(id, count), true);
+    Check("count of ineffective", id, 0, count, item.CountIneffective());
+    count = UNTOUCHED;
+    Check("GetSystemMngrSpBtnCount", id, 0, env.GetSystemMngrSpBtnCountOfBtnClass(id, count), true);
+    Check<DWORD>("count of those of the system", id, 0, count, 0);
+
     bool state = false;
+    Check("GetDispEmpValBtnInfo", id, 0, env.GetDispEmpValBtnInfoOfBtnClass(id, state), true);
+    Check("empty value displayed", id, 0, state, item.displaysEmpVal);
     Check("GetBtnSelectiveState", id, 0, env.GetBtnSelectiveStateOfBtnClass(id, state), true);
     Check("selective state", id, 0, state, item.selective);
     Check("GetNewBtnMadeSelState", id, 0, env.GetNewBtnMadeSelStateOfBtnClass(id, state), true);
@@ -209,8 +243,14 @@ void CModelComparison::CompareItem(const SModelItem& item)
     Check("displayed selected", id, 0, ids, item.ListDisplayedSelected());
     Check("GetDispBtnIDList", id, 0, env.GetDispBtnIDListOfBtnClass(id, ids), true);
     Check("displayed", id, 0, ids, item.ListDisplayed());
-    Check("GetAllBtnIDList", id, 0, env.GetAllBtnIDListOfBtnClass(id, ids, random.IsOneOf(2)), true);
-    Check("all buttons", id, 0, ids, item.ListAll());
+    const bool includeIneffective = random.IsOneOf(2);
+    IDList all = item.ListAll();
+    if (!includeIneffective)
+        std::erase_if(all, [&](DWORD btnID) { return !item.btns.at(btnID).effective; });
+    Check("GetAllBtnIDList", id, 0, env.GetAllBtnIDListOfBtnClass(id, ids, includeIneffective), true);
+    Check("all buttons", id, 0, ids, all);
+    Check("GetAllSpBtnIDList", id, 0, env.GetAllSpBtnIDListOfBtnClass(id, ids, includeIneffective), true);
+    Check("all special buttons", id, 0, ids, item.ListSpecial(includeIneffective));
 
     Check("target records of class", id, 0,
           AskRecs("GetTargetRecListOfBtnClass",
@@ -223,6 +263,7 @@ void CModelComparison::CompareItem(const SModelItem& item)
     Check<DWORD>("depth", id, 0, depthOfEnv, depthOfModel);
 
     CompareBtns(item);
+    CompareSpBtns(item);
     CompareOrders(item);
     if (random.IsOneOf(2))
         CompareRecs(item);
@@ -238,13 +279,23 @@ void CModelComparison::CompareBtns(const SModelItem& item)
         bool sel = false;
         Check("GetSelectionInfoOfBtn", id, btnID, env.GetSelectionInfoOfBtn(id, btnID, sel), true);
         Check("selected", id, btnID, sel, btn.sel);
+        if (!btn.holders.empty() || random.IsOneOf(10))
+            CompareWayUp(item, btnID);
     }
 
     // What seldom changes, of one button.
     const DWORD btnID = ChooseBtnID(id);
     const auto found = item.btns.find(btnID);
     const bool exists = found != item.btns.end();
-    Check("exists", id, btnID, env.GetBtnExistInfoOfBtnClass(id, btnID), exists);
+    Check("exists", id, btnID, env.GetBtnExistInfoOfBtnClass(id, btnID), exists && found->second.effective);
+    bool effective = false;
+    Check("GetEffectiveInfoOfBtn", id, btnID, env.GetEffectiveInfoOfBtn(id, btnID, effective), exists);
+    Check("effective", id, btnID, effective, exists && found->second.effective);
+    SCBUICoreCom::EBtnType type{};
+    SCBUICoreCom::EBtnType typeOfID{};
+    SCBUICoreCom::GetBtnType(btnID, typeOfID);
+    Check("GetTypeOfBtn", id, btnID, env.GetTypeOfBtn(id, btnID, type), exists);
+    Check<DWORD>("type", id, btnID, type, exists ? typeOfID : SCBUICoreCom::EBtnType{});
     const char* const untouched = "untouched";
     const char* text = untouched;
     Check("has shown text", id, btnID, env.GetAliasOfBtn(id, btnID, text), exists);
@@ -269,9 +320,154 @@ void CModelComparison::CompareBtns(const SModelItem& item)
             ->second.GetShownText();
     bool isShown = false;
     for (const auto& [otherID, other] : item.btns)
-        isShown = isShown || (otherID != btnID && other.GetShownText() == shown);
+        isShown = isShown || (otherID != btnID && other.effective && other.GetShownText() == shown);
     Check("shows the text", id, btnID,
           env.GetBtnExistInfoOfBtnClass(id, shown.c_str(), static_cast<DWORD>(shown.size()), btnID), isShown);
+}
+
+// What holds a button, directly and at any height.
+void CModelComparison::CompareWayUp(const SModelItem& item, DWORD btnID)
+{
+    const DWORD id = item.classID;
+    const auto found = item.btns.find(btnID);
+    const bool exists = found != item.btns.end();
+    const IDList untouched = {UNTOUCHED};
+    IDList ids = untouched;
+    Check("GetSpBtnIDListIncludingBtn", id, btnID, env.GetSpBtnIDListIncludingBtn(id, btnID, ids), exists);
+    Check("special buttons with the button", id, btnID, ids,
+          exists ? IDList(found->second.holders.begin(), found->second.holders.end()) : untouched);
+
+    const bool flag = random.IsOneOf(2);
+    ids = untouched;
+    const std::optional<IDList> roots = model.GetRootSpBtnIDListIncludingBtn(item, btnID, flag);
+    Check("GetRootSpBtnIDListIncludingBtn", id, btnID,
+          env.GetRootSpBtnIDListIncludingBtn(id, btnID, ids, flag), roots.has_value());
+    Check(flag ? "roots, ineffective ones too" : "roots", id, btnID, ids, roots.value_or(untouched));
+
+    std::set<SBtnClassIDAndBtnID> influenced;
+    Check("GetSpBtnIDListThatTheSpecifiedBtnInfluences", id, btnID,
+          env.GetSpBtnIDListThatTheSpecifiedBtnInfluences(id, btnID, influenced, flag), true);
+    ids.clear();
+    for (const SBtnClassIDAndBtnID& spBtn : influenced) {
+        Check("class of influenced button", id, btnID, spBtn.btnClassID, id);
+        ids.push_back(spBtn.btnID);
+    }
+    const std::set<DWORD> influencedInModel = model.GetSpBtnsThatTheBtnInfluences(item, btnID, flag);
+    Check(flag ? "directly influenced" : "influenced", id, btnID, ids,
+          IDList(influencedInModel.begin(), influencedInModel.end()));
+}
+
+void CModelComparison::CompareSpBtns(const SModelItem& item)
+{
+    for (const DWORD spBtnID : item.ListSpecial(true))
+        CompareSpBtn(item, spBtnID, item.btns.at(spBtnID));
+    if (random.IsOneOf(4))
+        CompareNoSpBtn(item);
+}
+
+void CModelComparison::CompareSpBtn(const SModelItem& item, DWORD btnID, const SModelBtn& btn)
+{
+    const DWORD id = item.classID;
+    bool state = false;
+    Check("GetEffectiveInfoOfSpBtn", id, btnID, env.GetEffectiveInfoOfSpBtn(id, btnID, state), true);
+    Check("special button effective", id, btnID, state, btn.effective);
+    state = false;
+    Check("GetBtnMngrInfoOfSpBtn", id, btnID, env.GetBtnMngrInfoOfSpBtn(id, btnID, state), true);
+    Check("managed by the user", id, btnID, state, true);
+    state = false;
+    Check("GetDispMemberBtnInfoOfIncBtn", id, btnID, env.GetDispMemberBtnInfoOfIncBtn(id, btnID, state),
+          SCBUICoreCom::IsIncBtn(btnID));
+    Check("members displayed", id, btnID, state, btn.dispMember);
+    VCSpBtn::EMmbBtnSelMth method{};
+    Check("GetMmbBtnSelMthOfSpBtn", id, btnID, env.GetMmbBtnSelMthOfSpBtn(id, btnID, method), true);
+    Check("selects by condition", id, btnID, method == VCSpBtn::MMBBTNSELMTH_CONDITION, btn.byCondition);
+
+    DWORD count = UNTOUCHED;
+    IDList ids(1, UNTOUCHED);
+    Check("GetMemberBtnCountOfSpBtn", id, btnID, env.GetMemberBtnCountOfSpBtn(id, btnID, count), true);
+    Check("count of members", id, btnID, count, static_cast<DWORD>(btn.members.size()));
+    Check("GetMemberBtnIDListOfSpBtn", id, btnID, env.GetMemberBtnIDListOfSpBtn(id, btnID, ids), true);
+    Check("members", id, btnID, ids, btn.members);
+    const std::optional<IDList> displayed = model.GetDisplayedMembers(item, btn);
+    bool hasThrown = false;
+    try {
+        Check("GetDisplayedMemberBtnIDListOfSpBtn", id, btnID,
+              env.GetDisplayedMemberBtnIDListOfSpBtn(id, btnID, ids), true);
+        Check("displayed members", id, btnID, ids, displayed.value_or(ids));
+    } catch (const NSKZCore::ECAbnormalData&) {
+        hasThrown = true;
+    }
+    Check("GetDisplayedMemberBtnIDListOfSpBtn throws", id, btnID, hasThrown, !displayed);
+
+    CompareCnd(item, btnID, btn);
+    if (random.IsOneOf(3))
+        CompareRecsOfBtn(item, btnID);
+}
+
+void CModelComparison::CompareCnd(const SModelItem& item, DWORD btnID, const SModelBtn& btn)
+{
+    const DWORD id = item.classID;
+    const IBtnCnd* cnd = nullptr;
+    Check<DWORD>("GetMemberBtnCndOfSpBtn", id, btnID, env.GetMemberBtnCndOfSpBtn(id, btnID, cnd),
+                 btn.cnd ? VCBtnClass::GETMMBBTNCND_OK : VCBtnClass::GETMMBBTNCND_NOCND);
+    Check("has condition", id, btnID, cnd != nullptr, btn.cnd.has_value());
+    if (cnd == nullptr || !btn.cnd)
+        return;
+    const DWORD numID = ChooseNumID();
+    Check("condition asks for item", id, btnID, cnd->HasNumDataItem(numID), btn.cnd->HasNumDataItem(numID));
+    if (!random.IsOneOf(4))
+        return;
+
+    // What it picks from a population of the host's.
+    IDList population;
+    for (DWORD left = random.GetBelow(12); left > 0; --left) {
+        const DWORD chosenID = ChooseBtnID(id);
+        if (std::find(population.begin(), population.end(), chosenID) == population.end())
+            population.push_back(chosenID);
+    }
+    IDList picked(1, UNTOUCHED);
+    const std::optional<IDList> pickedByModel = model.Evaluate(*btn.cnd, id, population);
+    Check("condition answers", id, btnID,
+          cnd->GetBtnIDListThatAppliesToTheCnd(id, population, env.GetSumValueCacheMngrObjRef(), picked),
+          pickedByModel.has_value());
+    if (pickedByModel)
+        Check("picked by the condition", id, btnID, picked, *pickedByModel);
+    const DWORD aloneID = ChooseBtnID(id);
+    bool applies = false;
+    const std::optional<IDList> alone = model.Evaluate(*btn.cnd, id, {aloneID});
+    Check("condition answers for one", id, btnID,
+          cnd->CheckWhetherBtnIDAppliesToTheCnd(id, aloneID, env.GetSumValueCacheMngrObjRef(), applies),
+          alone.has_value());
+    Check("condition applies to one", id, btnID, applies, alone.has_value() && !alone->empty());
+}
+
+// Queries of special buttons with the identifier of another button or of none.
+void CModelComparison::CompareNoSpBtn(const SModelItem& item)
+{
+    const DWORD id = item.classID;
+    const DWORD btnID = ChooseBtnID(id);
+    if (item.btns.count(btnID) != 0 && SCBUICoreCom::IsSpBtn(btnID))
+        return;
+    bool state = false;
+    DWORD count = UNTOUCHED;
+    IDList ids(1, UNTOUCHED);
+    VCSpBtn::EMmbBtnSelMth method{};
+    const IBtnCnd* cnd = nullptr;
+    Check("special queries of another button", id, btnID,
+          env.GetEffectiveInfoOfSpBtn(id, btnID, state) || env.GetMmbBtnSelMthOfSpBtn(id, btnID, method) ||
+              env.GetMemberBtnCountOfSpBtn(id, btnID, count) ||
+              env.GetMemberBtnIDListOfSpBtn(id, btnID, ids) ||
+              env.GetDisplayedMemberBtnIDListOfSpBtn(id, btnID, ids) ||
+              env.GetDispMemberBtnInfoOfIncBtn(id, btnID, state) ||
+              env.GetMemberBtnCndOfSpBtn(id, btnID, cnd) != VCBtnClass::GETMMBBTNCND_NOSPBTN,
+          false);
+    Check("their outputs", id, btnID,
+          state || count != UNTOUCHED || ids != IDList{UNTOUCHED} || cnd != nullptr ||
+              method != VCSpBtn::EMmbBtnSelMth{},
+          false);
+    Check("managed at all", id, btnID, env.GetBtnMngrInfoOfSpBtn(id, btnID, state),
+          SCBUICoreCom::IsSpBtn(btnID));
+    CompareWayUp(item, btnID);
 }
 
 void CModelComparison::CompareOrders(const SModelItem& item)
@@ -287,12 +483,20 @@ void CModelComparison::CompareOrders(const SModelItem& item)
 
     IDList ids(2, UNTOUCHED);
     Check("GetBtnAppOrdList", id, flags, env.GetBtnAppOrdListOfBtnClass(id, flags, ids), true);
-    Check("order of appearance, flags for button", id, flags, ids, model.GetBtnAppOrdList(item, flags));
+    IDList order = model.GetBtnAppOrdList(item, flags);
+    const IDList spBtnIDs = item.ListSpecial(false);
+    if (!std::all_of(spBtnIDs.begin(), spBtnIDs.end(),
+                     [&](DWORD spBtnID) { return item.btns.at(spBtnID).isTimeCertain; })) {
+        // One was made around the turn of a second: their order among themselves is not known.
+        SortSpecial(ids);
+        SortSpecial(order);
+    }
+    Check("order of appearance, flags for button", id, flags, ids, order);
     Check("GetBtnNameOrdList", id, flags, env.GetBtnNameOrdListOfBtnClass(id, flags, ids), true);
     Check("order of names, flags for button", id, flags, ids, model.GetBtnNameOrdList(item, flags));
     if (!random.IsOneOf(3))
         return;
-    IDList order;
+    order.clear();
     for (DWORD left = random.GetBelow(12); left > 0; --left)
         order.push_back(ChooseBtnID(id));
     Check("GetBtnUnknownOrdList", id, flags, env.GetBtnUnknownOrdListOfBtnClass(id, flags, order, ids), true);
@@ -316,15 +520,7 @@ void CModelComparison::CompareRecs(const SModelItem& item)
         Check("records of buttons", id, 0, recs, ToList(*ofBtns));
     }
 
-    const DWORD btnID = ChooseBtnID(id);
-    recs.assign(model.GetRecCount() + 1, UNTOUCHED);
-    const std::optional<RecSet> ofBtn = model.GetRecsOfBtn(item, btnID);
-    Check("has records of button", id, btnID, env.GetRecListThatRelatesToBtn(id, btnID, recs.data(), count),
-          ofBtn.has_value());
-    if (ofBtn) {
-        recs.resize(std::min<std::size_t>(count, recs.size()));
-        Check("records of button", id, btnID, recs, ToList(*ofBtn));
-    }
+    CompareRecsOfBtn(item, ChooseBtnID(id));
 
     recs.clear();
     for (DWORD rec = 0; rec < model.GetRecCount(); ++rec) {
@@ -337,6 +533,20 @@ void CModelComparison::CompareRecs(const SModelItem& item)
                                                            related),
           true);
     Check("buttons of records", id, 0, related, model.GetBtnsOfRecs(item, recs));
+}
+
+void CModelComparison::CompareRecsOfBtn(const SModelItem& item, DWORD btnID)
+{
+    const DWORD id = item.classID;
+    DWORD count = UNTOUCHED;
+    IDList recs(model.GetRecCount() + 1, UNTOUCHED);
+    const std::optional<RecSet> ofBtn = model.GetRecsOfBtn(item, btnID);
+    Check("has records of button", id, btnID, env.GetRecListThatRelatesToBtn(id, btnID, recs.data(), count),
+          ofBtn.has_value());
+    if (ofBtn) {
+        recs.resize(std::min<std::size_t>(count, recs.size()));
+        Check("records of button", id, btnID, recs, ToList(*ofBtn));
+    }
 }
 
 void CModelComparison::CompareSums()
@@ -406,6 +616,20 @@ void CModelComparison::CompareUnknown()
           false);
     Check("unknown class has buttons", id, 1,
           env.GetVisibleInfoOfBtn(id, 1, visibleInfo) || visibleInfo != UNTOUCHED, false);
+    std::set<SBtnClassIDAndBtnID> influenced;
+    bool state = false;
+    const DWORD spBtnID = SCBUICoreCom::BTN_ID_INC_BEGIN;
+    Check("unknown class has special buttons", id, spBtnID,
+          env.GetAllSpBtnIDListOfBtnClass(id, ids, true) || env.GetIneffectiveBtnCountOfBtnClass(id, count) ||
+              env.GetSystemMngrSpBtnCountOfBtnClass(id, count) ||
+              env.GetSpBtnIDListIncludingBtn(id, 1, ids) ||
+              env.GetRootSpBtnIDListIncludingBtn(id, 1, ids, true) ||
+              env.GetSpBtnIDListThatTheSpecifiedBtnInfluences(id, 1, influenced, true) ||
+              env.GetMemberBtnIDListOfSpBtn(id, spBtnID, ids) ||
+              env.GetDisplayedMemberBtnIDListOfSpBtn(id, spBtnID, ids) ||
+              env.GetBtnMngrInfoOfSpBtn(id, spBtnID, state) ||
+              env.GetDispEmpValBtnInfoOfBtnClass(id, state) || ids != IDList{UNTOUCHED},
+          false);
     Check("target records of unknown class", id, 0,
           AskRecs("GetTargetRecListOfBtnClass",
                   [&](DWORD* recs, DWORD& n) { return env.GetTargetRecListOfBtnClass(id, recs, n); }),

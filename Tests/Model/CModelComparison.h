@@ -26,6 +26,12 @@ private:
     void CompareItem(const SModelItem& item);
     void CompareOrders(const SModelItem& item);
     void CompareBtns(const SModelItem& item);
+    void CompareWayUp(const SModelItem& item, DWORD btnID);
+    void CompareSpBtns(const SModelItem& item);
+    void CompareSpBtn(const SModelItem& item, DWORD btnID, const SModelBtn& btn);
+    void CompareCnd(const SModelItem& item, DWORD btnID, const SModelBtn& btn);
+    void CompareNoSpBtn(const SModelItem& item);
+    void CompareRecsOfBtn(const SModelItem& item, DWORD btnID);
     void CompareRecs(const SModelItem& item);
     void CompareSums();
     void CompareUnknown();

@@ -16,6 +16,8 @@ using NSKZCore::SCBUICoreCom;
 using NSKZCore::SCDeclareConstant;
 using NSKZCore::SSelectBtnIDList;
 using NSKZCore::VCBtnClass;
+using NSKZCore::VISINFO_CNDCLLMEMBER;
+using NSKZCore::VISINFO_EMPVALNODISP;
 using NSKZCore::VISINFO_LIMITEDREC;
 using NSKZCore::VISINFO_MASK_FIXEDSPEC;
 using NSKZCore::VISINFO_NOREC;
@@ -85,18 +87,23 @@ void Enter(ModelOrder<TKey>& order, const TKey& key, std::uint64_t entryNumber, 
 
 bool IsListed(unsigned int visibleInfo, unsigned int flags)
 {
-    return visibleInfo == 0 || (flags & VCBtnClass::ORDLIST_INCLUDE_NONDISPBTNS) != 0;
+    if (visibleInfo == 0 || (flags & VCBtnClass::ORDLIST_INCLUDE_NONDISPBTNS) != 0)
+        return true;
+    return visibleInfo == VISINFO_CNDCLLMEMBER && (flags & VCBtnClass::ORDLIST_INCLUDE_CNDCLLMEMBERBTNS) != 0;
 }
 
-// What all orders have in common: `ids` in ascending order, then the wish for the other direction and for the
-// empty-value button at the end.
-IDList Arrange(const IDList& ids, unsigned int flags)
+// What most orders have in common: `ids` in ascending order, then the wishes for the other direction, for the
+// empty-value button at the end, and for cll buttons that select by condition behind even that.
+IDList Arrange(const SModelItem& item, const IDList& ids, unsigned int flags)
 {
     IDList arranged;
+    IDList tail;
     bool putEmpValLast = false;
     for (const DWORD id : ids) {
         if (id == EMPVAL && (flags & VCBtnClass::ORDLIST_TAILEND_EMPVALBTN) != 0)
             putEmpValLast = true;
+        else if (item.IsCndCll(id) && (flags & VCBtnClass::ORDLIST_TAILEND_CNDCLLBTN) != 0)
+            tail.push_back(id);
         else
             arranged.push_back(id);
     }
@@ -104,6 +111,7 @@ IDList Arrange(const IDList& ids, unsigned int flags)
         std::reverse(arranged.begin(), arranged.end());
     if (putEmpValLast)
         arranged.push_back(EMPVAL);
+    arranged.insert(arranged.end(), tail.begin(), tail.end());
     return arranged;
 }
 
@@ -111,16 +119,16 @@ IDList Arrange(const IDList& ids, unsigned int flags)
 
 // ---- One item
 
-DWORD SModelItem::GetSelBtnCount() const
+bool SModelBtn::HasMember(DWORD btnID) const
 {
-    return static_cast<DWORD>(ListSelected().size());
+    return std::find(members.begin(), members.end(), btnID) != members.end();
 }
 
 IDList SModelItem::ListSelected() const
 {
     IDList ids;
     for (const auto& [btnID, btn] : btns) {
-        if (btn.sel)
+        if (btn.sel && btn.effective)
             ids.push_back(btnID);
     }
     return ids;
@@ -146,6 +154,16 @@ IDList SModelItem::ListDisplayed() const
     return ids;
 }
 
+IDList SModelItem::ListDisplayedExpanded() const
+{
+    IDList ids;
+    for (const auto& [btnID, btn] : btns) {
+        if ((btn.visibleInfo & ~VISINFO_CNDCLLMEMBER) == 0 && !IsCndCll(btnID))
+            ids.push_back(btnID);
+    }
+    return ids;
+}
+
 IDList SModelItem::ListAll() const
 {
     IDList ids;
@@ -154,17 +172,59 @@ IDList SModelItem::ListAll() const
     return ids;
 }
 
+IDList SModelItem::ListSpecial(bool includeIneffective) const
+{
+    IDList ids;
+    // They come behind all others.
+    for (auto entry = btns.lower_bound(SCBUICoreCom::BTN_ID_INC_BEGIN); entry != btns.end(); ++entry) {
+        if (entry->second.effective || includeIneffective)
+            ids.push_back(entry->first);
+    }
+    return ids;
+}
+
+DWORD SModelItem::CountIneffective() const
+{
+    return static_cast<DWORD>(ListSpecial(true).size() - ListSpecial(false).size());
+}
+
+bool SModelItem::IsCndCll(DWORD btnID) const
+{
+    const auto found = btns.find(btnID);
+    return found != btns.end() && SCBUICoreCom::IsCllBtn(btnID) && found->second.byCondition;
+}
+
+std::set<DWORD> SModelItem::WithHolders(const std::set<DWORD>& btnIDs) const
+{
+    std::set<DWORD> reached = btnIDs;
+    IDList pending(btnIDs.begin(), btnIDs.end());
+    while (!pending.empty()) {
+        const DWORD btnID = pending.back();
+        pending.pop_back();
+        for (const DWORD holderID : btns.at(btnID).holders) {
+            if (reached.insert(holderID).second)
+                pending.push_back(holderID);
+        }
+    }
+    return reached;
+}
+
 bool SModelItem::SelectBtn(DWORD btnID, bool select)
 {
     const auto found = btns.find(btnID);
     if (found == btns.end())
         return false;
-    const bool before = found->second.sel;
-    found->second.sel = select;
-    if (!before && select)
+    SModelBtn& btn = found->second;
+    const bool changes = btn.sel != select;
+    btn.sel = select;
+    if (!changes || !btn.effective)
+        return true;
+    if (select) {
+        ++selBtnCount;
         selective = true;
-    if (before && !select && GetSelBtnCount() == 0)
+    } else if (--selBtnCount == 0) {
         selective = false;
+    }
     return true;
 }
 
@@ -173,10 +233,16 @@ void SModelItem::DropSelection()
     SelectAll(false);
 }
 
+// Of a selection that is whole already, or none, no button is touched: an ineffective one keeps its flag
+// then.
 void SModelItem::SelectAll(bool select)
 {
-    for (auto& [btnID, btn] : btns)
-        btn.sel = select;
+    const DWORD countAfter = select ? static_cast<DWORD>(btns.size()) : 0;
+    if (selBtnCount != countAfter) {
+        for (auto& [btnID, btn] : btns)
+            btn.sel = select;
+    }
+    selBtnCount = countAfter;
     selective = select;
     newBtnMadeSelState = select;
 }
@@ -295,12 +361,24 @@ RecSet CModelEnv::GetTargetRecListOfBtnClass(DWORD classID) const
 
 std::optional<RecSet> CModelEnv::GetRecsOfBtn(const SModelItem& item, DWORD btnID) const
 {
-    const auto found = item.btns.find(btnID);
-    if (found != item.btns.end())
-        return found->second.recs;
-    if (SCBUICoreCom::IsSpBtn(btnID))
+    if (SCBUICoreCom::IsSpBtn(btnID) && item.btns.count(btnID) == 0)
         return std::nullopt;
-    return RecSet{};
+    // Of all that is below, each button once.
+    RecSet recs;
+    std::set<DWORD> reached = {btnID};
+    IDList pending = {btnID};
+    while (!pending.empty()) {
+        const auto found = item.btns.find(pending.back());
+        pending.pop_back();
+        if (found == item.btns.end() || !found->second.effective)
+            continue;
+        recs.insert(found->second.recs.begin(), found->second.recs.end());
+        for (const DWORD memberID : found->second.members) {
+            if (reached.insert(memberID).second)
+                pending.push_back(memberID);
+        }
+    }
+    return recs;
 }
 
 std::optional<RecSet> CModelEnv::GetRecsOfBtns(const SModelItem& item, const IDList& btnIDs) const
@@ -368,7 +446,7 @@ bool CModelEnv::SelectBtns(DWORD classID, const IDList& given, bool select, bool
             if (includeHidden || item->btns.at(btnID).visibleInfo == 0)
                 relating.push_back(btnID);
         }
-        if (item->GetSelBtnCount() == 0)
+        if (item->selBtnCount == 0)
             item->selective = select;
         if (mode == CBUIDataMngr::RELATIONMODE_OR || mode == CBUIDataMngr::RELATIONMODE_NARROWING)
             related = Narrow(*item, relating, select);
@@ -378,7 +456,7 @@ bool CModelEnv::SelectBtns(DWORD classID, const IDList& given, bool select, bool
     if (!related)
         return false;
     AdjustSumsToPress(classID);
-    return mode == CBUIDataMngr::RELATIONMODE_NONE || hasSumMngr;
+    return mode == CBUIDataMngr::RELATIONMODE_NONE || ResetMembers();
 }
 
 bool CModelEnv::PressDifference(SModelItem& item, const IDList& btnIDs, bool select)
@@ -413,6 +491,8 @@ bool CModelEnv::PressDifference(SModelItem& item, const IDList& btnIDs, bool sel
         diffStandardBtnID = btnIDs.front();
         diffTargetBtnID = btnIDs.size() > 1 ? btnIDs[1] : 0;
         AdjustSumsToClearing();
+        if (hasSumMngr)
+            ResetMembersOfEffective(item);
     }
     if (diffStandardBtnID != 0) {
         item.SelectBtn(diffStandardBtnID, true);
@@ -456,6 +536,7 @@ void CModelEnv::ClearAllBtnSelections(bool force)
         item.DropSelection();
     ResetRelationReason();
     AdjustSumsToClearing();
+    ResetMembers();
 }
 
 bool CModelEnv::SelectTheBtnClass(DWORD classID, bool select)
@@ -565,6 +646,10 @@ void CModelEnv::ClearLimitedRecList()
 void CModelEnv::ChangeLimitation()
 {
     ResetLimitationReason();
+    for (auto& [classID, item] : items) {
+        const IDList spBtnIDs = item.ListSpecial(true);
+        AdjustLiveMemberReason(item, {spBtnIDs.begin(), spBtnIDs.end()});
+    }
     ForgetSums();
     ClearAllBtnSelections(true);
 }
@@ -588,16 +673,25 @@ bool CModelEnv::SetAliasOfBtn(DWORD classID, DWORD btnID, const char* alias)
     if (item == nullptr || item->btns.count(btnID) == 0)
         return false;
     SModelBtn& btn = item->btns.at(btnID);
-    const std::string former = btn.GetShownText();
-    std::erase_if(item->names, [&](const auto& entry) {
-        return std::get<0>(entry) == former && std::get<2>(entry) == btnID;
-    });
+    RemoveName(*item, btnID);
     if (alias != nullptr && btn.name && *btn.name == alias)
         btn.alias.reset();
     else
         btn.alias = alias == nullptr ? "" : alias;
-    Enter(item->names, btn.GetShownText(), entryNumber++, btnID);
+    EnterName(*item, btnID);
     return true;
+}
+
+void CModelEnv::EnterName(SModelItem& item, DWORD btnID)
+{
+    Enter(item.names, item.btns.at(btnID).GetShownText(), entryNumber++, btnID);
+}
+
+void CModelEnv::RemoveName(SModelItem& item, DWORD btnID)
+{
+    std::erase_if(item.names, [&](const auto& entry) {
+        return std::get<2>(entry) == btnID && std::get<0>(entry) == item.btns.at(btnID).GetShownText();
+    });
 }
 
 bool CModelEnv::SetNewBtnMadeSelStateOfBtnClass(DWORD classID, bool state)
@@ -612,10 +706,18 @@ bool CModelEnv::SetNewBtnMadeSelStateOfBtnClass(DWORD classID, bool state)
 void CModelEnv::ClearOfFixedSpec()
 {
     for (auto& [classID, item] : items) {
+        for (const DWORD spBtnID : item.ListSpecial(true)) {
+            RemoveName(item, spBtnID);
+            item.btns.erase(spBtnID);
+        }
         item.DropSelection();
         item.selected = false;
-        for (auto& [btnID, btn] : item.btns)
-            btn.visibleInfo &= ~VISINFO_MASK_FIXEDSPEC;
+        item.displaysEmpVal = true;
+        for (auto& [btnID, btn] : item.btns) {
+            btn.sel = false;
+            btn.visibleInfo &= ~(VISINFO_MASK_FIXEDSPEC | VISINFO_EMPVALNODISP);
+            btn.holders.clear();
+        }
     }
     selectedClasses.clear();
     hasNumCnd = false;
@@ -662,7 +764,7 @@ bool CModelEnv::RelateByAnd(SModelItem& item)
     ShowAllByRelation(false);
     std::vector<RecSet> recsOfSelected;
     for (const DWORD selectedID : item.ListSelected())
-        recsOfSelected.push_back(WithinLimitation(item.btns.at(selectedID).recs));
+        recsOfSelected.push_back(WithinLimitation(*GetRecsOfBtn(item, selectedID)));
     for (auto& [otherID, other] : items) {
         std::set<DWORD> related;
         for (const auto& [btnID, btn] : other.btns) {
@@ -726,7 +828,7 @@ void CModelEnv::ShowByRelation(SModelItem& item, const std::set<DWORD>& btnIDs)
 {
     if (item.selective)
         return;
-    for (const DWORD btnID : btnIDs)
+    for (const DWORD btnID : item.WithHolders(btnIDs))
         item.btns.at(btnID).visibleInfo &= ~VISINFO_RELATION;
 }
 
@@ -746,12 +848,15 @@ void CModelEnv::ResetRelationReason()
 void CModelEnv::ResetLimitationReason()
 {
     for (auto& [classID, item] : items) {
+        std::set<DWORD> reached;
         for (auto& [btnID, btn] : item.btns) {
-            if (limitation && Intersect(btn.recs, *limitation).empty())
+            if (limitation)
                 btn.visibleInfo |= VISINFO_LIMITEDREC;
-            else
-                btn.visibleInfo &= ~VISINFO_LIMITEDREC;
+            if (!limitation || !Intersect(btn.recs, *limitation).empty())
+                reached.insert(btnID);
         }
+        for (const DWORD btnID : item.WithHolders(reached))
+            item.btns.at(btnID).visibleInfo &= ~VISINFO_LIMITEDREC;
     }
 }
 
@@ -759,12 +864,13 @@ void CModelEnv::ResetLimitationReason()
 
 IDList CModelEnv::GetBtnAppOrdList(const SModelItem& item, unsigned int flags) const
 {
-    IDList ids;
-    for (const DWORD btnID : item.appearance) {
-        if (IsListed(item.btns.at(btnID).visibleInfo, flags))
-            ids.push_back(btnID);
-    }
-    return Arrange(ids, flags);
+    IDList ids = item.ListSpecial(false);
+    std::stable_sort(ids.begin(), ids.end(), [&](DWORD left, DWORD right) {
+        return item.btns.at(left).createTime < item.btns.at(right).createTime;
+    });
+    ids.insert(ids.end(), item.appearance.begin(), item.appearance.end());
+    std::erase_if(ids, [&](DWORD btnID) { return !IsListed(item.btns.at(btnID).visibleInfo, flags); });
+    return Arrange(item, ids, flags);
 }
 
 IDList CModelEnv::GetBtnNameOrdList(const SModelItem& item, unsigned int flags) const
@@ -775,13 +881,28 @@ IDList CModelEnv::GetBtnNameOrdList(const SModelItem& item, unsigned int flags) 
             if (IsListed(item.btns.at(btnID).visibleInfo, flags))
                 ids.push_back(btnID);
         }
-        return Arrange(ids, flags);
+        return Arrange(item, ids, flags);
     }
 
-    // Numbers, the empty value, then the texts that are no numbers, which keep their direction and place.
+    // Special buttons by text, numbers, the empty value, then the texts that are no numbers, which keep their
+    // direction and place.
     const bool empValLast = (flags & VCBtnClass::ORDLIST_TAILEND_EMPVALBTN) != 0;
+    const bool cndCllLast = (flags & VCBtnClass::ORDLIST_TAILEND_CNDCLLBTN) != 0;
     const unsigned int empValVisibleInfo = item.btns.at(EMPVAL).visibleInfo;
     const bool hasEmpVal = (empValVisibleInfo & VISINFO_NOREC) == 0 && IsListed(empValVisibleInfo, flags);
+    IDList spBtnIDs = item.ListSpecial(false);
+    std::stable_sort(spBtnIDs.begin(), spBtnIDs.end(), [&](DWORD left, DWORD right) {
+        return item.btns.at(left).GetShownText() < item.btns.at(right).GetShownText();
+    });
+    IDList tail;
+    for (const DWORD spBtnID : spBtnIDs) {
+        if (!IsListed(item.btns.at(spBtnID).visibleInfo, flags))
+            continue;
+        if (cndCllLast && item.IsCndCll(spBtnID))
+            tail.push_back(spBtnID);
+        else
+            ids.push_back(spBtnID);
+    }
     for (const auto& [value, number, btnID] : item.numbers) {
         if (IsListed(item.btns.at(btnID).visibleInfo, flags))
             ids.push_back(btnID);
@@ -796,6 +917,7 @@ IDList CModelEnv::GetBtnNameOrdList(const SModelItem& item, unsigned int flags) 
     }
     if (hasEmpVal && empValLast)
         ids.push_back(EMPVAL);
+    ids.insert(ids.end(), tail.begin(), tail.end());
     return ids;
 }
 
@@ -808,7 +930,7 @@ IDList CModelEnv::GetBtnUnknownOrdList(const SModelItem& item, unsigned int flag
             (found != item.btns.end() && IsListed(found->second.visibleInfo, flags)))
             ids.push_back(btnID);
     }
-    return Arrange(ids, flags);
+    return Arrange(item, ids, flags);
 }
 
 // ---- Sums
@@ -994,8 +1116,8 @@ bool CModelEnv::CalculateTotals(DWORD classID, DWORD numID)
         return false;
     double total = 0;
     double absoluteTotal = 0;
+    double sum = 0; // of a button whose sum is not to be had: that of the one before
     for (const DWORD btnID : item->ListDisplayed()) {
-        double sum = 0;
         GetSumValue(classID, btnID, numID, sum);
         if (!std::isnan(sum)) {
             total += sum;

@@ -2,6 +2,7 @@
 #define CMODELENV_H
 
 #include "CBUIDataMngr.h"
+#include "CModelCnd.h"
 #include "SCDeclareConstant.h"
 
 #include <cstdint>
@@ -36,16 +37,30 @@ struct SModelTable
     std::string empValName;
 };
 
-// One button: what it shows, whether it is selected, why it is hidden, and its records.
+// One button: what it shows, whether it is selected, why it is hidden, what holds it, and its records or its
+// members.
 struct SModelBtn
 {
-    std::optional<std::string> name; // none: the empty-value button
+    std::optional<std::string> name; // none: the empty-value button or a special one
     std::optional<std::string> alias;
     bool sel = false;
     unsigned int visibleInfo = 0;
+    std::set<DWORD> holders; // special buttons with this member; of an ineffective one: to which it returns
+
+    // Source buttons:
     RecSet recs;
 
+    // Special buttons:
+    bool effective = true;
+    bool byCondition = false;
+    bool dispMember = false;
+    IDList members;
+    std::optional<SModelCnd> cnd;
+    std::int64_t createTime = 0; // in seconds
+    bool isTimeCertain = true;   // false: made around the turn of a second
+
     const std::string& GetShownText() const { return alias ? *alias : *name; }
+    bool HasMember(DWORD btnID) const;
 };
 
 // Buttons in the order of a text or a number each, those of the same one in the order in which they came.
@@ -67,12 +82,20 @@ struct SModelItem
     bool selected = false;
     bool selective = false;
     bool newBtnMadeSelState = false;
+    bool displaysEmpVal = true;
+    DWORD selBtnCount = 0;
 
-    DWORD GetSelBtnCount() const;
     IDList ListSelected() const;
     IDList ListDisplayedSelected() const;
     IDList ListDisplayed() const;
+    // The displayed ones, each cll button that selects by condition shown as its members.
+    IDList ListDisplayedExpanded() const;
     IDList ListAll() const;
+    IDList ListSpecial(bool includeIneffective) const;
+    DWORD CountIneffective() const;
+    bool IsCndCll(DWORD btnID) const;
+    // `btnIDs` and all special buttons above them.
+    std::set<DWORD> WithHolders(const std::set<DWORD>& btnIDs) const;
     bool SelectBtn(DWORD btnID, bool select);
     void DropSelection();
     void SelectAll(bool select);
@@ -97,6 +120,11 @@ class CModelEnv
 public:
     using ERelationMode = NSKZCore::CBUIDataMngr::ERelationMode;
 
+    using ECreate = NSKZCore::VCBtnClass::EMthRetOfCreateSpBtn;
+    using EOpeToMembers = NSKZCore::VCBtnClass::EMthRetOfOpeToMmbBtnIDList;
+    using EGetCnd = NSKZCore::VCBtnClass::EMthRetOfGetMmbBtnCnd;
+    using ESetCnd = NSKZCore::VCBtnClass::EMthRetOfSetMmbBtnCnd;
+
     CModelEnv(const SModelTable& table, bool hasSumMngr);
 
     // --- Operations
@@ -117,6 +145,28 @@ public:
     bool SetNewBtnMadeSelStateOfBtnClass(DWORD classID, bool state);
     void SetSumMngr(bool has) { hasSumMngr = has; }
     void ClearOfFixedSpec();
+
+    // --- Operations on special buttons
+    // What a button is to be made from. It is made at `from` at the earliest and at `until` at the latest.
+    struct SMaking
+    {
+        NSKZCore::SCBUICoreCom::EBtnType type = NSKZCore::SCBUICoreCom::BTNTYPE_INC;
+        const char* name = nullptr;
+        NSKZCore::VCSpBtn::EMmbBtnSelMth method = NSKZCore::VCSpBtn::MMBBTNSELMTH_SELECT;
+        const IDList* members = nullptr;
+        const SModelCnd* cnd = nullptr;
+        std::int64_t from = 0;
+        std::int64_t until = 0;
+    };
+    ECreate CreateSpBtn(DWORD& btnID, DWORD classID, const SMaking& making);
+    bool DestroySpBtn(DWORD classID, DWORD btnID);
+    bool SetEffectiveInfoOfSpBtn(DWORD classID, DWORD btnID, bool effective);
+    EOpeToMembers SetMemberBtnIDListOfSpBtn(DWORD classID, DWORD btnID, const IDList& members);
+    ESetCnd SetMemberBtnCndOfSpBtn(DWORD classID, DWORD btnID, const SModelCnd& cnd);
+    bool ClearMemberBtnCndOfSpBtn(DWORD classID, DWORD btnID);
+    bool SetDispMemberBtnInfoOfIncBtn(DWORD classID, DWORD btnID, bool disp);
+    bool SetDispEmpValBtnInfoOfBtnClass(DWORD classID, bool disp);
+    bool ResetMemberBtnBasedOnTheCndOfAll(DWORD numID);
 
     // --- What is to be seen
     DWORD GetRecCount() const { return table.recCount; }
@@ -141,6 +191,15 @@ public:
     std::optional<RecSet> GetRecsOfBtn(const SModelItem& item, DWORD btnID) const;
     std::optional<RecSet> GetRecsOfBtns(const SModelItem& item, const IDList& btnIDs) const;
     IDList GetBtnsOfRecs(const SModelItem& item, const IDList& recs) const;
+    // None for an absent button.
+    std::optional<IDList> GetRootSpBtnIDListIncludingBtn(const SModelItem& item, DWORD btnID,
+                                                         bool includeIneffective) const;
+    std::set<DWORD> GetSpBtnsThatTheBtnInfluences(const SModelItem& item, DWORD btnID, bool directOnly) const;
+    // None if a member does not exist.
+    std::optional<IDList> GetDisplayedMembers(const SModelItem& item, const SModelBtn& spBtn) const;
+    // The buttons among `btnIDs` that meet the condition, in the order in which it gives them; none if it
+    // asks for a number that is not to be had.
+    std::optional<IDList> Evaluate(const SModelCnd& cnd, DWORD classID, const IDList& btnIDs);
 
     // --- Sums
     bool GetSumValue(DWORD classID, DWORD btnID, DWORD numID, double& value);
@@ -181,6 +240,32 @@ private:
     void ResetRelationReason();
     void ResetLimitationReason();
     void ChangeLimitation();
+
+    // Special buttons of one item
+    bool AreAppropriateMembers(const SModelItem& item, DWORD spBtnID, const IDList& members) const;
+    bool Holds(const SModelItem& item, DWORD spBtnID, DWORD soughtID) const;
+    void ChangeMembers(SModelItem& item, DWORD spBtnID, const IDList& members);
+    void TakeMembers(SModelItem& item, DWORD spBtnID);
+    void LetMembersGo(SModelItem& item, DWORD spBtnID);
+    void LetGo(SModelItem& item, DWORD spBtnID, DWORD memberID);
+    void AdjustIncReason(SModelItem& item, SModelBtn& member);
+    void AdjustLiveMemberReason(SModelItem& item, const std::set<DWORD>& spBtnIDs);
+    void RemoveMember(SModelItem& item, DWORD spBtnID, DWORD memberID);
+    void SwitchOn(SModelItem& item, DWORD btnID);
+    void SwitchOff(SModelItem& item, DWORD btnID);
+    void Destroy(SModelItem& item, DWORD btnID);
+    void EnterName(SModelItem& item, DWORD btnID);
+    void RemoveName(SModelItem& item, DWORD btnID);
+    void CloseChange(SModelItem& item, bool wasSelective);
+
+    // Members by condition
+    bool ResetMembers();
+    void ResetMembers(SModelItem& item);
+    void ResetMembersOfEffective(SModelItem& item);
+    void ResetMembers(SModelItem& item, DWORD spBtnID);
+    bool GetWorth(const SModelCnd& leaf, DWORD classID, DWORD btnID, double total, double& worth);
+    std::optional<IDList> EvaluateRank(const SModelCnd& leaf, DWORD classID, const IDList& btnIDs);
+    std::optional<IDList> EvaluateComparison(const SModelCnd& leaf, DWORD classID, const IDList& btnIDs);
 
     void ForgetSumsOf(DWORD classID);
     void ForgetSums();
