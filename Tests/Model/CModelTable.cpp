@@ -90,9 +90,11 @@ std::string MakeValue(CRandom& random, const SModelFld& fld, DWORD number)
 
 } // namespace
 
-CModelTable::CModelTable(CRandom& random, DWORD maxRecCount)
+CModelTable::CModelTable(CRandom& random, DWORD maxRecCount, DWORD minValueCount)
 {
-    if (random.IsOneOf(15))
+    if (minValueCount != 0)
+        texts.recCount = minValueCount + random.GetBelow(maxRecCount - minValueCount + 1);
+    else if (random.IsOneOf(15))
         texts.recCount = 0;
     else if (random.IsOneOf(15))
         texts.recCount = 1;
@@ -101,6 +103,8 @@ CModelTable::CModelTable(CRandom& random, DWORD maxRecCount)
     if (random.IsOneOf(6))
         source.SetDefEmpValName(random.IsOneOf(2) ? "" : "v1"); // a name that values may have as well
     texts.empValName = source.GetDefEmpValName();
+    if (minValueCount != 0)
+        AddFldOfManyValues(random, minValueCount);
     for (DWORD left = 1 + random.GetBelow(8); left > 0; --left)
         AddFld(random);
 }
@@ -128,6 +132,18 @@ void CModelTable::AddFld(CRandom& random)
                                                                              : std::to_string(rec));
         else
             fld.texts.push_back(values[random.GetBelow(valueCount)]);
+    }
+    AddToSource(fld);
+    texts.flds.push_back(std::move(fld));
+}
+
+void CModelTable::AddFldOfManyValues(CRandom& random, DWORD minValueCount)
+{
+    SModelFld fld;
+    fld.name = "many values";
+    for (DWORD rec = 0; rec < texts.recCount; ++rec) {
+        const DWORD number = rec < minValueCount ? rec : random.GetBelow(rec);
+        fld.texts.push_back("m" + std::to_string(number));
     }
     AddToSource(fld);
     texts.flds.push_back(std::move(fld));

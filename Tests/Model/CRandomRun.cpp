@@ -1,0 +1,541 @@
+#include "CRandomRun.h"
+
+#include "CModelComparison.h"
+
+#include "INumCnd.h"
+#include "VCSpBtn.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace NSKZ::Test {
+
+using NSKZCore::CBUIDataMngr;
+using NSKZCore::CRandom;
+using NSKZCore::INumCnd;
+using NSKZCore::SCBUICoreCom;
+using NSKZCore::SSelectBtnIDList;
+using NSKZCore::VCBtnClass;
+using NSKZCore::VCSpBtn;
+
+namespace {
+
+class CHostCnd : public INumCnd
+{
+public:
+    explicit CHostCnd(int& countOfLiving) : livingCount(countOfLiving) { ++livingCount; }
+    CHostCnd(const CHostCnd& other) : INumCnd(other), livingCount(other.livingCount) { ++livingCount; }
+    CHostCnd& operator=(const CHostCnd&) = delete;
+    ~CHostCnd() override { --livingCount; }
+    bool IsEqualTo(const INumCnd&) const override { return true; }
+    bool IsMetBy(double) const override { return true; }
+    INumCnd* CreateClone() const override { return new CHostCnd(*this); }
+    void Destroy() override { delete this; }
+
+private:
+    int& livingCount;
+};
+
+} // namespace
+
+CRandomRun::CRandomRun(CRandom& choice, const SLeaning& leaningOfRun)
+    : random(choice), leaning(leaningOfRun),
+      table(choice, leaningOfRun.maxRecCount, leaningOfRun.minValueCount), sumMngr(table.GetSource()),
+      hasSumMngr(leaning.sumMngrMissing == 0 || !random.IsOneOf(leaning.sumMngrMissing)),
+      env(std::make_unique<CBUIDataMngr>(1, SCBUICoreCom::LINKTBLVERTYPE_ONMEM,
+                                         SCBUICoreCom::LINKTBLVERTYPE_ONMEM, table.GetSource(),
+                                         hasSumMngr ? &sumMngr : nullptr, nullptr)),
+      model(table.GetTexts(), hasSumMngr)
+{}
+
+std::string CRandomRun::Step()
+{
+    log.emplace_back();
+    const std::string disagreement = Operate() ? "" : "the results of the operation\n";
+    return disagreement + CModelComparison(*env, model, random).Compare();
+}
+
+std::string CRandomRun::End()
+{
+    env.reset();
+    return livingCndCount == 0 ? "" : "clones of the numeric condition\n";
+}
+
+std::string CRandomRun::Describe() const
+{
+    std::ostringstream out;
+    out << table.Describe() << (hasSumMngr ? "with" : "without") << " a sum manager at first\n";
+    for (const std::ostringstream& operation : log)
+        out << operation.str() << '\n';
+    return out.str();
+}
+
+bool CRandomRun::Says(bool envSays, bool modelSays)
+{
+    log.back() << " -> " << envSays;
+    if (envSays != modelSays)
+        log.back() << ", model " << modelSays;
+    return envSays == modelSays;
+}
+
+bool CRandomRun::Gives(DWORD envGives, DWORD modelGives)
+{
+    log.back() << " -> " << envGives;
+    if (envGives != modelGives)
+        log.back() << ", model " << modelGives;
+    return envGives == modelGives;
+}
+
+DWORD CRandomRun::ChooseClassID()
+{
+    if (model.GetItems().empty() || HappensOneIn(leaning.unknownID * 2))
+        return std::vector<DWORD>{0, 999, 1000000001, 2000000001, 4294967295}[random.GetBelow(5)];
+    // The class of before now and then, so that presses in it follow each other.
+    if (lastClassID == 0 || random.IsOneOf(2))
+        lastClassID = 1 + random.GetBelow(static_cast<DWORD>(model.GetItems().size()));
+    return lastClassID;
+}
+
+DWORD CRandomRun::ChooseBtnID(DWORD classID, bool select)
+{
+    const auto found = model.GetItems().find(classID);
+    if (found == model.GetItems().end() || HappensOneIn(leaning.unknownID))
+        return std::vector<DWORD>{
+            0, 888888, 3000000002, 4000000009, 4080000002, 4160000009}[random.GetBelow(6)];
+    if (HappensOneIn(leaning.spBtnPress)) {
+        const IDList spBtnIDs = found->second.ListSpecial(true);
+        if (!spBtnIDs.empty())
+            return ChooseFrom(spBtnIDs);
+    }
+    IDList ids = found->second.ListAll();
+    if (!HappensOneIn(leaning.hiddenBtn)) {
+        const IDList better = select ? found->second.ListDisplayed() : found->second.ListSelected();
+        if (!better.empty())
+            ids = better;
+    }
+    return ChooseFrom(ids);
+}
+
+IDList CRandomRun::ChooseBtnIDs(DWORD classID, bool select)
+{
+    const DWORD counts[] = {0, 1, 1, 1, 2, 2, 3, 4, 8};
+    IDList ids;
+    for (DWORD left = counts[random.GetBelow(static_cast<DWORD>(std::size(counts)))]; left > 0; --left)
+        ids.push_back(ChooseBtnID(classID, select));
+    return ids;
+}
+
+void CRandomRun::Log(const IDList& ids)
+{
+    log.back() << " {";
+    for (const DWORD id : ids)
+        log.back() << ' ' << id;
+    log.back() << " }";
+}
+
+bool CRandomRun::Operate()
+{
+    if (HappensOneIn(leaning.modeChange)) {
+        const auto mode = leaning.modes[random.GetBelow(static_cast<DWORD>(leaning.modes.size()))];
+        log.back() << "SetRelationMode " << mode;
+        env->SetRelationMode(mode);
+        model.SetRelationMode(mode);
+        return true;
+    }
+    if (HappensOneIn(leaning.multiChange)) {
+        const bool multi = random.IsOneOf(2);
+        log.back() << "SetMultiSelectionInfo " << multi;
+        env->SetMultiSelectionInfo(multi);
+        model.SetMultiSelectionInfo(multi);
+        return true;
+    }
+    if (HappensOneIn(leaning.limitation))
+        return Limit();
+    if (HappensOneIn(leaning.special))
+        return OperateOnSpBtns();
+    if (HappensOneIn(12))
+        return OperateSeldom();
+    return Press();
+}
+
+bool CRandomRun::Press()
+{
+    const bool select = !random.IsOneOf(4);
+    const DWORD classID = ChooseClassID();
+    if (random.IsOneOf(2)) {
+        const DWORD btnID = ChooseBtnID(classID, select);
+        log.back() << "SelectTheBtn " << classID << ' ' << btnID << ' ' << select;
+        return Says(env->SelectTheBtn(classID, btnID, select), model.SelectTheBtn(classID, btnID, select));
+    }
+    if (random.IsOneOf(8)) {
+        log.back() << "SelectAllBtnsOfBtnClass " << classID << ' ' << select;
+        return Says(env->SelectAllBtnsOfBtnClass(classID, select),
+                    model.SelectAllBtnsOfBtnClass(classID, select));
+    }
+    const IDList btnIDs = ChooseBtnIDs(classID, select);
+    const bool includeHidden = random.IsOneOf(3);
+    log.back() << "SelectBtns " << classID;
+    Log(btnIDs);
+    log.back() << ' ' << select << ' ' << includeHidden;
+    return Says(env->SelectBtns(classID, btnIDs, select, includeHidden),
+                model.SelectBtns(classID, btnIDs, select, includeHidden));
+}
+
+bool CRandomRun::Limit()
+{
+    if (random.IsOneOf(3)) {
+        log.back() << "ClearLimitedRecList";
+        env->ClearLimitedRecList();
+        model.ClearLimitedRecList();
+        return true;
+    }
+    IDList recs;
+    const DWORD oneOf = 1 + random.GetBelow(8);
+    for (DWORD rec = 0; rec < model.GetRecCount(); ++rec) {
+        if (random.IsOneOf(oneOf))
+            recs.push_back(rec);
+    }
+    if (random.IsOneOf(6))
+        recs.push_back(model.GetRecCount() + random.GetBelow(3));
+    log.back() << "SetLimitedRecList";
+    Log(recs);
+    env->SetLimitedRecList(recs.data(), static_cast<DWORD>(recs.size()));
+    model.SetLimitedRecList(recs);
+    return true;
+}
+
+bool CRandomRun::OperateSeldom()
+{
+    const bool flag = random.IsOneOf(2);
+    const DWORD classID = ChooseClassID();
+    switch (random.GetBelow(12)) {
+    case 0:
+    case 1:
+        log.back() << "ClearAllBtnSelections " << flag;
+        env->ClearAllBtnSelections(flag);
+        model.ClearAllBtnSelections(flag);
+        return true;
+    case 2:
+    case 3:
+        return RestoreSelection();
+    case 4:
+    case 5:
+        return SetAlias(classID);
+    case 6:
+        log.back() << "SetNewBtnMadeSelStateOfBtnClass " << classID << ' ' << flag;
+        return Says(env->SetNewBtnMadeSelStateOfBtnClass(classID, flag),
+                    model.SetNewBtnMadeSelStateOfBtnClass(classID, flag));
+    case 7:
+        log.back() << "SelectTheBtnClass " << classID << ' ' << flag;
+        return Says(env->SelectTheBtnClass(classID, flag), model.SelectTheBtnClass(classID, flag));
+    case 8:
+        if (flag) {
+            log.back() << "ClearAllBtnClassSelections";
+            env->ClearAllBtnClassSelections();
+            model.ClearAllBtnClassSelections();
+        } else {
+            log.back() << "ClearOfFixedSpec";
+            env->ClearOfFixedSpec();
+            model.ClearOfFixedSpec();
+        }
+        return true;
+    case 9:
+        if (flag) {
+            log.back() << "SetNumCnd";
+            env->SetNumCnd(CHostCnd(livingCndCount));
+            model.SetNumCnd();
+        } else {
+            log.back() << "ClearNumCnd";
+            env->ClearNumCnd();
+            model.ClearNumCnd();
+        }
+        return livingCndCount == (model.HasNumCnd() ? 1 : 0);
+    case 10:
+        if (leaning.sumMngrMissing != 0) {
+            log.back() << "SetCoreSumMngrPtr " << flag;
+            env->SetCoreSumMngrPtr(flag ? &sumMngr : nullptr);
+            model.SetSumMngr(flag);
+        }
+        return true;
+    default:
+        log.back() << "SetMultiSelectionInfo " << flag;
+        env->SetMultiSelectionInfo(flag);
+        model.SetMultiSelectionInfo(flag);
+        return true;
+    }
+}
+
+// What was remembered of this environment, or a new invention.
+bool CRandomRun::RestoreSelection()
+{
+    std::vector<SSelectBtnIDList> selection;
+    if (random.IsOneOf(2)) {
+        selection = remembered;
+        env->GetAllBtnSelectionInfo(remembered);
+    } else {
+        for (DWORD left = random.GetBelow(4); left > 0; --left) {
+            const DWORD classID = ChooseClassID();
+            selection.push_back({classID, ChooseBtnIDs(classID, true), random.IsOneOf(2)});
+        }
+    }
+    const bool includeHidden = random.IsOneOf(2);
+    log.back() << "SelectBtns of a whole selection";
+    for (const SSelectBtnIDList& share : selection) {
+        log.back() << " class " << share.btnClassID << " new " << share.newBtnMadeSelState;
+        Log(share.btnIDList);
+    }
+    log.back() << ' ' << includeHidden;
+    return Says(env->SelectBtns(selection, includeHidden), model.SelectBtns(selection, includeHidden));
+}
+
+bool CRandomRun::SetAlias(DWORD classID)
+{
+    const DWORD btnID = ChooseBtnID(classID, true);
+    // A text of another button, of the button itself (the very bytes that it holds), a new one, none.
+    const char* alias = nullptr;
+    const DWORD otherID = ChooseBtnID(classID, true);
+    switch (random.GetBelow(5)) {
+    case 0:
+        env->GetAliasOfBtn(classID, otherID, alias);
+        break;
+    case 1:
+        env->GetAliasOfBtn(classID, btnID, alias);
+        break;
+    case 2:
+        env->GetNameOfBtn(classID, btnID, alias);
+        break;
+    case 3:
+        alias = "\x83\x5c alias";
+        break;
+    default:
+        break;
+    }
+    const std::string copy = alias == nullptr ? "" : alias;
+    log.back() << "SetAliasOfBtn " << classID << ' ' << btnID << " \"" << copy << '"'
+               << (alias == nullptr ? " (null)" : "");
+    const char* const aliasForModel = alias == nullptr ? nullptr : copy.c_str();
+    return Says(env->SetAliasOfBtn(classID, btnID, alias),
+                model.SetAliasOfBtn(classID, btnID, aliasForModel));
+}
+
+// ---- Special buttons
+
+bool CRandomRun::OperateOnSpBtns()
+{
+    const DWORD classID = ChooseClassID();
+    const auto found = model.GetItems().find(classID);
+    const bool hasMany =
+        found != model.GetItems().end() && found->second.ListSpecial(true).size() >= leaning.maxSpBtnCount;
+    DWORD choice = random.GetBelow(leaning.creations + leaning.memberChanges + leaning.switches +
+                                   leaning.destructions + leaning.conditionChanges + leaning.displayChanges);
+    if (choice < leaning.creations)
+        return hasMany ? DestroySpBtn(classID) : CreateSpBtn(classID);
+    choice -= leaning.creations;
+    if (choice < leaning.memberChanges)
+        return ChangeMembers(classID);
+    choice -= leaning.memberChanges;
+    if (choice < leaning.switches)
+        return SwitchSpBtn(classID);
+    choice -= leaning.switches;
+    if (choice < leaning.destructions)
+        return DestroySpBtn(classID);
+    choice -= leaning.destructions;
+    if (choice < leaning.conditionChanges)
+        return ChangeCnd(classID);
+    return ChangeDisplay(classID);
+}
+
+DWORD CRandomRun::ChooseSpBtnID(DWORD classID, EWanted wanted)
+{
+    const auto found = model.GetItems().find(classID);
+    if (found == model.GetItems().end() || HappensOneIn(leaning.unknownID))
+        return std::vector<DWORD>{
+            0, 1, 2, 3500000000, 4000000009, 4080000002, 4160000009}[random.GetBelow(7)];
+    IDList spBtnIDs = found->second.ListSpecial(true);
+    if (wanted != WANTED_ANY && !random.IsOneOf(8)) {
+        IDList better = spBtnIDs;
+        std::erase_if(better, [&](DWORD spBtnID) {
+            return found->second.btns.at(spBtnID).byCondition != (wanted == WANTED_BY_CONDITION);
+        });
+        if (!better.empty())
+            spBtnIDs = better;
+    }
+    return spBtnIDs.empty() ? SCBUICoreCom::BTN_ID_INC_BEGIN : ChooseFrom(spBtnIDs);
+}
+
+IDList CRandomRun::ChooseMembers(DWORD classID)
+{
+    const auto found = model.GetItems().find(classID);
+    if (found == model.GetItems().end())
+        return {2};
+    const SModelItem& item = found->second;
+    if (leaning.minValueCount != 0 && item.btns.size() >= leaning.minValueCount && random.IsOneOf(2))
+        return ChooseManyMembers(item);
+    const IDList all = item.ListAll();
+    const IDList spBtnIDs = item.ListSpecial(true);
+    IDList members;
+    for (DWORD left = random.GetBelow(random.IsOneOf(4) ? 12 : 5); left > 0; --left) {
+        if (!spBtnIDs.empty() && HappensOneIn(leaning.nesting))
+            members.push_back(ChooseFrom(spBtnIDs));
+        else if (HappensOneIn(leaning.unknownID))
+            members.push_back(
+                std::vector<DWORD>{0, 888888, 3000000001, 3500000000, 4000000009}[random.GetBelow(5)]);
+        else if (!members.empty() && random.IsOneOf(12))
+            members.push_back(ChooseFrom(members));
+        else
+            members.push_back(ChooseFrom(all));
+    }
+    return members;
+}
+
+// So many that a button is about to have a row of records of its own, or has one.
+IDList CRandomRun::ChooseManyMembers(const SModelItem& item)
+{
+    IDList ids = item.ListAll();
+    std::erase_if(ids, [](DWORD id) { return SCBUICoreCom::IsSpBtn(id); });
+    std::rotate(ids.begin(), ids.begin() + random.GetBelow(static_cast<DWORD>(ids.size())), ids.end());
+    ids.resize(std::min<std::size_t>(ids.size(), 395 + random.GetBelow(56)));
+    for (const DWORD spBtnID : item.ListSpecial(true)) {
+        if (HappensOneIn(leaning.nesting))
+            ids.push_back(spBtnID);
+    }
+    return ids;
+}
+
+IDList CRandomRun::ChangeAFew(const SModelItem& item, const IDList& members)
+{
+    IDList changed = members;
+    for (DWORD left = random.GetBelow(4); left > 0 && !changed.empty(); --left)
+        changed.erase(changed.begin() + random.GetBelow(static_cast<DWORD>(changed.size())));
+    for (DWORD left = random.GetBelow(4); left > 0; --left) {
+        const IDList spBtnIDs = item.ListSpecial(true);
+        changed.push_back(!spBtnIDs.empty() && HappensOneIn(leaning.nesting) ? ChooseFrom(spBtnIDs)
+                                                                             : ChooseFrom(item.ListAll()));
+    }
+    return changed;
+}
+
+SModelCnd CRandomRun::ChooseCnd()
+{
+    IDList numIDs;
+    for (const SModelFld& fld : table.GetTexts().flds) {
+        if (fld.type == NSKZCore::SCDeclareConstant::DATATYPE_NUM)
+            numIDs.push_back(fld.fldID);
+    }
+    return SModelCnd::MakeRandom(random, numIDs, random.GetBelow(4));
+}
+
+bool CRandomRun::CreateSpBtn(DWORD classID)
+{
+    CModelEnv::SMaking making;
+    making.type = random.IsOneOf(2) ? SCBUICoreCom::BTNTYPE_INC : SCBUICoreCom::BTNTYPE_CLL;
+    if (HappensOneIn(leaning.condition)) {
+        making.method = VCSpBtn::MMBBTNSELMTH_CONDITION;
+        if (!HappensOneIn(leaning.unknownID))
+            making.type = SCBUICoreCom::BTNTYPE_CLL;
+    }
+    if (HappensOneIn(leaning.unknownID))
+        making.type = static_cast<SCBUICoreCom::EBtnType>(random.GetBelow(7));
+    if (HappensOneIn(leaning.unknownID))
+        making.method = static_cast<VCSpBtn::EMmbBtnSelMth>(random.GetBelow(4));
+
+    const IDList members = ChooseMembers(classID);
+    const SModelCnd cnd = ChooseCnd();
+    if (!random.IsOneOf(15))
+        making.members = &members;
+    if (!random.IsOneOf(15))
+        making.cnd = &cnd;
+    // A text of another button, a new one, none.
+    const char* shown = nullptr;
+    if (random.IsOneOf(3))
+        env->GetAliasOfBtn(classID, ChooseBtnID(classID, true), shown);
+    const std::string name = shown == nullptr ? "special " + std::to_string(random.GetBelow(5)) : shown;
+    if (!random.IsOneOf(15))
+        making.name = name.c_str();
+
+    log.back() << "CreateSpBtn " << classID << " type " << making.type << " method " << making.method;
+    log.back() << (making.name == nullptr ? " (null)" : " \"" + name + '"');
+    if (making.members != nullptr)
+        Log(members);
+    if (making.cnd != nullptr)
+        log.back() << ' ' << cnd.Describe();
+    constexpr DWORD UNTOUCHED = 12345;
+    DWORD idOfEnv = UNTOUCHED;
+    DWORD idOfModel = UNTOUCHED;
+    const NSKZCore::CBasicBtnCnd madeCnd = cnd.Make();
+    making.from = VCSpBtn::GetPresentTime();
+    const DWORD result = env->CreateSpBtn(idOfEnv, classID, making.type, making.name, making.method,
+                                          making.members, making.cnd != nullptr ? &madeCnd : nullptr);
+    making.until = VCSpBtn::GetPresentTime();
+    const bool agrees = Gives(result, model.CreateSpBtn(idOfModel, classID, making));
+    log.back() << " button";
+    return Gives(idOfEnv, idOfModel) && agrees;
+}
+
+bool CRandomRun::DestroySpBtn(DWORD classID)
+{
+    const DWORD btnID = ChooseSpBtnID(classID);
+    log.back() << "DestroySpBtn " << classID << ' ' << btnID;
+    return Says(env->DestroySpBtn(classID, btnID), model.DestroySpBtn(classID, btnID));
+}
+
+bool CRandomRun::SwitchSpBtn(DWORD classID)
+{
+    const DWORD btnID = ChooseSpBtnID(classID);
+    bool effective = random.IsOneOf(2);
+    const auto found = model.GetItems().find(classID);
+    if (found != model.GetItems().end() && found->second.btns.count(btnID) != 0 && !random.IsOneOf(6))
+        effective = !found->second.btns.at(btnID).effective;
+    log.back() << "SetEffectiveInfoOfSpBtn " << classID << ' ' << btnID << ' ' << effective;
+    return Says(env->SetEffectiveInfoOfSpBtn(classID, btnID, effective),
+                model.SetEffectiveInfoOfSpBtn(classID, btnID, effective));
+}
+
+bool CRandomRun::ChangeMembers(DWORD classID)
+{
+    const DWORD btnID = ChooseSpBtnID(classID, WANTED_BY_LIST);
+    IDList members = ChooseMembers(classID);
+    const auto found = model.GetItems().find(classID);
+    if (found != model.GetItems().end() && found->second.btns.count(btnID) != 0 && random.IsOneOf(2))
+        members = ChangeAFew(found->second, found->second.btns.at(btnID).members);
+    log.back() << "SetMemberBtnIDListOfSpBtn " << classID << ' ' << btnID;
+    Log(members);
+    return Gives(env->SetMemberBtnIDListOfSpBtn(classID, btnID, members),
+                 model.SetMemberBtnIDListOfSpBtn(classID, btnID, members));
+}
+
+bool CRandomRun::ChangeCnd(DWORD classID)
+{
+    if (random.IsOneOf(6)) {
+        const DWORD numID = random.GetBelow(10);
+        log.back() << "ResetMemberBtnBasedOnTheCndOfAll " << numID;
+        return Says(env->ResetMemberBtnBasedOnTheCndOfAll(numID),
+                    model.ResetMemberBtnBasedOnTheCndOfAll(numID));
+    }
+    const DWORD btnID = ChooseSpBtnID(classID, WANTED_BY_CONDITION);
+    if (random.IsOneOf(5)) {
+        log.back() << "ClearMemberBtnCndOfSpBtn " << classID << ' ' << btnID;
+        return Says(env->ClearMemberBtnCndOfSpBtn(classID, btnID),
+                    model.ClearMemberBtnCndOfSpBtn(classID, btnID));
+    }
+    const SModelCnd cnd = ChooseCnd();
+    log.back() << "SetMemberBtnCndOfSpBtn " << classID << ' ' << btnID << ' ' << cnd.Describe();
+    return Gives(env->SetMemberBtnCndOfSpBtn(classID, btnID, cnd.Make()),
+                 model.SetMemberBtnCndOfSpBtn(classID, btnID, cnd));
+}
+
+bool CRandomRun::ChangeDisplay(DWORD classID)
+{
+    const bool disp = random.IsOneOf(2);
+    if (random.IsOneOf(3)) {
+        log.back() << "SetDispEmpValBtnInfoOfBtnClass " << classID << ' ' << disp;
+        return Says(env->SetDispEmpValBtnInfoOfBtnClass(classID, disp),
+                    model.SetDispEmpValBtnInfoOfBtnClass(classID, disp));
+    }
+    const DWORD btnID = ChooseSpBtnID(classID);
+    log.back() << "SetDispMemberBtnInfoOfIncBtn " << classID << ' ' << btnID << ' ' << disp;
+    return Says(env->SetDispMemberBtnInfoOfIncBtn(classID, btnID, disp),
+                model.SetDispMemberBtnInfoOfIncBtn(classID, btnID, disp));
+}
+
+} // namespace NSKZ::Test

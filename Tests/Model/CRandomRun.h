@@ -1,0 +1,116 @@
+#ifndef CRANDOMRUN_H
+#define CRANDOMRUN_H
+
+#include "CModelEnv.h"
+#include "CModelTable.h"
+
+#include "CCoreSumMngr.h"
+#include "Support/CRandom.h"
+
+#include <memory>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace NSKZ::Test {
+
+// What a run leans to; each number is the chance, one in so many, 0 for never, where nothing else is told.
+struct SLeaning
+{
+    using CBUIDataMngr = NSKZCore::CBUIDataMngr;
+
+    DWORD maxRecCount = 60;         // a bound
+    DWORD operationsOfATable = 150; // a count
+    DWORD modeChange = 25;
+    std::vector<CBUIDataMngr::ERelationMode> modes = {
+        CBUIDataMngr::RELATIONMODE_NONE, CBUIDataMngr::RELATIONMODE_OR, CBUIDataMngr::RELATIONMODE_AND,
+        CBUIDataMngr::RELATIONMODE_DIFFERENCE, CBUIDataMngr::RELATIONMODE_NARROWING};
+    DWORD multiChange = 20;
+    DWORD limitation = 25;
+    DWORD unknownID = 40;
+    DWORD hiddenBtn = 6; // choosing from all buttons and not from the displayed ones
+    DWORD sumMngrMissing = 0;
+
+    DWORD special = 25;      // an operation on special buttons
+    DWORD spBtnPress = 6;    // pressing a special button where there is one
+    DWORD maxSpBtnCount = 6; // of an item: a count; with more, buttons are rather destroyed
+    DWORD nesting = 5;       // a member that is a special button
+    DWORD condition = 3;     // a button that selects by condition
+    DWORD minValueCount = 0; // of an item with very many values, most of which become members: a count
+    // How often each operation on special buttons comes, in proportion to the others.
+    DWORD creations = 6;
+    DWORD memberChanges = 4;
+    DWORD switches = 4;
+    DWORD destructions = 2;
+    DWORD conditionChanges = 3;
+    DWORD displayChanges = 3;
+};
+
+// One environment with its model, and what was done to both.
+class CRandomRun
+{
+public:
+    CRandomRun(NSKZCore::CRandom& choice, const SLeaning& leaningOfRun);
+
+    // Operates and compares. Empty, or what differs.
+    std::string Step();
+    // The end of the environment: empty, or what was left behind.
+    std::string End();
+    // The table and all operations.
+    std::string Describe() const;
+
+private:
+    bool Operate();
+    bool Press();
+    bool Limit();
+    bool OperateSeldom();
+    bool RestoreSelection();
+    bool SetAlias(DWORD classID);
+
+    bool OperateOnSpBtns();
+    bool CreateSpBtn(DWORD classID);
+    bool DestroySpBtn(DWORD classID);
+    bool SwitchSpBtn(DWORD classID);
+    bool ChangeMembers(DWORD classID);
+    bool ChangeCnd(DWORD classID);
+    bool ChangeDisplay(DWORD classID);
+
+    bool Says(bool envSays, bool modelSays);
+    // The same for the value of an enumeration.
+    bool Gives(DWORD envGives, DWORD modelGives);
+    bool HappensOneIn(DWORD times) { return times != 0 && random.IsOneOf(times); }
+    DWORD ChooseFrom(const IDList& ids) { return ids[random.GetBelow(static_cast<DWORD>(ids.size()))]; }
+    DWORD ChooseClassID();
+    DWORD ChooseBtnID(DWORD classID, bool select);
+    IDList ChooseBtnIDs(DWORD classID, bool select);
+    enum EWanted
+    {
+        WANTED_ANY,
+        WANTED_BY_LIST,
+        WANTED_BY_CONDITION,
+    };
+    // Mostly one of the wanted, if there is one.
+    DWORD ChooseSpBtnID(DWORD classID, EWanted wanted = WANTED_ANY);
+    IDList ChooseMembers(DWORD classID);
+    IDList ChooseManyMembers(const SModelItem& item);
+    // The members that a button has, but for a few.
+    IDList ChangeAFew(const SModelItem& item, const IDList& members);
+    SModelCnd ChooseCnd();
+    void Log(const IDList& ids);
+
+    NSKZCore::CRandom& random;
+    const SLeaning& leaning;
+    int livingCndCount = 0;
+    CModelTable table;
+    NSKZCore::CCoreSumMngr sumMngr;
+    bool hasSumMngr;
+    std::unique_ptr<NSKZCore::CBUIDataMngr> env;
+    CModelEnv model;
+    DWORD lastClassID = 0;
+    std::vector<NSKZCore::SSelectBtnIDList> remembered;
+    std::vector<std::ostringstream> log;
+};
+
+} // namespace NSKZ::Test
+
+#endif
