@@ -19,10 +19,10 @@ constexpr DWORD INC = SCBUICoreCom::BTN_ID_INC_BEGIN;
 constexpr DWORD CLL = SCBUICoreCom::BTN_ID_CLL_BEGIN;
 
 // A special button as far as a class knows it through its base.
-class CTestSpBtn final : public VCBtn
+class CTestSpBtn final : public VCSpBtn
 {
 public:
-    CTestSpBtn(DWORD btnID, const char* text) : VCBtn(btnID, nullptr) { SetAlias(text); }
+    CTestSpBtn(DWORD btnID, const char* text) : VCSpBtn(btnID, MMBBTNSELMTH_SELECT) { SetAlias(text); }
     SCBUICoreCom::EBtnType GetType() const override
     {
         return SCBUICoreCom::IsIncBtn(id) ? SCBUICoreCom::BTNTYPE_INC : SCBUICoreCom::BTNTYPE_CLL;
@@ -33,8 +33,6 @@ public:
         clone->effective = effective;
         return clone;
     }
-    bool IsEffective() const noexcept override { return effective; }
-    bool effective = true;
 };
 
 // A class that lets a test at what derived classes and the environment work on.
