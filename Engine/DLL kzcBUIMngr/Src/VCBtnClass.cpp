@@ -170,6 +170,12 @@ DWORD VCBtnClass::GetDisplayedBtnIDList(std::vector<DWORD>& btnIDs) const
     return static_cast<DWORD>(btnIDs.size());
 }
 
+DWORD VCBtnClass::GetDisplayedBtnIDListWhichExpandCndCllBtn(std::vector<DWORD>& btnIDs) const
+{
+    return ListBtnIDs(
+        btnIDs, [this](const VCBtn& btn) { return (GetVisibleInfo(btn) & ~VISINFO_CNDCLLMEMBER) == 0; });
+}
+
 DWORD VCBtnClass::GetAllBtnIDList(std::vector<DWORD>& btnIDs, bool includeIneffective) const
 {
     return ListBtnIDs(btnIDs, [=](const VCBtn& btn) { return includeIneffective || btn.IsEffective(); });

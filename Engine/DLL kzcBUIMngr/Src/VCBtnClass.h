@@ -94,6 +94,9 @@ public:
     DWORD GetDispSelectedBtnIDList(std::vector<DWORD>& btnIDs) const;
     // Linear in the buttons.
     DWORD GetDisplayedBtnIDList(std::vector<DWORD>& btnIDs) const;
+    // What conditions look at: the buttons that nothing hides but their being members of a condition cll
+    // button.
+    DWORD GetDisplayedBtnIDListWhichExpandCndCllBtn(std::vector<DWORD>& btnIDs) const;
     // Ineffective special buttons are left out unless `includeIneffective` is set.
     DWORD GetAllBtnIDList(std::vector<DWORD>& btnIDs, bool includeIneffective) const;
     DWORD GetAllSpBtnIDList(std::vector<DWORD>& btnIDs, bool includeIneffective) const;
