@@ -116,6 +116,26 @@ protected:
 
 using List = std::vector<DWORD>;
 
+TEST_F(VCBtnClassTest, ConditionsLookAtTheButtonsThatNothingButAConditionCllButtonHides)
+{
+    const auto getExpanded = [this] {
+        std::vector<DWORD> btnIDs = {4711};
+        const DWORD count = btnClass.GetDisplayedBtnIDListWhichExpandCndCllBtn(btnIDs);
+        EXPECT_EQ(count, btnIDs.size());
+        return btnIDs;
+    };
+    EXPECT_EQ(getExpanded(), GetDisplayed());
+    btnClass.SetOwnVisibleInfo(*btnClass.FindBtn(3), VISINFO_CNDCLLMEMBER, true);
+    btnClass.SetOwnVisibleInfo(*btnClass.FindBtn(4), VISINFO_SELCLLMEMBER, true);
+    btnClass.SetOwnVisibleInfo(*btnClass.FindBtn(5), VISINFO_CNDCLLMEMBER | VISINFO_NOREC, true);
+    EXPECT_EQ(GetDisplayed(), (List{2, 6}));
+    EXPECT_EQ(getExpanded(), (List{2, 3, 6}));
+    btnClass.SetVisibleInfoBasedOnRelationOfAllBtns(false);
+    EXPECT_EQ(getExpanded(), List());
+    EXPECT_TRUE(btnClass.PutVisibleInfoBasedOnRelationOfBtns({3, 4, 6}));
+    EXPECT_EQ(getExpanded(), (List{3, 6}));
+}
+
 TEST_F(VCBtnClassTest, QueriesOfAnAbsentButtonLeaveTheirOutputsUntouched)
 {
     SCBUICoreCom::EBtnType type = SCBUICoreCom::BTNTYPE_CLL;
