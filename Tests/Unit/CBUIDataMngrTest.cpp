@@ -277,8 +277,9 @@ TEST_F(CBUIDataMngrTest, TheEmptyValueIsHiddenAndShownByTheHost)
     EXPECT_EQ(GetDisplayed(SHOP), List({2, 3, 4}));
     EXPECT_TRUE(env.SelectTheBtn(KIND, 2, true)); // the relation reaches it, and it stays hidden
     EXPECT_EQ(GetDisplayed(SHOP), List({2, 3}));
-    EXPECT_TRUE(env.SetDispEmpValBtnInfoOfBtnClass(SHOP, true));
-    EXPECT_EQ(GetDisplayed(SHOP), List({1, 2, 3}));
+    EXPECT_TRUE(env.SetDispEmpValBtnInfoOfBtnClass(SHOP, true)); // clears the selection
+    EXPECT_EQ(GetDisplayed(SHOP), List({1, 2, 3, 4}));
+    EXPECT_FALSE(env.IsBtnSelectiveState());
     env.SetDispEmpValBtnInfoOfBtnClass(SHOP, false);
     env.ClearOfFixedSpec();
     EXPECT_EQ(GetDisplayed(SHOP), List({1, 2, 3, 4}));

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <ctime>
 #include <limits>
 #include <thread>
 
@@ -137,4 +138,15 @@ TEST(KzcPlatform, IsnanAndFiniteTellNumbersApart)
     EXPECT_NE(_finite(1.5), 0);
     EXPECT_EQ(_finite(infinity), 0);
     EXPECT_EQ(_finite(nan), 0);
+}
+
+TEST(KzcPlatform, Time64CountsSecondsSince1970)
+{
+    const long long before = std::time(nullptr);
+    long long stored = 0;
+    const long long now = _time64(&stored);
+    EXPECT_EQ(now, stored);
+    EXPECT_GE(now, before);
+    EXPECT_LE(now, static_cast<long long>(std::time(nullptr)));
+    EXPECT_GE(_time64(nullptr), now);
 }

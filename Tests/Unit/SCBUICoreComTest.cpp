@@ -1,11 +1,14 @@
 #include "SCBUICoreCom.h"
 
+#include "ECAbnormalData.h"
+#include "SCBUICoreStrDef.h"
 #include "Support/CRandom.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <iterator>
+#include <string>
 
 using namespace NSKZ::NSKZCore;
 using Com = SCBUICoreCom;
@@ -224,4 +227,46 @@ TEST(SCBUICoreCom, ListOperationsAgreeWithSetOperationsOnRandomLists)
         ASSERT_EQ(Com::DeleteBtnIDList(list, b), inA.size());
         ASSERT_EQ(list, inA);
     }
+}
+
+TEST(SCBUICoreCom, EverySumMethodHasItsWord)
+{
+    const char* const words[] = {"Sum",      "Count",      "Average",           "Ratio",    "Each",
+                                 "SumTotal", "RatioTotal", "WeightedAvg",       "Max",      "Min",
+                                 "Latest",   "Absolute",   "SumMultiplication", "CountCell"};
+    for (DWORD value = 1; value <= std::size(words); ++value) {
+        const auto method = static_cast<Com::ESumMethodForCnd>(value);
+        IXMLIO::SAttribute attribute;
+        Com::GetSumMethodAttribute(method, attribute);
+        EXPECT_EQ(std::string(attribute.name, attribute.nameLen), "sumMethod");
+        EXPECT_EQ(std::string(attribute.value, attribute.valueLen), words[value - 1]);
+        auto read = static_cast<Com::ESumMethodForCnd>(99);
+        EXPECT_TRUE(Com::GetSumMethodEnum(attribute, read));
+        EXPECT_EQ(read, method);
+    }
+}
+
+TEST(SCBUICoreCom, WhatIsNoSumMethodIsRefused)
+{
+    IXMLIO::SAttribute attribute;
+    for (const DWORD value : {0u, 15u, 4294967295u}) {
+        try {
+            Com::GetSumMethodAttribute(static_cast<Com::ESumMethodForCnd>(value), attribute);
+            ADD_FAILURE() << value;
+        } catch (const ECAbnormalData& thrown) {
+            EXPECT_STREQ(thrown.GetMessageText(), SCBUICoreStrDef::MSG_UNKNOWN_SUMMETHOD_FORCND);
+            EXPECT_STREQ(thrown.GetFile(), "Src/SCBUICoreCom");
+            EXPECT_STREQ(thrown.GetFunction(), "NSKZ::NSKZCore::SCBUICoreCom::GetSumMethodAttribute");
+        }
+    }
+    EXPECT_EQ(attribute.name, nullptr);
+    auto read = Com::ESumMethodForCnd::Min;
+    for (const IXMLIO::SAttribute& each :
+         {IXMLIO::SAttribute{"sumMethod", 9, "Sums", 4}, IXMLIO::SAttribute{"sumMethod", 9, "sum", 3},
+          IXMLIO::SAttribute{"sumMethod", 9, nullptr, 0}, IXMLIO::SAttribute{"sumMethods", 10, "Sum", 3},
+          IXMLIO::SAttribute{}})
+        EXPECT_FALSE(Com::GetSumMethodEnum(each, read));
+    EXPECT_EQ(read, Com::ESumMethodForCnd::Min);
+    EXPECT_TRUE(Com::GetSumMethodEnum({"sumMethods", 9, "Sums", 3}, read)); // by the lengths
+    EXPECT_EQ(read, Com::ESumMethodForCnd::Sum);
 }

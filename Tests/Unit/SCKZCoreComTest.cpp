@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 #include <cstring>
 #include <iterator>
 #include <limits>
@@ -206,11 +207,30 @@ TEST(SCKZCoreCom, ADoubleIsWrittenSoThatTheSameOneIsRead)
     }
 }
 
-TEST(SCKZCoreCom, AnInfinityOrNanIsNotWritten)
+TEST(SCKZCoreCom, InfinitiesAndNanHaveWordsThatAreReadBack)
 {
-    EXPECT_EQ(Write(std::numeric_limits<double>::infinity()), "(refused)");
-    EXPECT_EQ(Write(-std::numeric_limits<double>::infinity()), "(refused)");
-    EXPECT_EQ(Write(std::numeric_limits<double>::quiet_NaN()), "(refused)");
+    constexpr double INFINITE = std::numeric_limits<double>::infinity();
+    constexpr double NAN_VALUE = std::numeric_limits<double>::quiet_NaN();
+    EXPECT_EQ(Write(INFINITE), "inf");
+    EXPECT_EQ(Write(-INFINITE), "-inf");
+    EXPECT_EQ(Write(NAN_VALUE), "nan");
+    EXPECT_EQ(Write(std::copysign(NAN_VALUE, -1.0)), "nan");
+    EXPECT_EQ(Write(INFINITE, 3), "(refused)");
+    double value = 0;
+    EXPECT_TRUE(Reads("inf", value));
+    EXPECT_EQ(value, INFINITE);
+    EXPECT_TRUE(Reads("-inf", value));
+    EXPECT_EQ(value, -INFINITE);
+    EXPECT_TRUE(Reads("nan", value));
+    EXPECT_TRUE(std::isnan(value));
+}
+
+TEST(SCKZCoreCom, TheSignOfAZeroIsKept)
+{
+    double value = 1;
+    EXPECT_TRUE(Reads(Write(-0.0), value));
+    EXPECT_EQ(value, 0.0);
+    EXPECT_TRUE(std::signbit(value));
 }
 
 TEST(SCKZCoreCom, DigitsAloneAreReadAsAnUnsignedNumber)
@@ -239,7 +259,8 @@ TEST(SCKZCoreCom, ADoubleIsReadFromABareNumberAlone)
     EXPECT_TRUE(Reads("-12.5e1", value));
     EXPECT_EQ(value, -125.0);
     value = -1;
-    for (const char* const text : {"", " 1", "1 ", "+1", "1,000", "inf", "nan", "1e309", "x"}) {
+    for (const char* const text :
+         {"", " 1", "1 ", "+1", "1,000", "INF", "Nan", "-nan", "+inf", "infinity", "inf ", "1e309", "x"}) {
         EXPECT_FALSE(Reads(text, value)) << text;
         EXPECT_EQ(value, -1.0);
     }
@@ -309,4 +330,18 @@ TEST(SCKZCoreCom, AListThatCannotBeReadForLackOfMemoryLeavesTheFormer)
                             },
                             [](const std::queue<DWORD>& numbers) { EXPECT_EQ(GetAll(numbers), (Recs{9})); });
     EXPECT_GE(ofQueue, 2);
+}
+
+TEST(SCKZCoreCom, ABooleanOperatorHasItsAttributeAndAnyOtherThanAndIsOr)
+{
+    const auto getAttribute = [](DWORD value) {
+        IXMLIO::SAttribute attribute;
+        SCKZCoreCom::GetBoolOperatorAttribute(static_cast<SCKZCoreCom::EBoolOperator>(value), attribute);
+        return std::string(attribute.name, attribute.nameLen) + "=" +
+               std::string(attribute.value, attribute.valueLen);
+    };
+    EXPECT_EQ(getAttribute(SCKZCoreCom::BOOLOPERATOR_AND), "boolOperator=And");
+    EXPECT_EQ(getAttribute(SCKZCoreCom::BOOLOPERATOR_OR), "boolOperator=Or");
+    EXPECT_EQ(getAttribute(0), "boolOperator=Or");
+    EXPECT_EQ(getAttribute(4294967295), "boolOperator=Or");
 }

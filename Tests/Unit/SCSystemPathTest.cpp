@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cerrno>
 
 using namespace NSKZ::NSKZCore;
 using namespace NSKZ::Test;
@@ -101,6 +102,14 @@ TEST(SCSystemPath, AMissingFileAndADirectoryAreRefusedWithTheirErrors)
               nullptr);
     EXPECT_EQ(GetLastError(), ERROR_FILENAME_EXCED_RANGE);
     SetLastError(ERROR_SUCCESS);
+}
+
+TEST(SCSystemPath, AValueOfErrnoHasItsLastError)
+{
+    EXPECT_EQ(SCSystemPath::GetLastErrorOfErrno(ENOENT), ERROR_FILE_NOT_FOUND);
+    EXPECT_EQ(SCSystemPath::GetLastErrorOfErrno(ENOSPC), ERROR_DISK_FULL);
+    EXPECT_EQ(SCSystemPath::GetLastErrorOfErrno(EIO), ERROR_GEN_FAILURE);
+    EXPECT_EQ(SCSystemPath::GetLastErrorOfErrno(0), ERROR_GEN_FAILURE);
 }
 
 TEST(SCSystemPath, ExhaustedMemoryLeavesNoFileOpen)

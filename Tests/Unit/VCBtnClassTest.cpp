@@ -19,10 +19,10 @@ constexpr DWORD INC = SCBUICoreCom::BTN_ID_INC_BEGIN;
 constexpr DWORD CLL = SCBUICoreCom::BTN_ID_CLL_BEGIN;
 
 // A special button as far as a class knows it through its base.
-class CTestSpBtn final : public VCBtn
+class CTestSpBtn final : public VCSpBtn
 {
 public:
-    CTestSpBtn(DWORD btnID, const char* text) : VCBtn(btnID, nullptr) { SetAlias(text); }
+    CTestSpBtn(DWORD btnID, const char* text) : VCSpBtn(btnID, MMBBTNSELMTH_SELECT) { SetAlias(text); }
     SCBUICoreCom::EBtnType GetType() const override
     {
         return SCBUICoreCom::IsIncBtn(id) ? SCBUICoreCom::BTNTYPE_INC : SCBUICoreCom::BTNTYPE_CLL;
@@ -33,8 +33,6 @@ public:
         clone->effective = effective;
         return clone;
     }
-    bool IsEffective() const noexcept override { return effective; }
-    bool effective = true;
 };
 
 // A class that lets a test at what derived classes and the environment work on.
@@ -117,6 +115,26 @@ protected:
 };
 
 using List = std::vector<DWORD>;
+
+TEST_F(VCBtnClassTest, ConditionsLookAtTheButtonsThatNothingButAConditionCllButtonHides)
+{
+    const auto getExpanded = [this] {
+        std::vector<DWORD> btnIDs = {4711};
+        const DWORD count = btnClass.GetDisplayedBtnIDListWhichExpandCndCllBtn(btnIDs);
+        EXPECT_EQ(count, btnIDs.size());
+        return btnIDs;
+    };
+    EXPECT_EQ(getExpanded(), GetDisplayed());
+    btnClass.SetOwnVisibleInfo(*btnClass.FindBtn(3), VISINFO_CNDCLLMEMBER, true);
+    btnClass.SetOwnVisibleInfo(*btnClass.FindBtn(4), VISINFO_SELCLLMEMBER, true);
+    btnClass.SetOwnVisibleInfo(*btnClass.FindBtn(5), VISINFO_CNDCLLMEMBER | VISINFO_NOREC, true);
+    EXPECT_EQ(GetDisplayed(), (List{2, 6}));
+    EXPECT_EQ(getExpanded(), (List{2, 3, 6}));
+    btnClass.SetVisibleInfoBasedOnRelationOfAllBtns(false);
+    EXPECT_EQ(getExpanded(), List());
+    EXPECT_TRUE(btnClass.PutVisibleInfoBasedOnRelationOfBtns({3, 4, 6}));
+    EXPECT_EQ(getExpanded(), (List{3, 6}));
+}
 
 TEST_F(VCBtnClassTest, QueriesOfAnAbsentButtonLeaveTheirOutputsUntouched)
 {

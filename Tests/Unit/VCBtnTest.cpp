@@ -106,7 +106,7 @@ TEST(VCBtn, ACloneIsAnIndependentImage)
     EXPECT_TRUE(clone->aliasIsName);
     EXPECT_TRUE(clone->sel);
     EXPECT_EQ(clone->visibleInfo, VISINFO_NOREC | VISINFO_INCMEMBER);
-    EXPECT_EQ(clone->backReferences->spBtnIDsInClass.count(SCBUICoreCom::BTN_ID_INC_BEGIN), 1u);
+    EXPECT_TRUE(clone->backReferences->spBtnIDsInClass.contains(SCBUICoreCom::BTN_ID_INC_BEGIN));
     EXPECT_EQ(clone->backReferences->spBtnIDsOfOtherClass.size(), 1u);
 
     CEmpValBtn empty(SCBUICoreCom::BTN_ID_EMPVAL);

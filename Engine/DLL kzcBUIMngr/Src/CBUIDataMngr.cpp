@@ -213,6 +213,8 @@ void CBUIDataMngr::DropLimitedRecList() noexcept
 void CBUIDataMngr::AdjstToLimitation(const BtnIDsOfClasses& reached)
 {
     ResetVisibleInfoBasedOnLimitedRecListOfAllBtns(reached);
+    for (const auto& [btnClassID, btnClass] : btnClasses)
+        btnClass->ResetLiveMemberInfoOfAllSpBtns();
     sumValueCacheMngr->ClearSumValueCache();
     ClearAllBtnSelections(true);
 }
@@ -369,14 +371,6 @@ void CBUIDataMngr::GetBtnClassIDCnvObj(std::map<DWORD, DWORD>& btnClassIDsOfFlds
 
 // --- One class
 
-// Runs `operation` on the class and gives its result; false for an unknown class.
-template <class TOperation>
-bool CBUIDataMngr::WithBtnClass(DWORD btnClassID, const TOperation& operation) const
-{
-    VCBtnClass* const btnClass = FindBtnClass(btnClassID);
-    return btnClass != nullptr && operation(*btnClass);
-}
-
 bool CBUIDataMngr::GetTypeOfBtnClass(DWORD btnClassID, SCBUICoreCom::EBtnClassType& type) const
 {
     return WithBtnClass(btnClassID, [&](const VCBtnClass& btnClass) {
@@ -436,17 +430,6 @@ bool CBUIDataMngr::GetDispEmpValBtnInfoOfBtnClass(DWORD btnClassID, bool& disp) 
     });
 }
 
-bool CBUIDataMngr::SetDispEmpValBtnInfoOfBtnClass(DWORD btnClassID, bool disp)
-{
-    return WithBtnClass(btnClassID, [&](VCBtnClass& btnClass) {
-        auto* const srcBtnClass = dynamic_cast<VCSrcBtnClass*>(&btnClass);
-        if (srcBtnClass == nullptr)
-            return false;
-        srcBtnClass->SetDispEmpValBtnInfo(disp);
-        return true;
-    });
-}
-
 bool CBUIDataMngr::GetBtnCountOfBtnClass(DWORD btnClassID, DWORD& count) const
 {
     return WithBtnClass(btnClassID, [&](const VCBtnClass& btnClass) {
@@ -467,6 +450,22 @@ bool CBUIDataMngr::GetDispBtnCountOfBtnClass(DWORD btnClassID, DWORD& count) con
 {
     return WithBtnClass(btnClassID, [&](const VCBtnClass& btnClass) {
         count = btnClass.GetDispBtnCount();
+        return true;
+    });
+}
+
+bool CBUIDataMngr::GetIneffectiveBtnCountOfBtnClass(DWORD btnClassID, DWORD& count) const
+{
+    return WithBtnClass(btnClassID, [&](const VCBtnClass& btnClass) {
+        count = btnClass.GetIneffectiveBtnCount();
+        return true;
+    });
+}
+
+bool CBUIDataMngr::GetSystemMngrSpBtnCountOfBtnClass(DWORD btnClassID, DWORD& count) const
+{
+    return WithBtnClass(btnClassID, [&](const VCBtnClass& btnClass) {
+        count = btnClass.GetSystemMngrSpBtnCount();
         return true;
     });
 }
@@ -528,6 +527,15 @@ bool CBUIDataMngr::GetAllBtnIDListOfBtnClass(DWORD btnClassID, std::vector<DWORD
 {
     return WithBtnClass(btnClassID, [&](const VCBtnClass& btnClass) {
         btnClass.GetAllBtnIDList(btnIDs, includeIneffective);
+        return true;
+    });
+}
+
+bool CBUIDataMngr::GetAllSpBtnIDListOfBtnClass(DWORD btnClassID, std::vector<DWORD>& btnIDs,
+                                               bool includeIneffective) const
+{
+    return WithBtnClass(btnClassID, [&](const VCBtnClass& btnClass) {
+        btnClass.GetAllSpBtnIDList(btnIDs, includeIneffective);
         return true;
     });
 }

@@ -9,6 +9,7 @@
 #include "SRecordList.h"
 #include "SSelectBtnIDList.h"
 #include "TCBtnIDAssArr.h"
+#include "VCBtnClass.h"
 
 #include <array>
 #include <map>
@@ -24,7 +25,6 @@ class CSourceDataMngr;
 class IBnLink;
 class INumCnd;
 class IRpLink;
-class VCBtnClass;
 
 // One analysis environment over one source table: the whole of the engine as a host sees it.
 //
@@ -84,8 +84,9 @@ public:
     virtual ~CBUIDataMngr();
     CBUIDataMngr& operator=(const CBUIDataMngr&) = delete;
 
-    // Removes what a user added (selections, the limitation, the numeric condition, a hidden empty value) and
-    // keeps what follows from the source data. Aliases, the relation mode and multiple selection stay.
+    // Removes what a user added (special buttons, selections, the limitation, the numeric condition, a hidden
+    // empty value) and keeps what follows from the source data. Aliases, the relation mode and multiple
+    // selection stay.
     void ClearOfFixedSpec();
 
     // --- Simple members
@@ -220,14 +221,16 @@ public:
     bool GetBtnSelectiveStateOfBtnClass(DWORD btnClassID, bool& state) const;
     bool GetNewBtnMadeSelStateOfBtnClass(DWORD btnClassID, bool& state) const;
     bool SetNewBtnMadeSelStateOfBtnClass(DWORD btnClassID, bool state);
-    // Source classes only: whether the empty-value button is to be shown. Hiding it leaves its selection as
-    // it is.
+    // Source classes only: whether the empty-value button is to be shown. Setting it, also to what it is,
+    // clears all sums and the whole selection. A hidden one is a member of no special button.
     bool GetDispEmpValBtnInfoOfBtnClass(DWORD btnClassID, bool& disp) const;
     bool SetDispEmpValBtnInfoOfBtnClass(DWORD btnClassID, bool disp);
 
     bool GetBtnCountOfBtnClass(DWORD btnClassID, DWORD& count) const;
     bool GetSelBtnCountOfBtnClass(DWORD btnClassID, DWORD& count) const;
     bool GetDispBtnCountOfBtnClass(DWORD btnClassID, DWORD& count) const;
+    bool GetIneffectiveBtnCountOfBtnClass(DWORD btnClassID, DWORD& count) const;
+    bool GetSystemMngrSpBtnCountOfBtnClass(DWORD btnClassID, DWORD& count) const;
 
     bool GetBtnAppOrdListOfBtnClass(DWORD btnClassID, unsigned int flags, std::vector<DWORD>& btnIDs) const;
     bool GetBtnNameOrdListOfBtnClass(DWORD btnClassID, unsigned int flags, std::vector<DWORD>& btnIDs) const;
@@ -239,6 +242,8 @@ public:
     bool GetDispBtnIDListOfBtnClass(DWORD btnClassID, std::vector<DWORD>& btnIDs) const;
     bool GetAllBtnIDListOfBtnClass(DWORD btnClassID, std::vector<DWORD>& btnIDs,
                                    bool includeIneffective) const;
+    bool GetAllSpBtnIDListOfBtnClass(DWORD btnClassID, std::vector<DWORD>& btnIDs,
+                                     bool includeIneffective) const;
 
     bool GetBtnExistInfoOfBtnClass(DWORD btnClassID, DWORD btnID) const;
     bool GetBtnExistInfoOfBtnClass(DWORD btnClassID, const char* text, DWORD len) const;
@@ -256,6 +261,58 @@ public:
     bool GetVisibleStateOfBtn(DWORD btnClassID, DWORD btnID, bool& visible) const;
     // Whether the button takes part in the analysis.
     bool GetEffectiveInfoOfBtn(DWORD btnClassID, DWORD btnID, bool& effective) const;
+
+    // --- Special buttons: queries; each is told in VCBtnClass under nearly the same name.
+
+    bool GetSpBtnIDListIncludingBtn(DWORD btnClassID, DWORD btnID, std::vector<DWORD>& spBtnIDs) const;
+    bool GetRootSpBtnIDListIncludingBtn(DWORD btnClassID, DWORD btnID, std::vector<DWORD>& spBtnIDs,
+                                        bool includeIneffective) const;
+    bool GetSpBtnIDListThatTheSpecifiedBtnInfluences(DWORD btnClassID, DWORD btnID,
+                                                     std::set<SBtnClassIDAndBtnID>& spBtns,
+                                                     bool directOnly) const;
+    bool GetEffectiveInfoOfSpBtn(DWORD btnClassID, DWORD btnID, bool& effective) const;
+    bool GetMmbBtnSelMthOfSpBtn(DWORD btnClassID, DWORD btnID, VCSpBtn::EMmbBtnSelMth& selMth) const;
+    bool GetMemberBtnCountOfSpBtn(DWORD btnClassID, DWORD btnID, DWORD& count) const;
+    bool GetMemberBtnIDListOfSpBtn(DWORD btnClassID, DWORD btnID, std::vector<DWORD>& mmbBtnIDs) const;
+    // The members that a user sees when looking into the button, ascending: those that nothing hides but
+    // being members. Throws ECAbnormalData for a member that the class does not have.
+    bool GetDisplayedMemberBtnIDListOfSpBtn(DWORD btnClassID, DWORD btnID,
+                                            std::vector<DWORD>& mmbBtnIDs) const;
+    // The condition itself, good until the button changes; an unknown class gives GETMMBBTNCND_NOSPBTN.
+    VCBtnClass::EMthRetOfGetMmbBtnCnd GetMemberBtnCndOfSpBtn(DWORD btnClassID, DWORD btnID,
+                                                             const IBtnCnd*& cnd) const;
+    bool GetBtnMngrInfoOfSpBtn(DWORD btnClassID, DWORD btnID, bool& managedByUser) const;
+    bool GetDispMemberBtnInfoOfIncBtn(DWORD btnClassID, DWORD btnID, bool& disp) const;
+
+    // --- Special buttons: changes. Each that succeeds clears the whole selection and lets the conditions
+    // pick their members anew; all but the making of a button also clear all sums. Where nothing else is
+    // told, a refused one changes nothing.
+
+    // Makes an inc button (BTNTYPE_INC, members by list only) or a cll button (BTNTYPE_CLL, members by list
+    // or by condition) that shows `name`. Of `members` and `cnd` the one that `method` asks for is copied; it
+    // may be null. On a refusal `btnID` is untouched.
+    VCBtnClass::EMthRetOfCreateSpBtn CreateSpBtn(DWORD& btnID, DWORD btnClassID, SCBUICoreCom::EBtnType type,
+                                                 const char* name, VCSpBtn::EMmbBtnSelMth method,
+                                                 const std::vector<DWORD>* members, const IBtnCnd* cnd);
+    // False if there is no such button; sums and selections are cleared also then, unless the class is
+    // unknown.
+    bool DestroySpBtn(DWORD btnClassID, DWORD btnID);
+    // Switches a special button off or on; see VCBtnClass::SetEffectiveInfoOfSpBtn.
+    bool SetEffectiveInfoOfSpBtn(DWORD btnClassID, DWORD btnID, bool effective);
+    // Replaces the members of a button that selects by list.
+    VCBtnClass::EMthRetOfOpeToMmbBtnIDList SetMemberBtnIDListOfSpBtn(DWORD btnClassID, DWORD btnID,
+                                                                     const std::vector<DWORD>& mmbBtnIDs);
+    // Gives a button that selects by condition a clone of another condition. An unknown class gives
+    // SETMMBBTNCND_NOSPBTN.
+    VCBtnClass::EMthRetOfSetMmbBtnCnd SetMemberBtnCndOfSpBtn(DWORD btnClassID, DWORD btnID,
+                                                             const IBtnCnd& cnd);
+    // Lets the condition of a special button go, and the members that it picked.
+    bool ClearMemberBtnCndOfSpBtn(DWORD btnClassID, DWORD btnID);
+    // Whether the members of an inc button stay displayed beside it.
+    bool SetDispMemberBtnInfoOfIncBtn(DWORD btnClassID, DWORD btnID, bool disp);
+    // Lets every condition that asks for the numeric item pick its members anew: to be called when the item
+    // has changed. Classes in selective state too. False without a sum manager.
+    bool ResetMemberBtnBasedOnTheCndOfAll(DWORD numID);
 
     // --- Records and buttons
 
@@ -277,6 +334,14 @@ public:
     bool GetRecListThatRelatesToBtns(DWORD btnClassID, const std::vector<DWORD>& btnIDs, DWORD* recList,
                                      DWORD& recListCount) const;
 
+protected:
+    // Null if absent.
+    VCBtnClass* FindBtnClass(DWORD btnClassID) const noexcept;
+    // Lets every effective condition cll button of a class judge one button alone, and adds it to its members
+    // or takes it out: for a change of the sums of one button. A cll button is judged by none. False without
+    // a sum manager and for a null class.
+    bool ResetMemberBtnBasedOnTheCndOfCllBtns(VCBtnClass* btnClass, DWORD btnID);
+
 private:
     friend class CSumValueCacheMngr;
 
@@ -289,9 +354,13 @@ private:
     void Clear();
     bool CreateBnLink(SCBUICoreCom::ELinkTableVerType verType);
     bool CreateRpLink(SCBUICoreCom::ELinkTableVerType verType);
-    VCBtnClass* FindBtnClass(DWORD btnClassID) const noexcept;
+    // Runs `operation` on the class and gives its result; false for an unknown class.
     template <class TOperation>
-    bool WithBtnClass(DWORD btnClassID, const TOperation& operation) const;
+    bool WithBtnClass(DWORD btnClassID, const TOperation& operation) const
+    {
+        VCBtnClass* const btnClass = FindBtnClass(btnClassID);
+        return btnClass != nullptr && operation(*btnClass);
+    }
 
     // Building
     class CBuildProgress;
@@ -311,9 +380,20 @@ private:
     // Selection
     bool SelectBtnsForDiffCnd(VCBtnClass& btnClass, const std::vector<DWORD>& btnIDs, bool select);
     bool ExecRelation(SHierarchyInfo* level, DWORD btnClassID, const std::vector<DWORD>& btnIDs, bool select);
-    bool ResetMemberBtnBasedOnTheCnd();
     void AdjstSumValueCacheToSelectBtn(DWORD btnClassID) const;
     void AdjstSumValueCacheToClearAllBtnSelections() const;
+
+    // Special buttons. The members that conditions pick follow the sums: of all classes; of a class; of one
+    // button, where the result tells whether its members were set; of a class and of all that refer to it.
+    // All false without a sum manager. A class in selective state is passed over but by the one-button form.
+    bool ResetMemberBtnBasedOnTheCnd();
+    bool ResetMemberBtnBasedOnTheCnd(VCBtnClass* btnClass);
+    bool ResetMemberBtnBasedOnTheCnd(VCBtnClass* btnClass, DWORD btnID);
+    bool ResetMemberBtnBasedOnTheCnd(DWORD btnClassID);
+    bool ResetMemberBtnBasedOnTheCnd(DWORD btnClassID, std::set<DWORD>& visited);
+    void ResetMembersOfEffectiveSpBtns(VCBtnClass& btnClass);
+    // What every change of a special button ends in; `wasSelective` was noted before it.
+    void CloseChangeOfSpBtn(DWORD btnClassID, bool wasSelective);
 
     // Relation
     using BtnIDsOfClasses = std::map<DWORD, std::vector<DWORD>>; // by source class

@@ -145,6 +145,7 @@ CBUIDataMngr::CreateSrcBtnClass(DWORD fldID, SCDeclareConstant::EDataType dataTy
         return CREATESRC_CANCELED;
 
     rpLink->InsertFld(btnClassID, areas.btnRecLists, areas.recCount);
+    btnClass.ResetInsideInfoForSpBtnsOfSrcBtns(true, true);
     if (!progress.Step(0.4))
         return CREATESRC_CANCELED;
 

@@ -4,6 +4,7 @@
 
 #include "ECAbnormalData.h"
 #include "SCBUICoreStrDef.h"
+#include "SCIDList.h"
 #include "VCBtnClass.h"
 
 #include <algorithm>
@@ -13,28 +14,6 @@ namespace NSKZ::NSKZCore {
 namespace {
 
 constexpr const char* SRC_FILE = "Src/CBUIDataMngr";
-
-// Each identifier once, in first place.
-std::vector<DWORD> TakeEachOnce(const std::vector<DWORD>& btnIDs)
-{
-    std::vector<DWORD> sorted(btnIDs);
-    std::sort(sorted.begin(), sorted.end());
-    sorted.erase(std::unique(sorted.begin(), sorted.end()), sorted.end());
-    if (sorted.size() == btnIDs.size())
-        return btnIDs;
-    std::vector<DWORD> distinct;
-    distinct.reserve(sorted.size());
-    std::vector<bool> isTaken(sorted.size());
-    for (const DWORD btnID : btnIDs) {
-        const auto place = std::lower_bound(sorted.begin(), sorted.end(), btnID) - sorted.begin();
-        const auto position = static_cast<std::size_t>(place);
-        if (isTaken[position])
-            continue;
-        isTaken[position] = true;
-        distinct.push_back(btnID);
-    }
-    return distinct;
-}
 
 } // namespace
 
@@ -52,7 +31,7 @@ bool CBUIDataMngr::SelectBtns(DWORD btnClassID, const std::vector<DWORD>& btnIDs
     const bool isDifference = relationMode == RELATIONMODE_DIFFERENCE;
     if (isDifference && btnIDsOfHost.empty())
         return false;
-    std::vector<DWORD> btnIDs = TakeEachOnce(btnIDsOfHost);
+    std::vector<DWORD> btnIDs = SCIDList::TakeEachOnce(btnIDsOfHost);
 
     // The levels behind the class's own go.
     const auto found = std::find_if(hierarchies.begin(), hierarchies.end(), [=](const SHierarchyInfo& level) {
@@ -138,6 +117,7 @@ bool CBUIDataMngr::SelectBtnsForDiffCnd(VCBtnClass& btnClass, const std::vector<
         diffStandardBtnID = btnIDs.front();
         diffTargetBtnID = btnIDs.size() > 1 ? btnIDs[1] : SCBUICoreCom::BTN_ID_UNSETTING;
         AdjstSumValueCacheToClearAllBtnSelections();
+        ResetMembersOfEffectiveSpBtns(btnClass);
     }
 
     if (diffStandardBtnID != SCBUICoreCom::BTN_ID_UNSETTING) {
@@ -165,12 +145,6 @@ bool CBUIDataMngr::ExecRelation(SHierarchyInfo* level, DWORD btnClassID, const s
     }
     throw ECAbnormalData(SCBUICoreStrDef::MSG_UNKNOWN_RELATIONMODE, SRC_FILE,
                          "NSKZ::NSKZCore::CBUIDataMngr::SelectBtns", __LINE__);
-}
-
-// Members that a condition picks follow the sums; without a sum manager there are none to follow.
-bool CBUIDataMngr::ResetMemberBtnBasedOnTheCnd()
-{
-    return coreSumMngr != nullptr;
 }
 
 bool CBUIDataMngr::SelectBtns(const std::vector<SSelectBtnIDList>& selectInfo, bool includeNonDispBtns)

@@ -1,8 +1,7 @@
 #include "CNumBtnClass.h"
 
+#include "COrdListBuilder.h"
 #include "SCNumeric.h"
-
-#include <algorithm>
 
 namespace NSKZ::NSKZCore {
 
@@ -46,25 +45,21 @@ void CNumBtnClass::GetBtnNameOrdList(unsigned int flags, std::vector<DWORD>& btn
     const VCBtn* const empValBtn = FindBtn(SCBUICoreCom::BTN_ID_EMPVAL);
     const bool empValListed =
         empValBtn != nullptr && (empValBtn->visibleInfo & VISINFO_NOREC) == 0 && IsListed(*empValBtn, flags);
-    const bool empValAtEnd = (flags & ORDLIST_TAILEND_EMPVALBTN) != 0;
 
-    std::vector<DWORD> listed;
+    COrdListBuilder list(*this, flags);
+    list.AddSpBtnsByText();
     for (const DWORD btnID : numNameOrd.GetBtnIDs()) {
         if (IsInsideBtnListed(btnID, flags, FUNCTION, __LINE__))
-            listed.push_back(btnID);
+            list.Add(btnID);
     }
-    if (empValListed && !empValAtEnd)
-        listed.push_back(SCBUICoreCom::BTN_ID_EMPVAL);
-    const auto reversedEnd = static_cast<std::ptrdiff_t>(listed.size());
+    if (empValListed)
+        list.Add(SCBUICoreCom::BTN_ID_EMPVAL);
+    list.EndReversedPart();
     for (const DWORD btnID : strNameOrd.GetBtnIDs()) {
         if (IsInsideBtnListed(btnID, flags, FUNCTION, __LINE__))
-            listed.push_back(btnID);
+            list.Add(btnID);
     }
-    if ((flags & ORDLIST_DESCEND) != 0)
-        std::reverse(listed.begin(), listed.begin() + reversedEnd);
-    if (empValListed && empValAtEnd)
-        listed.push_back(SCBUICoreCom::BTN_ID_EMPVAL);
-    btnIDs = std::move(listed);
+    list.Finish(btnIDs);
 }
 
 SCBUICoreCom::EBtnClassType CNumBtnClass::GetBtnClassType() const

@@ -1,10 +1,39 @@
 #include "SCBUICoreCom.h"
 
+#include "ECAbnormalData.h"
+#include "SCBUICoreStrDef.h"
+
 #include <algorithm>
+#include <iterator>
 
 namespace NSKZ::NSKZCore {
 
 namespace {
+
+struct SWord
+{
+    const char* text;
+    DWORD len;
+};
+
+// By value of ESumMethodForCnd, from 1 on.
+constexpr SWord SUMMETHOD_WORDS[] = {
+    {SCBUICoreCom::STR_ATTRVALUE_SUMMETHOD_SUM, SCBUICoreCom::STRLEN_ATTRVALUE_SUMMETHOD_SUM},
+    {SCBUICoreCom::STR_ATTRVALUE_SUMMETHOD_COUNT, SCBUICoreCom::STRLEN_ATTRVALUE_SUMMETHOD_COUNT},
+    {SCBUICoreCom::STR_ATTRVALUE_SUMMETHOD_AVERAGE, SCBUICoreCom::STRLEN_ATTRVALUE_SUMMETHOD_AVERAGE},
+    {SCBUICoreCom::STR_ATTRVALUE_SUMMETHOD_RATIO, SCBUICoreCom::STRLEN_ATTRVALUE_SUMMETHOD_RATIO},
+    {SCBUICoreCom::STR_ATTRVALUE_SUMMETHOD_EACH, SCBUICoreCom::STRLEN_ATTRVALUE_SUMMETHOD_EACH},
+    {SCBUICoreCom::STR_ATTRVALUE_SUMMETHOD_SUM_TOTAL, SCBUICoreCom::STRLEN_ATTRVALUE_SUMMETHOD_SUM_TOTAL},
+    {SCBUICoreCom::STR_ATTRVALUE_SUMMETHOD_RATIO_TOTAL, SCBUICoreCom::STRLEN_ATTRVALUE_SUMMETHOD_RATIO_TOTAL},
+    {SCBUICoreCom::STR_ATTRVALUE_SUMMETHOD_WEIGHTEDAVG, SCBUICoreCom::STRLEN_ATTRVALUE_SUMMETHOD_WEIGHTEDAVG},
+    {SCBUICoreCom::STR_ATTRVALUE_SUMMETHOD_MAX, SCBUICoreCom::STRLEN_ATTRVALUE_SUMMETHOD_MAX},
+    {SCBUICoreCom::STR_ATTRVALUE_SUMMETHOD_MIN, SCBUICoreCom::STRLEN_ATTRVALUE_SUMMETHOD_MIN},
+    {SCBUICoreCom::STR_ATTRVALUE_SUMMETHOD_LATEST, SCBUICoreCom::STRLEN_ATTRVALUE_SUMMETHOD_LATEST},
+    {SCBUICoreCom::STR_ATTRVALUE_SUMMETHOD_ABSOLUTE, SCBUICoreCom::STRLEN_ATTRVALUE_SUMMETHOD_ABSOLUTE},
+    {SCBUICoreCom::STR_ATTRVALUE_SUMMETHOD_SUM_MULTIPLICATION,
+     SCBUICoreCom::STRLEN_ATTRVALUE_SUMMETHOD_SUM_MULTIPLICATION},
+    {SCBUICoreCom::STR_ATTRVALUE_SUMMETHOD_COUNT_CELL, SCBUICoreCom::STRLEN_ATTRVALUE_SUMMETHOD_COUNT_CELL},
+};
 
 // Ends a list that was written by index at what was written.
 DWORD TrimTo(std::vector<DWORD>& list, std::size_t count)
@@ -14,6 +43,31 @@ DWORD TrimTo(std::vector<DWORD>& list, std::size_t count)
 }
 
 } // namespace
+
+void SCBUICoreCom::GetSumMethodAttribute(ESumMethodForCnd sumMethod, IXMLIO::SAttribute& attribute)
+{
+    const DWORD index = static_cast<DWORD>(sumMethod) - 1;
+    if (index >= std::size(SUMMETHOD_WORDS))
+        throw ECAbnormalData(SCBUICoreStrDef::MSG_UNKNOWN_SUMMETHOD_FORCND, "Src/SCBUICoreCom",
+                             "NSKZ::NSKZCore::SCBUICoreCom::GetSumMethodAttribute", __LINE__);
+    attribute = {STR_ATTRNAME_SUMMETHOD, STRLEN_ATTRNAME_SUMMETHOD, SUMMETHOD_WORDS[index].text,
+                 SUMMETHOD_WORDS[index].len};
+}
+
+bool SCBUICoreCom::GetSumMethodEnum(const IXMLIO::SAttribute& attribute, ESumMethodForCnd& sumMethod) noexcept
+{
+    if (!IXMLIO::IsSameText(attribute.name, attribute.nameLen, STR_ATTRNAME_SUMMETHOD,
+                            STRLEN_ATTRNAME_SUMMETHOD))
+        return false;
+    for (DWORD index = 0; index < std::size(SUMMETHOD_WORDS); ++index) {
+        const SWord& word = SUMMETHOD_WORDS[index];
+        if (IXMLIO::IsSameText(attribute.value, attribute.valueLen, word.text, word.len)) {
+            sumMethod = static_cast<ESumMethodForCnd>(index + 1);
+            return true;
+        }
+    }
+    return false;
+}
 
 DWORD SCBUICoreCom::MergeBtnIDListByANDCnd(std::vector<DWORD>& btnIDList,
                                            const std::vector<DWORD>& other) noexcept

@@ -1,6 +1,7 @@
 #ifndef SCBUICORECOM_H
 #define SCBUICORECOM_H
 
+#include "IXMLIO.h"
 #include "KzcBUIMngrAPI.h"
 
 #include <vector>
@@ -79,6 +80,70 @@ public:
         LINKTBLVERTYPE_ONMEM = 1,  // fast: every cell in plain memory
         LINKTBLVERTYPE_MEMSAV = 2, // small: cells in blocks
     };
+
+    // What a button is worth to a condition. Each, SumTotal, RatioTotal and SumMultiplication are no numbers
+    // of a button: a condition does not take them.
+    enum class ESumMethodForCnd : DWORD
+    {
+        Sum = 1,
+        Count = 2,
+        Average = 3,
+        Ratio = 4, // of the sum to the total of the class
+        Each = 5,
+        SumTotal = 6,
+        RatioTotal = 7,
+        WeightedAvg = 8,
+        Max = 9,
+        Min = 10,
+        Latest = 11,
+        Absolute = 12,
+        SumMultiplication = 13,
+        CountCell = 14,
+    };
+
+    // The attribute of a sum method in XML, and its words in the order of the values.
+    static constexpr char STR_ATTRNAME_SUMMETHOD[] = "sumMethod";
+    static constexpr DWORD STRLEN_ATTRNAME_SUMMETHOD = sizeof STR_ATTRNAME_SUMMETHOD - 1;
+    static constexpr char STR_ATTRVALUE_SUMMETHOD_SUM[] = "Sum";
+    static constexpr DWORD STRLEN_ATTRVALUE_SUMMETHOD_SUM = sizeof STR_ATTRVALUE_SUMMETHOD_SUM - 1;
+    static constexpr char STR_ATTRVALUE_SUMMETHOD_COUNT[] = "Count";
+    static constexpr DWORD STRLEN_ATTRVALUE_SUMMETHOD_COUNT = sizeof STR_ATTRVALUE_SUMMETHOD_COUNT - 1;
+    static constexpr char STR_ATTRVALUE_SUMMETHOD_AVERAGE[] = "Average";
+    static constexpr DWORD STRLEN_ATTRVALUE_SUMMETHOD_AVERAGE = sizeof STR_ATTRVALUE_SUMMETHOD_AVERAGE - 1;
+    static constexpr char STR_ATTRVALUE_SUMMETHOD_RATIO[] = "Ratio";
+    static constexpr DWORD STRLEN_ATTRVALUE_SUMMETHOD_RATIO = sizeof STR_ATTRVALUE_SUMMETHOD_RATIO - 1;
+    static constexpr char STR_ATTRVALUE_SUMMETHOD_EACH[] = "Each";
+    static constexpr DWORD STRLEN_ATTRVALUE_SUMMETHOD_EACH = sizeof STR_ATTRVALUE_SUMMETHOD_EACH - 1;
+    static constexpr char STR_ATTRVALUE_SUMMETHOD_SUM_TOTAL[] = "SumTotal";
+    static constexpr DWORD STRLEN_ATTRVALUE_SUMMETHOD_SUM_TOTAL =
+        sizeof STR_ATTRVALUE_SUMMETHOD_SUM_TOTAL - 1;
+    static constexpr char STR_ATTRVALUE_SUMMETHOD_RATIO_TOTAL[] = "RatioTotal";
+    static constexpr DWORD STRLEN_ATTRVALUE_SUMMETHOD_RATIO_TOTAL =
+        sizeof STR_ATTRVALUE_SUMMETHOD_RATIO_TOTAL - 1;
+    static constexpr char STR_ATTRVALUE_SUMMETHOD_WEIGHTEDAVG[] = "WeightedAvg";
+    static constexpr DWORD STRLEN_ATTRVALUE_SUMMETHOD_WEIGHTEDAVG =
+        sizeof STR_ATTRVALUE_SUMMETHOD_WEIGHTEDAVG - 1;
+    static constexpr char STR_ATTRVALUE_SUMMETHOD_MAX[] = "Max";
+    static constexpr DWORD STRLEN_ATTRVALUE_SUMMETHOD_MAX = sizeof STR_ATTRVALUE_SUMMETHOD_MAX - 1;
+    static constexpr char STR_ATTRVALUE_SUMMETHOD_MIN[] = "Min";
+    static constexpr DWORD STRLEN_ATTRVALUE_SUMMETHOD_MIN = sizeof STR_ATTRVALUE_SUMMETHOD_MIN - 1;
+    static constexpr char STR_ATTRVALUE_SUMMETHOD_LATEST[] = "Latest";
+    static constexpr DWORD STRLEN_ATTRVALUE_SUMMETHOD_LATEST = sizeof STR_ATTRVALUE_SUMMETHOD_LATEST - 1;
+    static constexpr char STR_ATTRVALUE_SUMMETHOD_ABSOLUTE[] = "Absolute";
+    static constexpr DWORD STRLEN_ATTRVALUE_SUMMETHOD_ABSOLUTE = sizeof STR_ATTRVALUE_SUMMETHOD_ABSOLUTE - 1;
+    static constexpr char STR_ATTRVALUE_SUMMETHOD_SUM_MULTIPLICATION[] = "SumMultiplication";
+    static constexpr DWORD STRLEN_ATTRVALUE_SUMMETHOD_SUM_MULTIPLICATION =
+        sizeof STR_ATTRVALUE_SUMMETHOD_SUM_MULTIPLICATION - 1;
+    static constexpr char STR_ATTRVALUE_SUMMETHOD_COUNT_CELL[] = "CountCell";
+    static constexpr DWORD STRLEN_ATTRVALUE_SUMMETHOD_COUNT_CELL =
+        sizeof STR_ATTRVALUE_SUMMETHOD_COUNT_CELL - 1;
+
+    // Makes `attribute` that of the sum method; its texts are constants. Throws ECAbnormalData for a value
+    // that is no sum method.
+    static void GetSumMethodAttribute(ESumMethodForCnd sumMethod, IXMLIO::SAttribute& attribute);
+    // The sum method that an attribute tells. False, with `sumMethod` untouched, if the attribute has another
+    // name or none of the words.
+    static bool GetSumMethodEnum(const IXMLIO::SAttribute& attribute, ESumMethodForCnd& sumMethod) noexcept;
 
     // What kind of button class an identifier names.
     static constexpr bool IsSrcBtnClass(DWORD btnClassID) noexcept

@@ -53,9 +53,8 @@ void VCBtn::ClearOfFixedSpec()
     if (backReferences == nullptr)
         return;
     backReferences->spBtnIDsInClass.clear();
-    std::erase_if(backReferences->spBtnIDsOfOtherClass, [](const SBtnClassIDAndBtnID& spBtn) {
-        return SCBUICoreCom::IsFixedVirBtnClass(spBtn.btnClassID);
-    });
+    backReferences->spBtnIDsOfOtherClass.EraseIf(
+        [](const SBtnClassIDAndBtnID& spBtn) { return SCBUICoreCom::IsFixedVirBtnClass(spBtn.btnClassID); });
     if (!HasBackReferences())
         backReferences.reset();
 }

@@ -3,9 +3,9 @@
 
 #include "SBtnClassIDAndBtnID.h"
 #include "SCBUICoreCom.h"
+#include "TCFlatSet.h"
 
 #include <memory>
-#include <set>
 
 namespace NSKZ::NSKZCore {
 
@@ -46,8 +46,8 @@ public:
     // The special buttons that hold a button as member. Few buttons are members, so most have none of this.
     struct SBackReferences
     {
-        std::set<DWORD> spBtnIDsInClass;                    // of the same class
-        std::set<SBtnClassIDAndBtnID> spBtnIDsOfOtherClass; // virtual inc buttons of other classes
+        TCFlatSet<DWORD> spBtnIDsInClass;                    // of the same class
+        TCFlatSet<SBtnClassIDAndBtnID> spBtnIDsOfOtherClass; // virtual inc buttons of other classes
     };
 
     // `name` is copied; null stands for no name.

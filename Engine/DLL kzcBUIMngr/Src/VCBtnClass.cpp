@@ -1,6 +1,8 @@
 #include "VCBtnClass.h"
 
 #include "CFormattedMsg.h"
+#include "COrdListBuilder.h"
+#include "CSpBtnWalk.h"
 #include "ECAbnormalData.h"
 #include "IBnLink.h"
 #include "IRpLink.h"
@@ -170,6 +172,34 @@ DWORD VCBtnClass::GetDisplayedBtnIDList(std::vector<DWORD>& btnIDs) const
     return static_cast<DWORD>(btnIDs.size());
 }
 
+DWORD VCBtnClass::GetDisplayedBtnIDListWhichExpandCndCllBtn(std::vector<DWORD>& btnIDs) const
+{
+    btnIDs.clear();
+    for (DWORD btnID = 0; btnID < display.GetEndID(); ++btnID) {
+        const bool isListed =
+            display.IsDisplayed(btnID) ||
+            (display.IsRegistered(btnID) && !display.IsHiddenByRelation(btnID) &&
+             !display.IsHiddenByLimit(btnID) && srcBtnOfID[btnID]->visibleInfo == VISINFO_CNDCLLMEMBER);
+        if (isListed)
+            btnIDs.push_back(btnID);
+    }
+    for (const auto& [btnID, btn] : spBtnOfID) {
+        if ((btn->visibleInfo & ~VISINFO_CNDCLLMEMBER) == 0 && !IsCndCllBtn(*btn))
+            btnIDs.push_back(btnID);
+    }
+    return static_cast<DWORD>(btnIDs.size());
+}
+
+DWORD VCBtnClass::GetAllUneffectiveBtnIDList(std::vector<DWORD>& btnIDs) const
+{
+    btnIDs.clear();
+    for (const auto& [btnID, btn] : spBtnOfID) {
+        if (!btn->IsEffective())
+            btnIDs.push_back(btnID);
+    }
+    return static_cast<DWORD>(btnIDs.size());
+}
+
 DWORD VCBtnClass::GetAllBtnIDList(std::vector<DWORD>& btnIDs, bool includeIneffective) const
 {
     return ListBtnIDs(btnIDs, [=](const VCBtn& btn) { return includeIneffective || btn.IsEffective(); });
@@ -213,113 +243,38 @@ void VCBtnClass::SetBtnAppOrdList(const IBnLink& bnLink)
     appOrdList = std::move(order);
 }
 
-template <class TOrder, class TIsListed>
-void VCBtnClass::ListInOrder(const TOrder& order, unsigned int flags, const TIsListed& isListed,
-                             std::vector<DWORD>& btnIDs)
-{
-    std::vector<DWORD> listed; // `order` may be the output itself
-    bool emptyValueAtEnd = false;
-    for (const DWORD btnID : order) {
-        if (!isListed(btnID))
-            continue;
-        if ((flags & ORDLIST_TAILEND_EMPVALBTN) != 0 && SCBUICoreCom::IsEmpValBtn(btnID))
-            emptyValueAtEnd = true;
-        else
-            listed.push_back(btnID);
-    }
-    if ((flags & ORDLIST_DESCEND) != 0)
-        std::reverse(listed.begin(), listed.end());
-    if (emptyValueAtEnd)
-        listed.push_back(SCBUICoreCom::BTN_ID_EMPVAL);
-    btnIDs = std::move(listed);
-}
-
 void VCBtnClass::GetBtnAppOrdList(unsigned int flags, std::vector<DWORD>& btnIDs) const
 {
-    const auto isListed = [this, flags](DWORD btnID) {
-        return IsInsideBtnListed(btnID, flags, "NSKZ::NSKZCore::VCBtnClass::GetBtnAppOrdList", 3772);
-    };
-    ListInOrder(appOrdList, flags, isListed, btnIDs);
+    COrdListBuilder list(*this, flags);
+    if (spBtnCount != 0)
+        list.AddSpBtnsByCreation();
+    for (const DWORD btnID : appOrdList) {
+        if (IsInsideBtnListed(btnID, flags, "NSKZ::NSKZCore::VCBtnClass::GetBtnAppOrdList", 3772))
+            list.Add(btnID);
+    }
+    list.Finish(btnIDs);
 }
 
 void VCBtnClass::GetBtnNameOrdList(unsigned int flags, std::vector<DWORD>& btnIDs) const
 {
-    const auto isListed = [this, flags](DWORD btnID) {
-        return IsInsideBtnListed(btnID, flags, "NSKZ::NSKZCore::VCBtnClass::GetBtnNameOrdList", 3892);
-    };
-    ListInOrder(nameOrdList.GetBtnIDs(), flags, isListed, btnIDs);
+    COrdListBuilder list(*this, flags);
+    for (const DWORD btnID : nameOrdList.GetBtnIDs()) {
+        if (IsInsideBtnListed(btnID, flags, "NSKZ::NSKZCore::VCBtnClass::GetBtnNameOrdList", 3892))
+            list.AddOrSetAside(btnID);
+    }
+    list.Finish(btnIDs);
 }
 
 void VCBtnClass::GetBtnUnknownOrdList(unsigned int flags, const std::vector<DWORD>& order,
                                       std::vector<DWORD>& btnIDs) const
 {
-    const auto isListed = [this, flags](DWORD btnID) {
-        if ((flags & ORDLIST_INCLUDE_NONDISPBTNS) != 0)
-            return true;
+    COrdListBuilder list(*this, flags);
+    for (const DWORD btnID : order) {
         const VCBtn* const btn = FindBtn(btnID);
-        return btn != nullptr && IsListed(*btn, flags);
-    };
-    ListInOrder(order, flags, isListed, btnIDs);
-}
-
-// --- Records
-
-bool VCBtnClass::GetRecListThatRelatesToBtn(DWORD btnID, DWORD*& recList, DWORD& recCountOfList,
-                                            DWORD** mergeBuffers) const
-{
-    if (SCBUICoreCom::IsSpBtn(btnID) && FindBtn(btnID) == nullptr)
-        return false;
-    if (recCountOfList == 0)
-        return (*rpLink)->GetRecList(id, btnID, recList, recCountOfList);
-    DWORD added = 0;
-    if (!(*rpLink)->GetRecList(id, btnID, mergeBuffers[0], added))
-        return false;
-    recCountOfList =
-        SCKZCoreCom::MergeRecListByORCnd(recList, recCountOfList, mergeBuffers[0], added, mergeBuffers[1]);
-    std::swap(recList, mergeBuffers[1]);
-    return true;
-}
-
-bool VCBtnClass::GetRecListThatRelatesToBtns(const VCBtnClass* btnClass, const std::vector<DWORD>& btnIDs,
-                                             DWORD*& recList, DWORD& recCountOfList, DWORD** buffers,
-                                             DWORD& failedID)
-{
-    if (btnClass == nullptr)
-        return false;
-    std::vector<DWORD> distinctIDs(btnIDs);
-    std::sort(distinctIDs.begin(), distinctIDs.end());
-    distinctIDs.erase(std::unique(distinctIDs.begin(), distinctIDs.end()), distinctIDs.end());
-    const auto firstOther = std::partition_point(distinctIDs.begin(), distinctIDs.end(), [](DWORD btnID) {
-        return btnID <= SCBUICoreCom::BTN_ID_NRM_END;
-    });
-
-    // The records of source buttons do not overlap, so they are collected first and sorted once.
-    DWORD* const collected = recCountOfList == 0 ? recList : buffers[0];
-    DWORD collectedCount = 0;
-    for (auto btnID = distinctIDs.begin(); btnID != firstOther; ++btnID) {
-        DWORD added = 0;
-        if (!(*btnClass->rpLink)->GetRecList(btnClass->id, *btnID, collected + collectedCount, added)) {
-            failedID = *btnID;
-            return false;
-        }
-        collectedCount += added;
+        if ((flags & ORDLIST_INCLUDE_NONDISPBTNS) != 0 || (btn != nullptr && IsListed(*btn, flags)))
+            list.AddOrSetAside(btnID);
     }
-    if (firstOther - distinctIDs.begin() > 1)
-        SCSortRecs::Sort(collected, collectedCount);
-    if (recCountOfList == 0) {
-        recCountOfList = collectedCount;
-    } else if (collectedCount != 0) {
-        recCountOfList =
-            SCKZCoreCom::MergeRecListByORCnd(recList, recCountOfList, collected, collectedCount, buffers[1]);
-        std::swap(recList, buffers[1]);
-    }
-    for (auto btnID = firstOther; btnID != distinctIDs.end(); ++btnID) {
-        if (!btnClass->GetRecListThatRelatesToBtn(*btnID, recList, recCountOfList, buffers)) {
-            failedID = *btnID;
-            return false;
-        }
-    }
-    return true;
+    list.Finish(btnIDs);
 }
 
 // --- What the environment changes
@@ -331,6 +286,13 @@ void VCBtnClass::Clear()
     display.Clear();
     srcBtnOfID.clear();
     spBtnOfID.clear();
+    spBtnCount = 0;
+    ineffectiveBtnCount = 0;
+    incNextID = SCBUICoreCom::BTN_ID_INC_BEGIN;
+    incBlankIDList.clear();
+    cllNextID = SCBUICoreCom::BTN_ID_CLL_BEGIN;
+    cllBlankIDList.clear();
+    ineffectiveOuterSpBtns.clear();
     nameOrdList.Clear();
     appOrdList.clear();
     btns.Clear();
@@ -347,6 +309,21 @@ void VCBtnClass::Clear()
 
 void VCBtnClass::ClearOfFixedSpec()
 {
+    spBtnCount = 0;
+    ineffectiveBtnCount = 0;
+    for (auto next = spBtnOfID.begin(); next != spBtnOfID.end();) {
+        const auto [btnID, spBtn] = *next++;
+        if (SCBUICoreCom::IsVirIncBtn(btnID)) {
+            ++(spBtn->IsEffective() ? spBtnCount : ineffectiveBtnCount);
+        } else {
+            DeleteBtnInfoFromNameOrdList(spBtn);
+            UnregSpBtn(btnID);
+        }
+    }
+    incNextID = SCBUICoreCom::BTN_ID_INC_BEGIN;
+    incBlankIDList.clear();
+    cllNextID = SCBUICoreCom::BTN_ID_CLL_BEGIN;
+    cllBlankIDList.clear();
     for (const auto& entry : btns.GetEntries()) {
         entry.value->ClearOfFixedSpec();
         AdjstToBackReferences(*entry.value);
@@ -384,6 +361,9 @@ void VCBtnClass::Copy(const VCBtnClass& other, const std::unique_ptr<IRpLink>& r
         appOrdList = other.appOrdList;
         selBtnIDs = other.selBtnIDs;
         display = other.display;
+        incBlankIDList = other.incBlankIDList;
+        cllBlankIDList = other.cllBlankIDList;
+        ineffectiveOuterSpBtns = other.ineffectiveOuterSpBtns;
     } catch (...) {
         VCBtnClass::Clear();
         throw;
@@ -394,15 +374,36 @@ void VCBtnClass::Copy(const VCBtnClass& other, const std::unique_ptr<IRpLink>& r
     newBtnMadeSelState = other.newBtnMadeSelState;
     btnSelState = other.btnSelState;
     selBtnCount = other.selBtnCount;
+    spBtnCount = other.spBtnCount;
+    ineffectiveBtnCount = other.ineffectiveBtnCount;
+    incNextID = other.incNextID;
+    cllNextID = other.cllNextID;
     recCount = other.recCount;
     rpLink = &rpLinkOfEnv;
 }
 
-bool VCBtnClass::SetEffective(bool isEffective) noexcept
+bool VCBtnClass::SetEffective(bool isEffective)
 {
     if (effective == isEffective)
         return false;
+    if (!isEffective) {
+        std::set<SBtnClassIDAndBtnID> outerSpBtns;
+        for (const auto& entry : btns.GetEntries()) {
+            if (const auto& references = entry.value->backReferences) {
+                outerSpBtns.insert(references->spBtnIDsOfOtherClass.begin(),
+                                   references->spBtnIDsOfOtherClass.end());
+            }
+        }
+        ineffectiveOuterSpBtns.swap(outerSpBtns);
+    }
+    for (const SBtnClassIDAndBtnID& spBtn : ineffectiveOuterSpBtns) {
+        const auto found = refOrgBtnClasses.find(spBtn.btnClassID);
+        if (found != refOrgBtnClasses.end())
+            found->second->SetEffectiveInfoOfSpBtn(spBtn.btnID, isEffective);
+    }
     effective = isEffective;
+    if (isEffective)
+        ineffectiveOuterSpBtns.clear();
     return true;
 }
 
@@ -533,7 +534,7 @@ bool VCBtnClass::PutVisibleInfoOfBtns(const std::vector<DWORD>& btnIDs, unsigned
 {
     if ((bits & ~(VISINFO_RELATION | VISINFO_LIMITEDREC)) != 0)
         return false;
-    SpBtnsAbove spBtns;
+    CSpBtnWalk walk;
     for (const DWORD btnID : btnIDs) {
         if (!display.IsRegistered(btnID))
             continue;
@@ -542,9 +543,9 @@ bool VCBtnClass::PutVisibleInfoOfBtns(const std::vector<DWORD>& btnIDs, unsigned
         if ((bits & VISINFO_LIMITEDREC) != 0)
             display.ShowByLimit(btnID);
         if (display.IsBackReferred(btnID))
-            AddSpBtnsAbove(*FindBtn(btnID), spBtns);
+            walk.AddAbove(*this, *FindBtn(btnID));
     }
-    PutVisibleInfoOfSpBtnsAbove(spBtns, bits);
+    PutVisibleInfoOfSpBtnsAbove(walk, bits);
     return true;
 }
 
@@ -623,10 +624,10 @@ bool VCBtnClass::PutVisibleInfoBasedOnRelationOfRecs(const IBnLink& bnLink, cons
         else
             display.ShowMarkedByRelation();
     }
-    SpBtnsAbove spBtns;
+    CSpBtnWalk walk;
     for (const DWORD btnID : backReferred)
-        AddSpBtnsAbove(*FindBtn(btnID), spBtns);
-    PutVisibleInfoOfSpBtnsAbove(spBtns, VISINFO_RELATION);
+        walk.AddAbove(*this, *FindBtn(btnID));
+    PutVisibleInfoOfSpBtnsAbove(walk, VISINFO_RELATION);
     return true;
 }
 
@@ -638,41 +639,31 @@ bool VCBtnClass::PutVisibleInfoOfBtn(VCBtn* btn, unsigned int bits)
     if ((GetVisibleInfo(*btn) & bits) == 0 && (bits & VISINFO_RELATION) == 0)
         return true;
     ClearVisibleInfo(*btn, bits);
-    SpBtnsAbove spBtns;
-    AddSpBtnsAbove(*btn, spBtns);
-    PutVisibleInfoOfSpBtnsAbove(spBtns, bits);
+    CSpBtnWalk walk;
+    walk.AddAbove(*this, *btn);
+    PutVisibleInfoOfSpBtnsAbove(walk, bits);
     return true;
 }
 
-void VCBtnClass::AddSpBtnsAbove(const VCBtn& btn, SpBtnsAbove& spBtns)
+// Goes up through the nesting, across classes, in the order in which the buttons were reached.
+void VCBtnClass::PutVisibleInfoOfSpBtnsAbove(CSpBtnWalk& walk, unsigned int bits)
 {
-    if (btn.backReferences == nullptr)
-        return;
-    for (const DWORD spBtnID : btn.backReferences->spBtnIDsInClass)
-        spBtns.emplace_back(this, spBtnID);
-    for (const SBtnClassIDAndBtnID& spBtn : btn.backReferences->spBtnIDsOfOtherClass) {
-        const auto found = refOrgBtnClasses.find(spBtn.btnClassID);
-        if (found != refOrgBtnClasses.end())
-            spBtns.emplace_back(found->second, spBtn.btnID);
+    for (std::size_t i = 0; i < walk.GetSize(); ++i) {
+        const auto [btnClass, spBtn] = walk.Get(i);
+        if ((spBtn->visibleInfo & bits) == 0 && (bits & VISINFO_RELATION) == 0)
+            continue;
+        btnClass->ClearVisibleInfo(*spBtn, bits);
+        walk.AddAbove(*btnClass, *spBtn);
     }
 }
 
-// Goes up through the nesting, across classes, and visits every special button once: not by recursion, which
-// would grow with the depth, and in the order in which they were reached.
-void VCBtnClass::PutVisibleInfoOfSpBtnsAbove(SpBtnsAbove& pending, unsigned int bits)
+bool VCBtnClass::PutVisibleInfoBasedOnRelationOfCndSpBtn(DWORD btnID)
 {
-    std::set<std::pair<const VCBtnClass*, DWORD>> visited;
-    for (std::size_t i = 0; i < pending.size(); ++i) {
-        VCBtnClass* const btnClass = pending[i].first;
-        const DWORD btnID = pending[i].second;
-        VCBtn* const btn = btnClass->FindBtn(btnID);
-        if (btn == nullptr || !visited.emplace(btnClass, btnID).second)
-            continue;
-        if ((btnClass->GetVisibleInfo(*btn) & bits) == 0 && (bits & VISINFO_RELATION) == 0)
-            continue;
-        btnClass->ClearVisibleInfo(*btn, bits);
-        btnClass->AddSpBtnsAbove(*btn, pending);
-    }
+    VCSpBtn* const spBtn = FindSpBtn(btnID);
+    if (spBtn == nullptr || spBtn->mmbBtnSelMth != VCSpBtn::MMBBTNSELMTH_CONDITION)
+        return false;
+    ClearVisibleInfo(*spBtn, VISINFO_RELATION);
+    return true;
 }
 
 // In selective state a class keeps its relation marks.
@@ -727,10 +718,15 @@ bool VCBtnClass::RegBtn(std::unique_ptr<VCBtn> btn)
         AdjstToBackReferences(*borrowed);
     } else {
         btns.ReserveForInsert();
-        spBtnOfID.emplace(btnID, borrowed);
+        spBtnOfID.emplace(btnID, static_cast<VCSpBtn*>(borrowed));
     }
     btns.InsertNew(btnID, std::move(btn));
     return true;
+}
+
+bool VCBtnClass::UnregSpBtn(DWORD btnID) noexcept
+{
+    return spBtnOfID.erase(btnID) != 0 && btns.Erase(btnID);
 }
 
 void VCBtnClass::MakeRoomForSrcBtn(DWORD btnID)
@@ -754,6 +750,16 @@ VCBtn* VCBtnClass::FindBtn(DWORD btnID) noexcept
 const VCBtn* VCBtnClass::FindBtn(DWORD btnID) const noexcept
 {
     return const_cast<VCBtnClass*>(this)->FindBtn(btnID);
+}
+
+VCSpBtn* VCBtnClass::FindSpBtn(DWORD btnID) noexcept
+{
+    return SCBUICoreCom::IsSpBtn(btnID) ? static_cast<VCSpBtn*>(FindBtn(btnID)) : nullptr;
+}
+
+const VCSpBtn* VCBtnClass::FindSpBtn(DWORD btnID) const noexcept
+{
+    return const_cast<VCBtnClass*>(this)->FindSpBtn(btnID);
 }
 
 const VCBtn& VCBtnClass::GetInsideBtn(DWORD btnID, const char* function, long line) const

@@ -8,7 +8,7 @@
 #include "SCFnv1a.h"
 #include "TCBtnOrdList.h"
 #include "TCHashMap.h"
-#include "VCBtn.h"
+#include "VCSpBtn.h"
 
 #include <map>
 #include <memory>
@@ -34,6 +34,14 @@ class IRpLink;
 // Selection. A button's `sel` is the truth; `selBtnIDs` remembers which buttons were selected, so that
 // dropping a selection costs what was selected and not the size of the class.
 //
+// Special buttons. A special button lists its members; each member names the special buttons that hold it.
+// Both ways are always changed together, and what follows from them, the reasons to hide of members and of
+// special buttons above, with them. Nesting may be deep and may share members: walks through it visit each
+// button once, members before those that hold them, and do not recurse. A button that selects by list and has
+// at least ROW_MEMBER_COUNT members keeps its records in a row of its own of the environment's IRpLink; below
+// that, and while memory was too short to bring the row up to date, its records are worked out from its
+// members.
+//
 // One thread at a time. Const operations may sort order lists behind the scenes.
 class KZCBUIMNGR_API VCBtnClass
 {
@@ -46,6 +54,47 @@ public:
                                                                         // members of a condition cll button
     static constexpr unsigned int ORDLIST_TAILEND_EMPVALBTN = 256; // the empty-value button at the very end
     static constexpr unsigned int ORDLIST_TAILEND_CNDCLLBTN = 512; // condition cll buttons at the very end
+
+    // How many members a button that selects by list has when it gets a row of records of its own.
+    static constexpr std::size_t ROW_MEMBER_COUNT = 400;
+
+    // What became of the making of a special button. The values 1 and 5 are those of CBUIDataMngr.
+    enum EMthRetOfCreateSpBtn : DWORD
+    {
+        CREATESPBTN_OK = 0,
+        CREATESPBTN_NOBTNCLASS = 1,    // the class does not exist
+        CREATESPBTN_NOID = 2,          // the identifiers of the kind are used up
+        CREATESPBTN_DUPLICATEID = 4,   // the identifier is taken
+        CREATESPBTN_BADTYPE = 5,       // a type of button that is not made this way
+        CREATESPBTN_UNKNOWNSELMTH = 6, // members are picked neither by list nor by condition
+        CREATESPBTN_BADMEMBER = 7,     // CheckAppropriateMmbBtnOrNot refused the members
+        CREATESPBTN_NULL = 4294967295, // there is no button to register
+    };
+
+    // What became of a change of a member list. The values 2 and 3 are those of CBUIDataMngr.
+    enum EMthRetOfOpeToMmbBtnIDList : DWORD
+    {
+        OPEMMBBTN_OK = 0,
+        OPEMMBBTN_NOSPBTN = 1,    // no special button of the class
+        OPEMMBBTN_NOTSELECT = 2,  // the button does not select by list
+        OPEMMBBTN_SYSTEMMNGR = 3, // the system manages the button
+        OPEMMBBTN_BADMEMBER = 4,  // CheckAppropriateMmbBtnOrNot refused the members
+        OPEMMBBTN_NOMEMBER = 6,   // to be added: a member already; to be deleted: no member
+    };
+
+    enum EMthRetOfGetMmbBtnCnd : DWORD
+    {
+        GETMMBBTNCND_OK = 0,
+        GETMMBBTNCND_NOSPBTN = 1, // no special button of the class
+        GETMMBBTNCND_NOCND = 2,   // the button has no condition
+    };
+
+    enum EMthRetOfSetMmbBtnCnd : DWORD
+    {
+        SETMMBBTNCND_OK = 0,
+        SETMMBBTNCND_NOSPBTN = 1,   // no special button of the class
+        SETMMBBTNCND_NOTCNDBTN = 2, // the button does not select by condition
+    };
 
     // `rpLinkOfEnv` is the environment's own pointer: the class follows it to the table of the moment.
     VCBtnClass(DWORD id, const std::unique_ptr<IRpLink>& rpLinkOfEnv);
@@ -66,6 +115,9 @@ public:
     bool IsBtnSelectiveState() const noexcept { return btnSelState; }
     DWORD GetBtnCount() const noexcept { return static_cast<DWORD>(btns.GetSize()); }
     DWORD GetSelBtnCount() const noexcept { return selBtnCount; }
+    DWORD GetIneffectiveBtnCount() const noexcept { return ineffectiveBtnCount; }
+    // Special buttons that the system itself manages: none in a class whose special buttons are all users'.
+    virtual DWORD GetSystemMngrSpBtnCount() const { return 0; }
     bool HasAllBtnsBeenSelected() const noexcept { return selBtnCount == btns.GetSize(); }
     DWORD GetRecCount() const noexcept { return recCount; }
 
@@ -94,9 +146,14 @@ public:
     DWORD GetDispSelectedBtnIDList(std::vector<DWORD>& btnIDs) const;
     // Linear in the buttons.
     DWORD GetDisplayedBtnIDList(std::vector<DWORD>& btnIDs) const;
+    // The displayed buttons as they are with each condition cll button shown as its members: those that
+    // nothing hides but such a button, and no condition cll button. Linear in the buttons.
+    DWORD GetDisplayedBtnIDListWhichExpandCndCllBtn(std::vector<DWORD>& btnIDs) const;
     // Ineffective special buttons are left out unless `includeIneffective` is set.
     DWORD GetAllBtnIDList(std::vector<DWORD>& btnIDs, bool includeIneffective) const;
     DWORD GetAllSpBtnIDList(std::vector<DWORD>& btnIDs, bool includeIneffective) const;
+    // The ineffective special buttons.
+    DWORD GetAllUneffectiveBtnIDList(std::vector<DWORD>& btnIDs) const;
     // The virtual classes that refer to this class.
     DWORD GetBtnClassIDListOfRefOrg(std::vector<DWORD>& btnClassIDs) const;
 
@@ -107,6 +164,9 @@ public:
     // table does not know the class; the former order stays then, as it does when memory is exhausted.
     virtual void SetBtnAppOrdList(const IBnLink& bnLink);
     // The buttons in order of first appearance in the source; of shown text; in an order that the host keeps.
+    // In the first, special buttons stand in front, oldest first; with ORDLIST_DESCEND behind, newest first.
+    // Condition cll buttons that go to the end are never reversed. A class of numbers has its special buttons
+    // by text in front in its order of shown texts.
     // `flags` are the ORDLIST_ constants; the output is resized to the result. An identifier in `order` that
     // is no button is left out (but not looked up with ORDLIST_INCLUDE_NONDISPBTNS). The first two throw
     // ECAbnormalData if the class's own lists name a button that it does not have. Linear in the buttons;
@@ -116,9 +176,91 @@ public:
     void GetBtnUnknownOrdList(unsigned int flags, const std::vector<DWORD>& order,
                               std::vector<DWORD>& btnIDs) const;
 
+    // --- Special buttons: queries. False, with the output untouched, for an identifier that is absent or not
+    // special. Constant where nothing else is told.
+    bool GetEffectiveInfoOfSpBtn(DWORD btnID, bool& isEffective) const;
+    bool GetMmbBtnSelMthOfSpBtn(DWORD btnID, VCSpBtn::EMmbBtnSelMth& selMth) const;
+    bool GetMemberBtnCountOfSpBtn(DWORD btnID, DWORD& count) const;
+    // The members in their order: a copy, or the list itself, good until the class changes.
+    bool GetMemberBtnIDListOfSpBtn(DWORD btnID, std::vector<DWORD>& mmbBtnIDs) const;
+    bool GetMemberBtnIDListOfSpBtn(DWORD btnID, const std::vector<DWORD>*& mmbBtnIDs) const;
+    // The condition itself, good until the button changes.
+    EMthRetOfGetMmbBtnCnd GetMemberBtnCndOfSpBtn(DWORD btnID, const IBtnCnd*& cnd) const;
+    // Whether the members of an inc button stay displayed; false also for a button that is no inc button.
+    bool GetDispMemberBtnInfoOfIncBtn(DWORD btnID, bool& disp) const;
+    // Whether a special button is managed by users (true) or by the system. Here true for every identifier of
+    // a special kind, present or not.
+    virtual bool GetBtnMngrInfoOfSpBtn(DWORD btnID, bool& managedByUser) const;
+    // The special buttons of the class that hold a button, ascending, those that an ineffective button will
+    // return to included; false for an absent button only.
+    bool GetSpBtnIDListIncludingSpecifiedBtn(DWORD btnID, std::vector<DWORD>& spBtnIDs) const;
+    // The special buttons above a button that no further one holds, ascending. Ineffective ones count with
+    // `includeIneffective`. False for an absent button. Linear in what is above and, with the flag, in the
+    // members of ineffective buttons.
+    bool GetRootSpBtnIDListIncludingBtn(DWORD btnID, bool includeIneffective,
+                                        std::vector<DWORD>& spBtnIDs) const;
+    // Adds to `spBtns` all special buttons above a button, across classes, or only those that hold it itself.
+    void GetSpBtnIDListThatTheSpecifiedBtnInfluences(DWORD btnID, std::set<SBtnClassIDAndBtnID>& spBtns,
+                                                     bool directOnly) const;
+    // Adds the source buttons that a special button stands for in the end; a virtual inc button counts as one
+    // of them in the second form and is refused in the first. False, with what was added until then, for a
+    // member that is neither a source button nor a special button of the class. Linear in the members below.
+    virtual bool GetMinimumMemberBtnIDListOfSpBtn(DWORD btnID, std::set<SBtnClassIDAndBtnID>& btns) const;
+    bool GetMinimumMemberBtnIDListInThisBtnClassOfSpBtn(DWORD btnID, std::set<DWORD>& btnIDs) const;
+    // Whether IRpLink has the records of the button: true for every identifier that is not special.
+    bool IsBtnWithRpLink(DWORD btnID) const;
+
+    // --- Special buttons: changes. Where members change, each special button above is brought up to date.
+    // Costs the members, and the buttons and rows above. If memory is exhausted nothing has changed, except
+    // where something else is told.
+
+    // Makes an inc or a cll button that shows `alias`, with the given members or a clone of the condition,
+    // either of which may be null; which of them counts is told by `selMth`. A released identifier is given
+    // out again first, the smallest one. On a refusal `btnID` is untouched, and an identifier that was new is
+    // a released one.
+    EMthRetOfCreateSpBtn CreateIncBtn(const char* alias, VCSpBtn::EMmbBtnSelMth selMth,
+                                      const std::vector<DWORD>* members, const IBtnCnd* cnd, DWORD& btnID);
+    EMthRetOfCreateSpBtn CreateCllBtn(const char* alias, VCSpBtn::EMmbBtnSelMth selMth,
+                                      const std::vector<DWORD>* members, const IBtnCnd* cnd, DWORD& btnID);
+    // Destroys it and releases its identifier; false if there is no button of the kind. It leaves those that
+    // hold it, ineffective ones too, and lets its members go. A selected one lowers the count of selected
+    // buttons.
+    virtual bool DestroyIncBtn(DWORD btnID);
+    virtual bool DestroyCllBtn(DWORD btnID);
+    // Switches a special button off or on. Off, it leaves those that hold it and lets its members go, but
+    // both sides are remembered, and on again they are put back. False for no special button; true if
+    // unchanged.
+    virtual bool SetEffectiveInfoOfSpBtn(DWORD btnID, bool isEffective);
+    // Replaces the members; an identifier counts once, in first place. An ineffective button stores the list;
+    // the members learn of it when it is effective again.
+    virtual EMthRetOfOpeToMmbBtnIDList SetMemberBtnIDListOfSpBtn(DWORD btnID,
+                                                                 const std::vector<DWORD>& mmbBtnIDs);
+    // Adds a member at the end, without a test of whether it is appropriate, or takes one out. Adding a
+    // button that holds this one closes a loop: walks end all the same, but SetMemberBtnIDListOfSpBtn is
+    // the operation that refuses it. VISINFO_NOMEMBER is not touched by adding.
+    virtual EMthRetOfOpeToMmbBtnIDList AddMemberBtnIDListOfSpBtn(DWORD btnID, DWORD mmbBtnID);
+    virtual EMthRetOfOpeToMmbBtnIDList DeleteMemberBtnIDListOfSpBtn(DWORD btnID, DWORD mmbBtnID);
+    // Keeps a clone of the condition in place of the one held; members stay until the environment asks for
+    // them.
+    EMthRetOfSetMmbBtnCnd SetMemberBtnCndOfSpBtn(DWORD btnID, const IBtnCnd& cnd);
+    // Lets the condition go. False for no special button.
+    bool ClearMemberBtnCndOfSpBtn(DWORD btnID);
+    // Whether the members of an inc button stay displayed. False for no inc button; true if unchanged.
+    bool SetDispMemberBtnInfoOfIncBtn(DWORD btnID, bool disp);
+    // Works out anew what follows from the members of a special button, and of all above it: whether a member
+    // is alive, and with `buildRpLink` its row of records. `force` false passes over the buttons of a common
+    // virtual class. False for no special button. If memory is exhausted rows may stay outdated, which costs
+    // time and no truth.
+    bool ResetInsideInfoForSpBtn(DWORD btnID, bool buildRpLink, bool force);
+    // Works out for every special button whether a member is alive, members first: to be called when the
+    // limitation has changed.
+    void ResetLiveMemberInfoOfAllSpBtns();
+
     // --- Records.
     // The records of one button, united with the `recCount` records that `recList` holds (a count of 0: those
-    // alone), ascending. False for a special button that is absent; an absent source button has no records.
+    // alone), ascending. False for a special button that is absent; an absent source button has no records,
+    // and neither has an ineffective special button. Throws ECAbnormalData for a special button with a member
+    // that is a special button the class does not have.
     // `recList` and the two `mergeBuffers` have room for every record of the environment each; they may be
     // swapped with each other: whoever owns them keeps copies of the pointers.
     bool GetRecListThatRelatesToBtn(DWORD btnID, DWORD*& recList, DWORD& recCount,
@@ -137,8 +279,9 @@ public:
     // virtual classes are not taken over. If memory is exhausted the class is left empty.
     virtual void Copy(const VCBtnClass& other, const std::unique_ptr<IRpLink>& rpLinkOfEnv);
 
-    // False if unchanged.
-    bool SetEffective(bool isEffective) noexcept;
+    // False if unchanged. An ineffective class switches off the virtual inc buttons of other classes that
+    // hold its buttons, and effective again it switches them on.
+    bool SetEffective(bool isEffective);
     // False if unchanged.
     bool SetSelectionInfo(bool isSelected) noexcept;
     void SetNewBtnMadeSelState(bool state) noexcept { newBtnMadeSelState = state; }
@@ -168,6 +311,9 @@ public:
     // are passed over.
     bool PutVisibleInfoBasedOnRelationOfBtns(const std::vector<DWORD>& btnIDs);
     bool PutVisibleInfoBasedOnLimitedRecListOfBtns(const std::vector<DWORD>& btnIDs);
+    // Brings a special button that selects by condition back as far as the relation goes, unless the class is
+    // in selective state; false for any other button.
+    bool PutVisibleInfoBasedOnRelationOfCndSpBtn(DWORD btnID);
     // PutVisibleInfoBasedOnRelationOfBtns for the buttons of the listed records, straight from the table and
     // without a list of buttons in between; to be called after SetVisibleInfoBasedOnRelationOfAllBtns(false).
     // False if the table does not know the class. Linear in the records; nothing is allocated unless a button
@@ -181,14 +327,20 @@ public:
                             std::vector<DWORD>& btnIDs);
 
 protected:
-    // Enters a button. False, and the button is gone, if its identifier is taken. If memory is exhausted
+    // Enters a button, which is a VCSpBtn if its identifier is not a source button's. False, and the button
+    // is gone, if its identifier is taken. If memory is exhausted
     // nothing changes, but the button is gone too.
     bool RegBtn(std::unique_ptr<VCBtn> btn);
+    // Lets a special button go: false if there is none of that identifier. What refers to it stays.
+    bool UnregSpBtn(DWORD btnID) noexcept;
     // Sees to it that the RegBtn of a source button of that identifier cannot run out of memory.
     void MakeRoomForSrcBtn(DWORD btnID);
     // Null if absent. Constant.
     VCBtn* FindBtn(DWORD btnID) noexcept;
     const VCBtn* FindBtn(DWORD btnID) const noexcept;
+    // The same for special buttons; null for others.
+    VCSpBtn* FindSpBtn(DWORD btnID) noexcept;
+    const VCSpBtn* FindSpBtn(DWORD btnID) const noexcept;
     // FindBtn for an identifier that the class's own lists name: throws ECAbnormalData if it is absent.
     // `function` and `line` tell where the list was read.
     const VCBtn& GetInsideBtn(DWORD btnID, const char* function, long line) const;
@@ -207,6 +359,9 @@ protected:
         return IsIncludInOrdList(GetVisibleInfo(btn), flags);
     }
 
+    // Whether a text is exactly that word.
+    static bool IsSameWord(const char* text, DWORD len, const char* word) noexcept;
+
     unsigned int GetVisibleInfo(const VCBtn& btn) const noexcept;
     // Sets or clears reasons that stand in the button itself, that is, all but relation and limitation of
     // source buttons.
@@ -218,6 +373,63 @@ protected:
     bool PutVisibleInfoOfBtn(VCBtn* btn, unsigned int bits);
     // `bits` may only hold VISINFO_RELATION and VISINFO_LIMITEDREC; false, with nothing changed, for others.
     bool PutVisibleInfoOfBtns(const std::vector<DWORD>& btnIDs, unsigned int bits);
+
+    class CSpBtnWalk;
+    class COrdListBuilder;
+
+    // New buttons of a kind, in their first state, without an identifier: null for a kind that the class does
+    // not make. The kind is told by an identifier, by a type, or by the word for the type.
+    virtual std::unique_ptr<VCBtn> CreateBtnBasedOnBtnID(DWORD btnID) const;
+    virtual std::unique_ptr<VCBtn> CreateBtnBasedOnBtnType(SCBUICoreCom::EBtnType type) const;
+    std::unique_ptr<VCBtn> CreateBtnBasedOnBtnTypeAttrValue(const char* text, DWORD len) const;
+    virtual bool GetBtnTypeBasedOnBtnTypeAttrValue(const char* text, DWORD len,
+                                                   SCBUICoreCom::EBtnType& type) const;
+
+    // Whether the button selects by list and is large enough for a row of its own. False for null.
+    static bool IsSpBtnWithRpLink(const VCSpBtn* spBtn) noexcept;
+    static bool IsCndCllBtn(const VCBtn& btn) noexcept;
+    // Special buttons that are, or are not only, effective, by identifier.
+    DWORD GetAllSpBtnList(std::map<DWORD, VCSpBtn*>& spBtns, bool includeIneffective) const;
+    // Enters a special button with its alias and its members or condition. On a refusal the button is gone.
+    EMthRetOfCreateSpBtn RegSpBtn(std::unique_ptr<VCSpBtn> spBtn, const char* alias,
+                                  const std::vector<DWORD>* members, const IBtnCnd* cnd);
+    // Destroys a special button of that type and enters its identifier among the released ones. False if
+    // there is none.
+    bool DestroyBtn(DWORD btnID, SCBUICoreCom::EBtnType type, std::set<DWORD>& blankIDs);
+    // Whether the list may become the members of the button: every special member exists and selects by list,
+    // and none holds the button, at any depth and counting what ineffective buttons remember. Other
+    // identifiers are not looked at. False for null and for a button that is neither inc nor cll.
+    virtual bool CheckAppropriateMmbBtnOrNot(const VCSpBtn* spBtn, const std::vector<DWORD>& mmbBtnIDs) const;
+    // Whether `targetBtnID` is the special button or a member of it at any depth. False for another class.
+    virtual bool CheckWhetherToHaveSpecificBtnID(DWORD spBtnID, DWORD btnClassID, DWORD targetBtnID) const;
+    // Makes the members know of the button (`add`) or forget it, and sets the reasons that follow for them.
+    // False for null and for a button that is neither inc nor cll. If memory is exhausted nothing changes;
+    // forgetting does not throw.
+    virtual bool AdjstRelatedInfoOnMmbBtnOfSpBtn(VCSpBtn* spBtn, bool add);
+    // Takes a button out of the lists of all special buttons that hold it. Its own side is not changed, and
+    // the special buttons are not brought up to date. Does not throw.
+    void TakeOutOfSpBtns(const VCBtn& btn) noexcept;
+    // Lets ineffective special buttons forget a button that goes: as a member and as one to return to.
+    void LetIneffectiveSpBtnsForget(const VCBtn& btn) noexcept;
+    // Whether a member of inc buttons is displayed beside them: it is in none, or one displays its members.
+    bool GetBtnDispInfoAsMmbBtn(const VCBtn& btn) const noexcept;
+    // Sets or clears VISINFO_NOLIVEMEMBER.
+    virtual void AdjstVisibleInfoBasedOnTheMmbBtnStateChangeOfSpBtn(VCSpBtn& spBtn) noexcept;
+    // The records of the members, ascending; `recList` has room for every record of the class.
+    virtual bool GetRecListThatRelatesToMemberBtns(const VCSpBtn& spBtn, DWORD* recList,
+                                                   DWORD& recCountOfList) const;
+
+    using SpBtnsOfClasses = std::vector<std::pair<VCBtnClass*, VCSpBtn*>>;
+    // Appends the special buttons that hold a button itself, across classes.
+    void AddSpBtnsAbove(const VCBtn& btn, SpBtnsOfClasses& spBtns);
+    // Those of them that are effective: an ineffective button remembers others too.
+    SpBtnsOfClasses ListEffectiveHolders(const VCBtn& btn);
+    // The special buttons of `starts` and all effective ones above them, each once and members before those
+    // that hold them.
+    static SpBtnsOfClasses ListWithAllAbove(const SpBtnsOfClasses& starts);
+    // Brings what follows from the members up to date, for buttons in the order of ListWithAllAbove: first
+    // whether a member is alive, which does not throw, then the rows of records.
+    static void ResetInsideInfoForSpBtns(const SpBtnsOfClasses& spBtns, bool buildRpLink, bool force);
 
     bool InsertBtnInfoToNameOrdList(const VCBtn* btn);
     bool DeleteBtnInfoFromNameOrdList(const VCBtn* btn) noexcept;
@@ -237,20 +449,45 @@ protected:
     bool newBtnMadeSelState;
     bool btnSelState;
     DWORD selBtnCount;
-    DWORD recCount; // source records as the class last saw them
+    DWORD spBtnCount;          // effective special buttons
+    DWORD ineffectiveBtnCount; // ineffective special buttons
+    DWORD recCount;            // source records as the class last saw them
     const std::unique_ptr<IRpLink>* rpLink;
+    DWORD incNextID;                // the next inc identifier that was never used
+    std::set<DWORD> incBlankIDList; // released inc identifiers
+    DWORD cllNextID;                // the same for cll buttons
+    std::set<DWORD> cllBlankIDList;
     std::map<DWORD, VCBtnClass*> refOrgBtnClasses; // borrowed: virtual classes that refer to this one
+    // While the class is ineffective: the virtual inc buttons of other classes that it switched off.
+    std::set<SBtnClassIDAndBtnID> ineffectiveOuterSpBtns;
 
-    std::vector<VCBtn*> srcBtnOfID;    // by source identifier; null where there is no button
-    std::map<DWORD, VCBtn*> spBtnOfID; // special buttons
+    std::vector<VCBtn*> srcBtnOfID;      // by source identifier; null where there is no button
+    std::map<DWORD, VCSpBtn*> spBtnOfID; // special buttons
     CSrcBtnDisplay display;
     std::vector<DWORD> selBtnIDs; // every selected button, in no order; may repeat and name deselected ones
     std::size_t selBtnIDsKept;    // what was left of them when they were last cut down
 
 private:
-    using SpBtnsAbove = std::vector<std::pair<VCBtnClass*, DWORD>>;
-    void AddSpBtnsAbove(const VCBtn& btn, SpBtnsAbove& spBtns);
-    static void PutVisibleInfoOfSpBtnsAbove(SpBtnsAbove& pending, unsigned int bits);
+    static void PutVisibleInfoOfSpBtnsAbove(CSpBtnWalk& walk, unsigned int bits);
+    template <class TSpBtn>
+    EMthRetOfCreateSpBtn CreateSpBtn(const char* alias, VCSpBtn::EMmbBtnSelMth selMth,
+                                     const std::vector<DWORD>* members, const IBtnCnd* cnd, DWORD& btnID,
+                                     DWORD& nextID, DWORD endID, std::set<DWORD>& blankIDs);
+    void ChangeMemberBtnIDListOfSpBtn(VCSpBtn& spBtn, std::vector<DWORD> mmbBtnIDs);
+    // The same without a change of VISINFO_NOMEMBER.
+    void ReplaceMembers(VCSpBtn& spBtn, std::vector<DWORD> mmbBtnIDs, unsigned int noMember);
+    void MakeRoomForBackReferences(const std::vector<DWORD>& mmbBtnIDs);
+    void LinkMembers(const VCSpBtn& spBtn) noexcept;
+    void UnlinkMembers(const VCSpBtn& spBtn) noexcept;
+    void LinkMember(const VCSpBtn& spBtn, VCBtn& member) noexcept;
+    void UnlinkMember(const VCSpBtn& spBtn, VCBtn& member) noexcept;
+    void ReturnToSpBtns(VCSpBtn& spBtn) noexcept;
+    void BuildRow(VCSpBtn& spBtn);
+    bool HoldAny(const std::vector<const VCSpBtn*>& spBtns, DWORD targetBtnID) const;
+    bool ListRecSources(const std::vector<DWORD>& btnIDs, std::vector<DWORD>& srcBtnIDs,
+                        std::vector<DWORD>& rowBtnIDs, DWORD& failedID) const;
+    template <class TVisit>
+    bool VisitMembersInTheEnd(DWORD btnID, const TVisit& visit) const;
     void ClearVisibleInfo(VCBtn& btn, unsigned int bits) noexcept;
     template <class TVisit>
     void VisitBtnIDsOfRecs(const IBnLink& bnLink, const DWORD* recList, DWORD recCountOfList,
@@ -258,9 +495,6 @@ private:
     void RememberSelection(DWORD btnID);
     template <class TCondition>
     DWORD ListBtnIDs(std::vector<DWORD>& btnIDs, const TCondition& isListed) const;
-    template <class TOrder, class TIsListed>
-    static void ListInOrder(const TOrder& order, unsigned int flags, const TIsListed& isListed,
-                            std::vector<DWORD>& btnIDs);
 };
 
 } // namespace NSKZ::NSKZCore

@@ -2,8 +2,11 @@
 
 #include "CBtn.h"
 #include "CEmpValBtn.h"
+#include "CSpBtnWalk.h"
 #include "IRpLink.h"
 #include "SCKZCoreStrDef.h"
+
+#include <algorithm>
 
 namespace NSKZ::NSKZCore {
 
@@ -18,16 +21,105 @@ VCSrcBtnClass::VCSrcBtnClass(DWORD btnClassID, DWORD srcFldID, const char* empVa
 
 VCSrcBtnClass::~VCSrcBtnClass() = default;
 
-void VCSrcBtnClass::SetDispEmpValBtnInfo(bool disp) noexcept
+void VCSrcBtnClass::SetDispEmpValBtnInfo(bool disp)
 {
-    empValBtnDisp = disp;
     VCBtn& btn = *FindBtn(SCBUICoreCom::BTN_ID_EMPVAL);
+    SpBtnsOfClasses above; // what needs memory comes first
+    if (!disp && btn.HasBackReferences())
+        above = ListWithAllAbove(ListEffectiveHolders(btn));
+    empValBtnDisp = disp;
     SetOwnVisibleInfo(btn, VISINFO_EMPVALNODISP, !disp);
     if (disp)
         return;
+    TakeOutOfSpBtns(btn);
+    LetIneffectiveSpBtnsForget(btn);
     SetOwnVisibleInfo(btn, VISINFO_SELCLLMEMBER | VISINFO_CNDCLLMEMBER | VISINFO_INCMEMBER, false);
     btn.backReferences.reset();
     AdjstToBackReferences(btn);
+    ResetInsideInfoForSpBtns(above, true, true);
+}
+
+bool VCSrcBtnClass::CheckAppropriateMmbBtnOrNot(const VCSpBtn* spBtn,
+                                                const std::vector<DWORD>& mmbBtnIDs) const
+{
+    const bool holdsHidden = !empValBtnDisp && std::find(mmbBtnIDs.begin(), mmbBtnIDs.end(),
+                                                         SCBUICoreCom::BTN_ID_EMPVAL) != mmbBtnIDs.end();
+    return !holdsHidden && VCBtnClass::CheckAppropriateMmbBtnOrNot(spBtn, mmbBtnIDs);
+}
+
+std::unique_ptr<VCBtn> VCSrcBtnClass::CreateBtnBasedOnBtnID(DWORD btnID) const
+{
+    if (SCBUICoreCom::IsNormalBtn(btnID))
+        return std::make_unique<CBtn>(btnID, nullptr);
+    if (SCBUICoreCom::IsEmpValBtn(btnID))
+        return std::make_unique<CEmpValBtn>(btnID);
+    return VCBtnClass::CreateBtnBasedOnBtnID(btnID);
+}
+
+std::unique_ptr<VCBtn> VCSrcBtnClass::CreateBtnBasedOnBtnType(SCBUICoreCom::EBtnType type) const
+{
+    if (type == SCBUICoreCom::BTNTYPE_NORMAL)
+        return std::make_unique<CBtn>(SCBUICoreCom::BTN_ID_UNSETTING, nullptr);
+    if (type == SCBUICoreCom::BTNTYPE_EMPVAL)
+        return std::make_unique<CEmpValBtn>(SCBUICoreCom::BTN_ID_EMPVAL);
+    return VCBtnClass::CreateBtnBasedOnBtnType(type);
+}
+
+bool VCSrcBtnClass::GetBtnTypeBasedOnBtnTypeAttrValue(const char* text, DWORD len,
+                                                      SCBUICoreCom::EBtnType& type) const
+{
+    if (IsSameWord(text, len, "Data"))
+        type = SCBUICoreCom::BTNTYPE_NORMAL;
+    else if (IsSameWord(text, len, "EmpVal"))
+        type = SCBUICoreCom::BTNTYPE_EMPVAL;
+    else
+        return VCBtnClass::GetBtnTypeBasedOnBtnTypeAttrValue(text, len, type);
+    return true;
+}
+
+void VCSrcBtnClass::ResetInsideInfoAboveBtns(const std::vector<const VCBtn*>& srcBtns, bool buildRpLink,
+                                             bool force)
+{
+    CSpBtnWalk walk;
+    for (const VCBtn* const btn : srcBtns)
+        walk.AddAbove(*this, *btn);
+    SpBtnsOfClasses holders;
+    for (std::size_t i = 0; i < walk.GetSize(); ++i)
+        holders.push_back(walk.Get(i));
+    walk.Clear();
+    ResetInsideInfoForSpBtns(ListWithAllAbove(holders), buildRpLink, force);
+}
+
+void VCSrcBtnClass::ResetInsideInfoForSpBtnsOfBtns(const std::vector<DWORD>& btnIDs, bool buildRpLink)
+{
+    std::vector<const VCBtn*> srcBtns;
+    for (const DWORD btnID : btnIDs) {
+        if (display.IsBackReferred(btnID))
+            srcBtns.push_back(FindBtn(btnID));
+    }
+    ResetInsideInfoAboveBtns(srcBtns, buildRpLink, true);
+}
+
+void VCSrcBtnClass::ResetInsideInfoForSpBtnsOfSrcBtns(bool buildRpLink, bool force)
+{
+    if (!display.HasBackReferred())
+        return;
+    std::vector<const VCBtn*> srcBtns;
+    for (const VCBtn* const btn : srcBtnOfID) {
+        if (btn != nullptr && btn->HasBackReferences())
+            srcBtns.push_back(btn);
+    }
+    ResetInsideInfoAboveBtns(srcBtns, buildRpLink, force);
+}
+
+void VCSrcBtnClass::ResetInsideInfoForEffectiveSpBtns(bool buildRpLink)
+{
+    SpBtnsOfClasses effectiveSpBtns;
+    for (const auto& [btnID, spBtn] : spBtnOfID) {
+        if (spBtn->effective)
+            effectiveSpBtns.emplace_back(this, spBtn);
+    }
+    ResetInsideInfoForSpBtns(ListWithAllAbove(effectiveSpBtns), buildRpLink, true);
 }
 
 void VCSrcBtnClass::ClearOwnFields() noexcept
@@ -118,13 +210,15 @@ bool VCSrcBtnClass::AddRecs(DWORD, DWORD count, const char* const* values, DWORD
         outBtnIDs[i] = btnID;
     }
 
+    std::vector<DWORD> cameBack;
     for (DWORD btnID = 0; btnID < countOfBtn.size(); ++btnID) {
         if (countOfBtn[btnID] == 0)
             continue;
         counts.Set(btnID, countOfBtn[btnID]);
-        if (btnID < firstNewID)
-            BringBtnBack(*FindBtn(btnID));
+        if (btnID < firstNewID && BringBtnBack(*FindBtn(btnID)) && display.IsBackReferred(btnID))
+            cameBack.push_back(btnID);
     }
+    ResetInsideInfoForSpBtnsOfBtns(cameBack, false);
     recCount += count;
     return true;
 }
@@ -147,10 +241,11 @@ void VCSrcBtnClass::CreateDataBtn(const char* value)
     ++dataBtnNextID;
 }
 
-void VCSrcBtnClass::BringBtnBack(VCBtn& btn)
+// False if the button was there already.
+bool VCSrcBtnClass::BringBtnBack(VCBtn& btn)
 {
     if ((btn.visibleInfo & VISINFO_NOREC) == 0)
-        return;
+        return false;
     const bool wasListed = nameOrdList.Exist(btn.id); // an alias lists a button without records too
     InsertBtnInfoToNameOrdList(&btn);
     try {
@@ -161,10 +256,12 @@ void VCSrcBtnClass::BringBtnBack(VCBtn& btn)
         throw;
     }
     SetOwnVisibleInfo(btn, VISINFO_NOREC, false);
+    return true;
 }
 
 bool VCSrcBtnClass::DeleteRecs(DWORD, DWORD count)
 {
+    std::vector<DWORD> lost;
     for (VCBtn* const btn : srcBtnOfID) {
         if (btn == nullptr)
             continue;
@@ -174,7 +271,10 @@ bool VCSrcBtnClass::DeleteRecs(DWORD, DWORD count)
         SetOwnVisibleInfo(*btn, VISINFO_NOREC, true);
         DeleteBtnInfoFromNameOrdList(btn);
         AdjstAccordingToBtnDisappearance(*btn);
+        if (btn->HasBackReferences())
+            lost.push_back(btn->id);
     }
+    ResetInsideInfoForSpBtnsOfBtns(lost, false);
     recCount -= count;
     return true;
 }

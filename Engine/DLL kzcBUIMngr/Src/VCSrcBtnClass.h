@@ -27,8 +27,9 @@ public:
     // Whether the empty-value button is to be shown.
     bool GetDispEmpValBtnInfo() const noexcept { return empValBtnDisp; }
     // Shows or hides the empty-value button: hidden, it has the reason VISINFO_EMPVALNODISP and is a member
-    // of no special button.
-    void SetDispEmpValBtnInfo(bool disp) noexcept;
+    // of no special button, not even of an ineffective one. Showing does not throw; if memory is exhausted in
+    // hiding nothing has changed, or all has and rows of records stay outdated.
+    void SetDispEmpValBtnInfo(bool disp);
 
     void Clear() override;
     void ClearOfFixedSpec() override;
@@ -49,7 +50,23 @@ public:
     // there stays, hidden by VISINFO_NOREC and out of the order lists. Always true.
     virtual bool DeleteRecs(DWORD startRec, DWORD count);
 
+    // ResetInsideInfoForSpBtn for every special button above the listed source buttons; above any source
+    // button; and for every effective special button. Each is visited once, members before those that hold
+    // them.
+    virtual void ResetInsideInfoForSpBtnsOfBtns(const std::vector<DWORD>& btnIDs, bool buildRpLink);
+    virtual void ResetInsideInfoForSpBtnsOfSrcBtns(bool buildRpLink, bool force);
+    virtual void ResetInsideInfoForEffectiveSpBtns(bool buildRpLink);
+
 protected:
+    // The empty value is no member while it is hidden.
+    bool CheckAppropriateMmbBtnOrNot(const VCSpBtn* spBtn,
+                                     const std::vector<DWORD>& mmbBtnIDs) const override;
+    // A normal button and the empty value too.
+    std::unique_ptr<VCBtn> CreateBtnBasedOnBtnID(DWORD btnID) const override;
+    std::unique_ptr<VCBtn> CreateBtnBasedOnBtnType(SCBUICoreCom::EBtnType type) const override;
+    bool GetBtnTypeBasedOnBtnTypeAttrValue(const char* text, DWORD len,
+                                           SCBUICoreCom::EBtnType& type) const override;
+
     // Called when a source button begins to have records and when it has lost its last: the hook by which
     // classes with order lists of their own keep them. If memory is exhausted in the first, nothing has
     // changed.
@@ -80,7 +97,8 @@ private:
     bool CreateEmpValBtn(const char* alias);
     void ClearOwnFields() noexcept;
     void CreateDataBtn(const char* value);
-    void BringBtnBack(VCBtn& btn);
+    bool BringBtnBack(VCBtn& btn);
+    void ResetInsideInfoAboveBtns(const std::vector<const VCBtn*>& srcBtns, bool buildRpLink, bool force);
 };
 
 } // namespace NSKZ::NSKZCore

@@ -6,7 +6,7 @@
 namespace NSKZ::NSKZCore {
 
 // What reading and writing XML have in common.
-class IXMLIO
+class KZCCOMMON_API IXMLIO
 {
 public:
     // An attribute of an element. The texts are borrowed, in the host's code page, and need no NUL.
@@ -17,6 +17,13 @@ public:
         const char* value = nullptr;
         DWORD valueLen = 0;
     };
+
+    // The deepest element that is read or written, the root being at depth 1: no document can make whoever
+    // walks it need more than that.
+    static constexpr DWORD MAX_DEPTH = 256;
+
+    // Whether two texts have the same bytes. A text may be null where its length is 0.
+    static bool IsSameText(const char* text, DWORD len, const char* other, DWORD otherLen) noexcept;
 };
 
 } // namespace NSKZ::NSKZCore

@@ -7,6 +7,7 @@
 #include <cmath>
 #include <cstring>
 #include <deque>
+#include <limits>
 #include <system_error>
 #include <utility>
 
@@ -17,6 +18,18 @@ namespace {
 // From this ratio of the lengths on, each number of the short list is searched in the long one instead of
 // walking both.
 constexpr DWORD SEARCH_RATIO = 32;
+
+// The doubles that no digits tell, as std::to_chars writes them.
+struct SWordOfDouble
+{
+    const char* text;
+    double value;
+};
+constexpr SWordOfDouble WORDS_OF_DOUBLES[] = {
+    {"inf", std::numeric_limits<double>::infinity()},
+    {"-inf", -std::numeric_limits<double>::infinity()},
+    {"nan", std::numeric_limits<double>::quiet_NaN()},
+};
 
 DWORD CopyRecs(DWORD* out, const DWORD* recs, DWORD count) noexcept
 {
@@ -66,6 +79,15 @@ std::queue<DWORD> MakeQueue(const std::vector<DWORD>& numbers)
 }
 
 } // namespace
+
+void SCKZCoreCom::GetBoolOperatorAttribute(EBoolOperator boolOperator, IXMLIO::SAttribute& attribute) noexcept
+{
+    attribute = boolOperator == BOOLOPERATOR_AND
+                    ? IXMLIO::SAttribute{STR_ATTRNAME_BOOLOPERATOR, STRLEN_ATTRNAME_BOOLOPERATOR,
+                                         STR_ATTRVALUE_BOOLOPERATOR_AND, STRLEN_ATTRVALUE_BOOLOPERATOR_AND}
+                    : IXMLIO::SAttribute{STR_ATTRNAME_BOOLOPERATOR, STRLEN_ATTRNAME_BOOLOPERATOR,
+                                         STR_ATTRVALUE_BOOLOPERATOR_OR, STRLEN_ATTRVALUE_BOOLOPERATOR_OR};
+}
 
 DWORD SCKZCoreCom::MergeRecListByANDCnd(DWORD* list, DWORD& count, const DWORD* other,
                                         DWORD otherCount) noexcept
@@ -159,7 +181,8 @@ bool SCKZCoreCom::ConvertNumericValueIntoString(unsigned long value, char* buffe
 bool SCKZCoreCom::ConvertNumericValueIntoString(double value, char* buffer, DWORD size,
                                                 DWORD& length) noexcept
 {
-    return std::isfinite(value) && WriteNumber(value, buffer, size, length);
+    return WriteNumber(std::isnan(value) ? std::numeric_limits<double>::quiet_NaN() : value, buffer, size,
+                       length);
 }
 
 bool SCKZCoreCom::ConvertStringIntoNumericValue(const char* text, DWORD len, unsigned int& value) noexcept
@@ -174,6 +197,12 @@ bool SCKZCoreCom::ConvertStringIntoNumericValue(const char* text, DWORD len, uns
 
 bool SCKZCoreCom::ConvertStringIntoNumericValue(const char* text, DWORD len, double& value) noexcept
 {
+    for (const SWordOfDouble& word : WORDS_OF_DOUBLES) {
+        if (IXMLIO::IsSameText(text, len, word.text, static_cast<DWORD>(std::strlen(word.text)))) {
+            value = word.value;
+            return true;
+        }
+    }
     return SCNumeric::ReadDecimal(text, len, value);
 }
 

@@ -1,6 +1,7 @@
 #ifndef SCKZCORECOM_H
 #define SCKZCORECOM_H
 
+#include "IXMLIO.h"
 #include "KzcCommonAPI.h"
 
 #include <queue>
@@ -23,6 +24,24 @@ public:
         SPECTYPE_COMMON = 1, // what follows from the source data
         SPECTYPE_FIXED = 2,  // what a user has decided
     };
+
+    // How conditions are joined. It is saved by its word; a value that is none of these joins as OR does.
+    enum EBoolOperator : DWORD
+    {
+        BOOLOPERATOR_AND = 1,
+        BOOLOPERATOR_OR = 2,
+    };
+
+    // The attribute of a boolean operator in XML, and its words.
+    static constexpr char STR_ATTRNAME_BOOLOPERATOR[] = "boolOperator";
+    static constexpr DWORD STRLEN_ATTRNAME_BOOLOPERATOR = sizeof STR_ATTRNAME_BOOLOPERATOR - 1;
+    static constexpr char STR_ATTRVALUE_BOOLOPERATOR_AND[] = "And";
+    static constexpr DWORD STRLEN_ATTRVALUE_BOOLOPERATOR_AND = sizeof STR_ATTRVALUE_BOOLOPERATOR_AND - 1;
+    static constexpr char STR_ATTRVALUE_BOOLOPERATOR_OR[] = "Or";
+    static constexpr DWORD STRLEN_ATTRVALUE_BOOLOPERATOR_OR = sizeof STR_ATTRVALUE_BOOLOPERATOR_OR - 1;
+
+    // Makes `attribute` that of the operator. Its texts are constants.
+    static void GetBoolOperatorAttribute(EBoolOperator boolOperator, IXMLIO::SAttribute& attribute) noexcept;
 
     // Record lists are ascending and hold no number twice; nothing checks it. A list may be null where its
     // count is 0.
@@ -47,7 +66,7 @@ public:
     // Write a number as decimal text with a NUL behind it to `buffer`, which has `size` bytes; `length`
     // becomes the bytes of the text without the NUL. False, with both untouched, if it does not fit. A double
     // is written in the shortest text that reads back as the same double, with a point whatever the locale;
-    // an infinity or NaN is refused with false. A DWORD is one of the unsigned types.
+    // an infinity is "inf" or "-inf", and NaN, of either sign, "nan". A DWORD is one of the unsigned types.
     static bool ConvertNumericValueIntoString(int value, char* buffer, DWORD size, DWORD& length) noexcept;
     static bool ConvertNumericValueIntoString(unsigned int value, char* buffer, DWORD size,
                                               DWORD& length) noexcept;
@@ -57,7 +76,8 @@ public:
 
     // The reverse: the whole of `len` bytes is the text of a number, without blanks or a plus sign; an
     // unsigned one has digits alone. False, with `value` untouched, for every other text (no text among them)
-    // and for a number that the type cannot hold. A double too small for the type reads as 0.
+    // and for a number that the type cannot hold. A double too small for the type reads as 0; "inf", "-inf"
+    // and "nan" in exactly this spelling read as what they say.
     static bool ConvertStringIntoNumericValue(const char* text, DWORD len, unsigned int& value) noexcept;
     static bool ConvertStringIntoNumericValue(const char* text, DWORD len, unsigned long& value) noexcept;
     static bool ConvertStringIntoNumericValue(const char* text, DWORD len, double& value) noexcept;

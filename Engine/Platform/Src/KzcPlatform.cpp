@@ -3,6 +3,7 @@
 #if !defined(_WIN32)
 
 #include <atomic>
+#include <chrono>
 #include <mutex>
 
 namespace {
@@ -50,6 +51,15 @@ std::recursive_mutex& GetMutex(CRITICAL_SECTION* section) noexcept
 }
 
 } // namespace
+
+long long _time64(long long* time) noexcept
+{
+    const auto now = std::chrono::system_clock::now().time_since_epoch();
+    const long long seconds = std::chrono::floor<std::chrono::seconds>(now).count();
+    if (time != nullptr)
+        *time = seconds;
+    return seconds;
+}
 
 DWORD GetLastError() noexcept
 {

@@ -51,6 +51,9 @@ constexpr DWORD ERROR_DISK_FULL = 112;
 constexpr DWORD ERROR_FILENAME_EXCED_RANGE = 206;
 constexpr DWORD ERROR_NO_UNICODE_TRANSLATION = 1113; // the bytes are no text of the code page
 
+// Seconds since the beginning of 1970, UTC; stored in `time` too unless that is null.
+KZC_API_EXPORT long long _time64(long long* time) noexcept;
+
 // The calling thread's last error, as system services leave it. A thread begins with ERROR_SUCCESS.
 KZC_API_EXPORT DWORD GetLastError() noexcept;
 KZC_API_EXPORT void SetLastError(DWORD error) noexcept;

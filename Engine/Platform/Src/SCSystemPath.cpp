@@ -10,9 +10,7 @@
 
 namespace NSKZ::NSKZCore {
 
-namespace {
-
-DWORD GetLastErrorOfErrno(int error) noexcept
+DWORD SCSystemPath::GetLastErrorOfErrno(int error) noexcept
 {
     switch (error) {
     case ENOENT:
@@ -35,8 +33,6 @@ DWORD GetLastErrorOfErrno(int error) noexcept
         return ERROR_GEN_FAILURE;
     }
 }
-
-} // namespace
 
 bool SCSystemPath::ConvertIntoSystemPath(const char* path, std::filesystem::path& systemPath)
 {

@@ -32,6 +32,9 @@ public:
     // Opens a file; `mode` is that of std::fopen. Null, with the last error telling why, if that fails; a
     // directory is refused with ERROR_ACCESS_DENIED. Throws std::bad_alloc.
     static CFilePtr OpenFile(const char* path, const char* mode);
+
+    // The last error that says what a value of errno says; ERROR_GEN_FAILURE for what has none of its own.
+    static DWORD GetLastErrorOfErrno(int error) noexcept;
 };
 
 } // namespace NSKZ::NSKZCore

@@ -1,0 +1,46 @@
+#ifndef CORDLISTBUILDER_H
+#define CORDLISTBUILDER_H
+
+#include "VCBtnClass.h"
+
+namespace NSKZ::NSKZCore {
+
+// Makes an order list: what comes in ascending order, turned round where the flags ask for it, with the
+// empty-value button and the condition cll buttons at the end where they ask for that.
+class VCBtnClass::COrdListBuilder
+{
+public:
+    COrdListBuilder(const VCBtnClass& btnClass, unsigned int flags) noexcept;
+
+    // Adds a button. The empty-value button waits for the end if the flags say so.
+    void Add(DWORD btnID);
+    // The same; a condition cll button waits for the end too if the flags say so.
+    void AddOrSetAside(DWORD btnID);
+    // Adds the effective special buttons that the flags let in: those that users manage, then those that the
+    // system manages, each oldest first; or all by shown text. Condition cll buttons may wait for the end.
+    void AddSpBtnsByCreation();
+    void AddSpBtnsByText();
+    // What is added from now on is not turned round.
+    void EndReversedPart() noexcept { reversedCount = listed.size(); }
+    // Gives the list, which may replace what it was made from.
+    void Finish(std::vector<DWORD>& btnIDs);
+
+private:
+    using SpBtns = std::vector<const VCSpBtn*>;
+    bool IsSetAside(const VCSpBtn& spBtn) const noexcept;
+    template <class TIsLess>
+    static void AppendSorted(SpBtns& spBtns, const TIsLess& isLess, std::vector<DWORD>& btnIDs);
+
+    static constexpr std::size_t ALL = static_cast<std::size_t>(-1);
+
+    const VCBtnClass& btnClass;
+    unsigned int flags;
+    std::vector<DWORD> listed;
+    std::vector<DWORD> atEnd; // condition cll buttons
+    bool empValAtEnd = false;
+    std::size_t reversedCount = ALL;
+};
+
+} // namespace NSKZ::NSKZCore
+
+#endif

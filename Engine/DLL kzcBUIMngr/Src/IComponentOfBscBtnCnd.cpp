@@ -1,0 +1,7 @@
+#include "IComponentOfBscBtnCnd.h"
+
+namespace NSKZ::NSKZCore {
+
+IComponentOfBscBtnCnd::~IComponentOfBscBtnCnd() = default;
+
+} // namespace NSKZ::NSKZCore

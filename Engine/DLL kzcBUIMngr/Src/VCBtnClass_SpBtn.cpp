@@ -1,0 +1,1066 @@
+// Special buttons of a class: their making and going, their members, and the records they stand for.
+
+#include "VCBtnClass.h"
+
+#include "CCllBtn.h"
+#include "CFormattedMsg.h"
+#include "CIncBtn.h"
+#include "CSpBtnWalk.h"
+#include "ECAbnormalData.h"
+#include "IRpLink.h"
+#include "SCBUICoreStrDef.h"
+#include "SCIDList.h"
+#include "SCKZCoreCom.h"
+#include "SCSortRecs.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace NSKZ::NSKZCore {
+
+namespace {
+
+constexpr const char* SRC_FILE = "Src/VCBtnClass";
+
+bool IsIncOrCllBtn(const VCSpBtn& spBtn)
+{
+    const SCBUICoreCom::EBtnType type = spBtn.GetType();
+    return type == SCBUICoreCom::BTNTYPE_INC || type == SCBUICoreCom::BTNTYPE_CLL;
+}
+
+} // namespace
+
+bool VCBtnClass::IsSpBtnWithRpLink(const VCSpBtn* spBtn) noexcept
+{
+    return spBtn != nullptr && spBtn->mmbBtnSelMth == VCSpBtn::MMBBTNSELMTH_SELECT &&
+           spBtn->mmbBtnIDList.size() >= ROW_MEMBER_COUNT;
+}
+
+bool VCBtnClass::IsCndCllBtn(const VCBtn& btn) noexcept
+{
+    return SCBUICoreCom::IsCllBtn(btn.id) &&
+           static_cast<const VCSpBtn&>(btn).mmbBtnSelMth == VCSpBtn::MMBBTNSELMTH_CONDITION;
+}
+
+// --- Queries
+
+bool VCBtnClass::GetEffectiveInfoOfSpBtn(DWORD btnID, bool& isEffective) const
+{
+    const VCSpBtn* const spBtn = FindSpBtn(btnID);
+    if (spBtn == nullptr)
+        return false;
+    isEffective = spBtn->effective;
+    return true;
+}
+
+bool VCBtnClass::GetMmbBtnSelMthOfSpBtn(DWORD btnID, VCSpBtn::EMmbBtnSelMth& selMth) const
+{
+    const VCSpBtn* const spBtn = FindSpBtn(btnID);
+    if (spBtn == nullptr)
+        return false;
+    selMth = spBtn->mmbBtnSelMth;
+    return true;
+}
+
+bool VCBtnClass::GetMemberBtnCountOfSpBtn(DWORD btnID, DWORD& count) const
+{
+    const VCSpBtn* const spBtn = FindSpBtn(btnID);
+    if (spBtn == nullptr)
+        return false;
+    count = static_cast<DWORD>(spBtn->mmbBtnIDList.size());
+    return true;
+}
+
+bool VCBtnClass::GetMemberBtnIDListOfSpBtn(DWORD btnID, std::vector<DWORD>& mmbBtnIDs) const
+{
+    const std::vector<DWORD>* members = nullptr;
+    if (!GetMemberBtnIDListOfSpBtn(btnID, members))
+        return false;
+    mmbBtnIDs = *members;
+    return true;
+}
+
+bool VCBtnClass::GetMemberBtnIDListOfSpBtn(DWORD btnID, const std::vector<DWORD>*& mmbBtnIDs) const
+{
+    const VCSpBtn* const spBtn = FindSpBtn(btnID);
+    if (spBtn == nullptr)
+        return false;
+    mmbBtnIDs = &spBtn->mmbBtnIDList;
+    return true;
+}
+
+VCBtnClass::EMthRetOfGetMmbBtnCnd VCBtnClass::GetMemberBtnCndOfSpBtn(DWORD btnID, const IBtnCnd*& cnd) const
+{
+    const VCSpBtn* const spBtn = FindSpBtn(btnID);
+    if (spBtn == nullptr)
+        return GETMMBBTNCND_NOSPBTN;
+    if (spBtn->mmbBtnCnd == nullptr)
+        return GETMMBBTNCND_NOCND;
+    cnd = spBtn->mmbBtnCnd.get();
+    return GETMMBBTNCND_OK;
+}
+
+bool VCBtnClass::GetDispMemberBtnInfoOfIncBtn(DWORD btnID, bool& disp) const
+{
+    const VCSpBtn* const spBtn = SCBUICoreCom::IsIncBtn(btnID) ? FindSpBtn(btnID) : nullptr;
+    if (spBtn == nullptr)
+        return false;
+    disp = static_cast<const CIncBtn*>(spBtn)->dispMember;
+    return true;
+}
+
+bool VCBtnClass::GetBtnMngrInfoOfSpBtn(DWORD btnID, bool& managedByUser) const
+{
+    if (!SCBUICoreCom::IsSpBtn(btnID))
+        return false;
+    managedByUser = true;
+    return true;
+}
+
+bool VCBtnClass::GetSpBtnIDListIncludingSpecifiedBtn(DWORD btnID, std::vector<DWORD>& spBtnIDs) const
+{
+    const VCBtn* const btn = FindBtn(btnID);
+    if (btn == nullptr)
+        return false;
+    spBtnIDs.clear();
+    if (btn->backReferences != nullptr)
+        spBtnIDs.assign(btn->backReferences->spBtnIDsInClass.begin(),
+                        btn->backReferences->spBtnIDsInClass.end());
+    return true;
+}
+
+bool VCBtnClass::GetRootSpBtnIDListIncludingBtn(DWORD btnID, bool includeIneffective,
+                                                std::vector<DWORD>& spBtnIDs) const
+{
+    const VCBtn* const start = FindBtn(btnID);
+    if (start == nullptr)
+        return false;
+    // Which ineffective buttons hold a button: their members do not know of them.
+    std::vector<std::pair<DWORD, DWORD>> ineffectiveHolders; // member and holder
+    if (includeIneffective) {
+        for (const auto& [spBtnID, spBtn] : spBtnOfID) {
+            if (spBtn->effective)
+                continue;
+            for (const DWORD mmbBtnID : spBtn->mmbBtnIDList)
+                ineffectiveHolders.emplace_back(mmbBtnID, spBtnID);
+        }
+        std::sort(ineffectiveHolders.begin(), ineffectiveHolders.end());
+    }
+    // Those that hold a button, of which an ineffective one remembers others.
+    const auto listHolders = [&](const VCBtn& btn) {
+        std::vector<DWORD> holders;
+        if (btn.backReferences != nullptr) {
+            for (const DWORD spBtnID : btn.backReferences->spBtnIDsInClass) {
+                const VCSpBtn* const spBtn = FindSpBtn(spBtnID);
+                if (spBtn != nullptr && spBtn->effective && (btn.IsEffective() || spBtn->HasMember(btn.id)))
+                    holders.push_back(spBtnID);
+            }
+        }
+        auto found = std::lower_bound(ineffectiveHolders.begin(), ineffectiveHolders.end(),
+                                      std::make_pair(btn.id, DWORD{0}));
+        for (; found != ineffectiveHolders.end() && found->first == btn.id; ++found)
+            holders.push_back(found->second);
+        return holders;
+    };
+
+    std::vector<DWORD> roots;
+    auto& self = const_cast<VCBtnClass&>(*this); // a walk marks, and takes its marks away
+    CSpBtnWalk walk;
+    for (const DWORD holder : listHolders(*start))
+        walk.Add(self, *self.FindSpBtn(holder));
+    for (std::size_t i = 0; i < walk.GetSize(); ++i) {
+        const VCSpBtn& spBtn = *walk.Get(i).second;
+        const std::vector<DWORD> holders = listHolders(spBtn);
+        if (holders.empty())
+            roots.push_back(spBtn.id);
+        for (const DWORD holder : holders)
+            walk.Add(self, *self.FindSpBtn(holder));
+    }
+    std::sort(roots.begin(), roots.end());
+    spBtnIDs = std::move(roots);
+    return true;
+}
+
+void VCBtnClass::GetSpBtnIDListThatTheSpecifiedBtnInfluences(DWORD btnID,
+                                                             std::set<SBtnClassIDAndBtnID>& spBtns,
+                                                             bool directOnly) const
+{
+    auto& self = const_cast<VCBtnClass&>(*this); // a walk marks, and takes its marks away
+    VCBtn* const start = self.FindBtn(btnID);
+    if (start == nullptr)
+        return;
+    SpBtnsOfClasses above;
+    CSpBtnWalk walk;
+    const auto addAbove = [&](VCBtnClass& btnClass, const VCBtn& btn) {
+        above.clear();
+        btnClass.AddSpBtnsAbove(btn, above);
+        for (const auto& [classOfSpBtn, spBtn] : above) {
+            if (classOfSpBtn != &btnClass && !classOfSpBtn->effective)
+                continue;
+            spBtns.insert({classOfSpBtn->id, spBtn->id});
+            walk.Add(*classOfSpBtn, *spBtn);
+        }
+    };
+    addAbove(self, *start);
+    for (std::size_t i = 0; !directOnly && i < walk.GetSize(); ++i)
+        addAbove(*walk.Get(i).first, *walk.Get(i).second);
+}
+
+// Calls visit(member) for each member in the end of a special button: what is no special button of the class
+// that can be looked into.
+template <class TVisit>
+bool VCBtnClass::VisitMembersInTheEnd(DWORD btnID, const TVisit& visit) const
+{
+    auto& self = const_cast<VCBtnClass&>(*this); // a walk marks, and takes its marks away
+    VCSpBtn* const start = self.FindSpBtn(btnID);
+    if (start == nullptr || SCBUICoreCom::IsVirIncBtn(btnID))
+        return false;
+    CSpBtnWalk walk;
+    walk.Add(self, *start);
+    for (std::size_t i = 0; i < walk.GetSize(); ++i) {
+        for (const DWORD mmbBtnID : walk.Get(i).second->mmbBtnIDList) {
+            VCSpBtn* const nested = SCBUICoreCom::IsVirIncBtn(mmbBtnID) ? nullptr : self.FindSpBtn(mmbBtnID);
+            if (nested != nullptr)
+                walk.Add(self, *nested);
+            else if (!visit(mmbBtnID))
+                return false;
+        }
+    }
+    return true;
+}
+
+bool VCBtnClass::GetMinimumMemberBtnIDListOfSpBtn(DWORD btnID, std::set<SBtnClassIDAndBtnID>& minimum) const
+{
+    return VisitMembersInTheEnd(btnID, [&](DWORD mmbBtnID) {
+        if (!SCBUICoreCom::IsSrcBtn(mmbBtnID))
+            return false;
+        minimum.insert({id, mmbBtnID});
+        return true;
+    });
+}
+
+bool VCBtnClass::GetMinimumMemberBtnIDListInThisBtnClassOfSpBtn(DWORD btnID, std::set<DWORD>& btnIDs) const
+{
+    return VisitMembersInTheEnd(btnID, [&](DWORD mmbBtnID) {
+        if (!SCBUICoreCom::IsSrcBtn(mmbBtnID) && !SCBUICoreCom::IsVirIncBtn(mmbBtnID))
+            return false;
+        btnIDs.insert(mmbBtnID);
+        return true;
+    });
+}
+
+bool VCBtnClass::IsBtnWithRpLink(DWORD btnID) const
+{
+    return !SCBUICoreCom::IsSpBtn(btnID) || IsSpBtnWithRpLink(FindSpBtn(btnID));
+}
+
+DWORD VCBtnClass::GetAllSpBtnList(std::map<DWORD, VCSpBtn*>& spBtns, bool includeIneffective) const
+{
+    spBtns.clear();
+    for (const auto& [btnID, spBtn] : spBtnOfID) {
+        if (includeIneffective || spBtn->effective)
+            spBtns.emplace_hint(spBtns.end(), btnID, spBtn);
+    }
+    return static_cast<DWORD>(spBtns.size());
+}
+
+// --- Making and going
+
+std::unique_ptr<VCBtn> VCBtnClass::CreateBtnBasedOnBtnID(DWORD btnID) const
+{
+    if (SCBUICoreCom::IsIncBtn(btnID))
+        return CreateBtnBasedOnBtnType(SCBUICoreCom::BTNTYPE_INC);
+    if (SCBUICoreCom::IsCllBtn(btnID))
+        return CreateBtnBasedOnBtnType(SCBUICoreCom::BTNTYPE_CLL);
+    return nullptr;
+}
+
+std::unique_ptr<VCBtn> VCBtnClass::CreateBtnBasedOnBtnType(SCBUICoreCom::EBtnType type) const
+{
+    constexpr DWORD NO_ID = SCBUICoreCom::BTN_ID_UNSETTING;
+    if (type == SCBUICoreCom::BTNTYPE_INC)
+        return std::make_unique<CIncBtn>(NO_ID, VCSpBtn::MMBBTNSELMTH_SELECT);
+    if (type == SCBUICoreCom::BTNTYPE_CLL)
+        return std::make_unique<CCllBtn>(NO_ID, VCSpBtn::MMBBTNSELMTH_SELECT);
+    return nullptr;
+}
+
+std::unique_ptr<VCBtn> VCBtnClass::CreateBtnBasedOnBtnTypeAttrValue(const char* text, DWORD len) const
+{
+    SCBUICoreCom::EBtnType type = SCBUICoreCom::BTNTYPE_NORMAL;
+    if (!GetBtnTypeBasedOnBtnTypeAttrValue(text, len, type))
+        return nullptr;
+    return CreateBtnBasedOnBtnType(type);
+}
+
+bool VCBtnClass::GetBtnTypeBasedOnBtnTypeAttrValue(const char* text, DWORD len,
+                                                   SCBUICoreCom::EBtnType& type) const
+{
+    if (IsSameWord(text, len, "Inc"))
+        type = SCBUICoreCom::BTNTYPE_INC;
+    else if (IsSameWord(text, len, "Cll"))
+        type = SCBUICoreCom::BTNTYPE_CLL;
+    else
+        return false;
+    return true;
+}
+
+bool VCBtnClass::IsSameWord(const char* text, DWORD len, const char* word) noexcept
+{
+    return len == std::strlen(word) && std::memcmp(text, word, len) == 0;
+}
+
+template <class TSpBtn>
+VCBtnClass::EMthRetOfCreateSpBtn VCBtnClass::CreateSpBtn(const char* alias, VCSpBtn::EMmbBtnSelMth selMth,
+                                                         const std::vector<DWORD>* members,
+                                                         const IBtnCnd* cnd, DWORD& btnID, DWORD& nextID,
+                                                         DWORD endID, std::set<DWORD>& blankIDs)
+{
+    const bool isNew = blankIDs.empty();
+    if (isNew && nextID > endID)
+        return CREATESPBTN_NOID;
+    const DWORD takenID = isNew ? nextID : *blankIDs.begin();
+    const EMthRetOfCreateSpBtn result =
+        RegSpBtn(std::make_unique<TSpBtn>(takenID, selMth), alias, members, cnd);
+    if (result == CREATESPBTN_OK) {
+        if (!isNew)
+            blankIDs.erase(blankIDs.begin());
+        btnID = takenID;
+    } else if (isNew) {
+        blankIDs.insert(takenID);
+    }
+    if (isNew)
+        ++nextID;
+    return result;
+}
+
+VCBtnClass::EMthRetOfCreateSpBtn VCBtnClass::CreateIncBtn(const char* alias, VCSpBtn::EMmbBtnSelMth selMth,
+                                                          const std::vector<DWORD>* members,
+                                                          const IBtnCnd* cnd, DWORD& btnID)
+{
+    return CreateSpBtn<CIncBtn>(alias, selMth, members, cnd, btnID, incNextID, SCBUICoreCom::BTN_ID_INC_END,
+                                incBlankIDList);
+}
+
+VCBtnClass::EMthRetOfCreateSpBtn VCBtnClass::CreateCllBtn(const char* alias, VCSpBtn::EMmbBtnSelMth selMth,
+                                                          const std::vector<DWORD>* members,
+                                                          const IBtnCnd* cnd, DWORD& btnID)
+{
+    return CreateSpBtn<CCllBtn>(alias, selMth, members, cnd, btnID, cllNextID, SCBUICoreCom::BTN_ID_CLL_END,
+                                cllBlankIDList);
+}
+
+VCBtnClass::EMthRetOfCreateSpBtn VCBtnClass::RegSpBtn(std::unique_ptr<VCSpBtn> spBtn, const char* alias,
+                                                      const std::vector<DWORD>* members, const IBtnCnd* cnd)
+{
+    if (spBtn == nullptr)
+        return CREATESPBTN_NULL;
+    if (FindBtn(spBtn->id) != nullptr)
+        return CREATESPBTN_DUPLICATEID;
+    const bool selectsByList = spBtn->mmbBtnSelMth == VCSpBtn::MMBBTNSELMTH_SELECT;
+    if (!selectsByList && spBtn->mmbBtnSelMth != VCSpBtn::MMBBTNSELMTH_CONDITION)
+        return CREATESPBTN_UNKNOWNSELMTH;
+    if (selectsByList && members != nullptr && !CheckAppropriateMmbBtnOrNot(spBtn.get(), *members))
+        return CREATESPBTN_BADMEMBER;
+
+    spBtn->SetAlias(alias);
+    if (!selectsByList && cnd != nullptr)
+        spBtn->mmbBtnCnd.reset(cnd->CreateClone());
+    VCSpBtn& registered = *spBtn;
+    InsertBtnInfoToNameOrdList(&registered);
+    try {
+        RegBtn(std::move(spBtn));
+    } catch (...) {
+        nameOrdList.Remove(registered.id);
+        throw;
+    }
+    try {
+        if (selectsByList && members != nullptr)
+            ChangeMemberBtnIDListOfSpBtn(registered, *members);
+    } catch (...) {
+        const DWORD btnID = registered.id;
+        DeleteBtnInfoFromNameOrdList(&registered);
+        UnregSpBtn(btnID);
+        (*rpLink)->DeleteBtn(id, btnID);
+        throw;
+    }
+    ++spBtnCount;
+    return CREATESPBTN_OK;
+}
+
+bool VCBtnClass::DestroyIncBtn(DWORD btnID)
+{
+    return DestroyBtn(btnID, SCBUICoreCom::BTNTYPE_INC, incBlankIDList);
+}
+
+bool VCBtnClass::DestroyCllBtn(DWORD btnID)
+{
+    return DestroyBtn(btnID, SCBUICoreCom::BTNTYPE_CLL, cllBlankIDList);
+}
+
+bool VCBtnClass::DestroyBtn(DWORD btnID, SCBUICoreCom::EBtnType type, std::set<DWORD>& blankIDs)
+{
+    VCSpBtn* const spBtn = FindSpBtn(btnID);
+    if (spBtn == nullptr || spBtn->GetType() != type)
+        return false;
+    // What needs memory comes first.
+    std::set<DWORD> released{btnID};
+    const SpBtnsOfClasses above = ListWithAllAbove(ListEffectiveHolders(*spBtn));
+    (*rpLink)->DeleteBtn(id, btnID);
+
+    TakeOutOfSpBtns(*spBtn);
+    AdjstRelatedInfoOnMmbBtnOfSpBtn(spBtn, false);
+    LetIneffectiveSpBtnsForget(*spBtn);
+    --(spBtn->effective ? spBtnCount : ineffectiveBtnCount);
+    if (spBtn->effective && spBtn->sel && --selBtnCount == 0)
+        btnSelState = false;
+    nameOrdList.Remove(btnID);
+    UnregSpBtn(btnID);
+    blankIDs.merge(released);
+    ResetInsideInfoForSpBtns(above, true, true);
+    return true;
+}
+
+bool VCBtnClass::SetEffectiveInfoOfSpBtn(DWORD btnID, bool isEffective)
+{
+    VCSpBtn* const spBtn = FindSpBtn(btnID);
+    if (spBtn == nullptr)
+        return false;
+    if (spBtn->effective == isEffective)
+        return true;
+
+    if (!isEffective) {
+        const SpBtnsOfClasses above = ListWithAllAbove(ListEffectiveHolders(*spBtn));
+        SetOwnVisibleInfo(*spBtn, VISINFO_INEFFECTIVE, true);
+        spBtn->effective = false;
+        spBtn->updateTime = VCSpBtn::GetPresentTime();
+        TakeOutOfSpBtns(*spBtn);
+        AdjstRelatedInfoOnMmbBtnOfSpBtn(spBtn, false);
+        nameOrdList.Remove(btnID);
+        --spBtnCount;
+        ++ineffectiveBtnCount;
+        if (spBtn->sel && --selBtnCount == 0)
+            btnSelState = false;
+        ResetInsideInfoForSpBtns(above, true, true);
+        return true;
+    }
+
+    // What needs memory comes first.
+    const SpBtnsOfClasses above = ListWithAllAbove({{this, spBtn}});
+    SpBtnsOfClasses holders;
+    AddSpBtnsAbove(*spBtn, holders);
+    for (const auto& [btnClass, holder] : holders)
+        holder->mmbBtnIDList.reserve(holder->mmbBtnIDList.size() + 1);
+    MakeRoomForBackReferences(spBtn->mmbBtnIDList);
+    InsertBtnInfoToNameOrdList(spBtn);
+    SetOwnVisibleInfo(*spBtn, VISINFO_INEFFECTIVE, false);
+    spBtn->effective = true;
+    spBtn->updateTime = VCSpBtn::GetPresentTime();
+    ReturnToSpBtns(*spBtn);
+    LinkMembers(*spBtn);
+    ++spBtnCount;
+    --ineffectiveBtnCount;
+    if (spBtn->sel) {
+        ++selBtnCount;
+        btnSelState = true;
+    }
+    ResetInsideInfoForSpBtns(above, true, true);
+    return true;
+}
+
+// Puts a button that is effective again back into the lists of those that it remembers. One that is
+// ineffective itself takes it in and tells it when it is effective again.
+void VCBtnClass::ReturnToSpBtns(VCSpBtn& spBtn) noexcept
+{
+    if (spBtn.backReferences == nullptr)
+        return;
+    TCFlatSet<DWORD>& holderIDs = spBtn.backReferences->spBtnIDsInClass;
+    for (std::size_t i = holderIDs.size(); i-- != 0;) { // entries may leave on the way
+        VCSpBtn* const holder = FindSpBtn(*(holderIDs.begin() + static_cast<std::ptrdiff_t>(i)));
+        if (holder == nullptr)
+            continue;
+        const bool isMember = holder->HasMember(spBtn.id);
+        if (!isMember) {
+            holder->mmbBtnIDList.push_back(spBtn.id);
+            holder->updateTime = VCSpBtn::GetPresentTime();
+        }
+        if (!holder->effective)
+            UnlinkMember(*holder, spBtn);
+        else if (!isMember)
+            LinkMembers(*holder);
+    }
+    for (const SBtnClassIDAndBtnID& outer : spBtn.backReferences->spBtnIDsOfOtherClass) {
+        const auto found = refOrgBtnClasses.find(outer.btnClassID);
+        VCSpBtn* const holder =
+            found == refOrgBtnClasses.end() ? nullptr : found->second->FindSpBtn(outer.btnID);
+        if (holder == nullptr || holder->HasMember(spBtn.id))
+            continue;
+        holder->mmbBtnIDList.push_back(spBtn.id);
+        holder->updateTime = VCSpBtn::GetPresentTime();
+    }
+}
+
+// --- Members
+
+bool VCBtnClass::CheckAppropriateMmbBtnOrNot(const VCSpBtn* spBtn, const std::vector<DWORD>& mmbBtnIDs) const
+{
+    if (spBtn == nullptr || !IsIncOrCllBtn(*spBtn))
+        return false;
+    std::vector<const VCSpBtn*> candidates;
+    for (const DWORD mmbBtnID : mmbBtnIDs) {
+        if (!SCBUICoreCom::IsSpBtn(mmbBtnID))
+            continue;
+        const VCSpBtn* const candidate = FindSpBtn(mmbBtnID);
+        if (candidate == nullptr || candidate->mmbBtnSelMth == VCSpBtn::MMBBTNSELMTH_CONDITION)
+            return false;
+        candidates.push_back(candidate);
+    }
+    // Nothing can hold a button that the class does not have yet.
+    return spBtn->mmbBtnSelMth != VCSpBtn::MMBBTNSELMTH_SELECT || candidates.empty() ||
+           FindSpBtn(spBtn->id) == nullptr || !HoldAny(candidates, spBtn->id);
+}
+
+bool VCBtnClass::CheckWhetherToHaveSpecificBtnID(DWORD spBtnID, DWORD btnClassID, DWORD targetBtnID) const
+{
+    if (btnClassID != id)
+        return false;
+    if (spBtnID == targetBtnID)
+        return true;
+    const VCSpBtn* const spBtn = FindSpBtn(spBtnID);
+    return spBtn != nullptr && HoldAny({spBtn}, targetBtnID);
+}
+
+// Whether one of `spBtns` is the target or holds it at any depth. Buttons that an ineffective button will
+// return to count as holding it.
+bool VCBtnClass::HoldAny(const std::vector<const VCSpBtn*>& spBtns, DWORD targetBtnID) const
+{
+    std::vector<std::pair<DWORD, VCSpBtn*>> returning; // the button returned to, the ineffective one
+    if (ineffectiveBtnCount != 0) {
+        for (const auto& [btnID, spBtn] : spBtnOfID) {
+            if (spBtn->effective || spBtn->backReferences == nullptr)
+                continue;
+            for (const DWORD holderID : spBtn->backReferences->spBtnIDsInClass)
+                returning.emplace_back(holderID, spBtn);
+        }
+        std::sort(returning.begin(), returning.end());
+    }
+    auto& self = const_cast<VCBtnClass&>(*this); // a walk marks, and takes its marks away
+    CSpBtnWalk walk;
+    for (const VCSpBtn* const spBtn : spBtns)
+        walk.Add(self, const_cast<VCSpBtn&>(*spBtn));
+    for (std::size_t i = 0; i < walk.GetSize(); ++i) {
+        const VCSpBtn& spBtn = *walk.Get(i).second;
+        if (spBtn.id == targetBtnID)
+            return true;
+        for (const DWORD mmbBtnID : spBtn.mmbBtnIDList) {
+            if (mmbBtnID == targetBtnID)
+                return true;
+            if (VCSpBtn* const nested = self.FindSpBtn(mmbBtnID))
+                walk.Add(self, *nested);
+        }
+        auto found = std::partition_point(returning.begin(), returning.end(),
+                                          [&](const auto& entry) { return entry.first < spBtn.id; });
+        for (; found != returning.end() && found->first == spBtn.id; ++found)
+            walk.Add(self, *found->second);
+    }
+    return false;
+}
+
+void VCBtnClass::ChangeMemberBtnIDListOfSpBtn(VCSpBtn& spBtn, std::vector<DWORD> mmbBtnIDs)
+{
+    const unsigned int noMember = mmbBtnIDs.empty() ? VISINFO_NOMEMBER : 0;
+    ReplaceMembers(spBtn, SCIDList::TakeEachOnce(mmbBtnIDs), noMember);
+}
+
+void VCBtnClass::ReplaceMembers(VCSpBtn& spBtn, std::vector<DWORD> mmbBtnIDs, unsigned int noMember)
+{
+    // What needs memory comes first.
+    SpBtnsOfClasses above;
+    if (spBtn.effective) {
+        MakeRoomForBackReferences(mmbBtnIDs);
+        above = ListWithAllAbove({{this, &spBtn}});
+    }
+    const unsigned int formerNoMember = spBtn.visibleInfo & VISINFO_NOMEMBER;
+    const std::int64_t formerTime = spBtn.updateTime;
+    const auto replace = [&](std::vector<DWORD>& list, unsigned int bit, std::int64_t time) {
+        if (spBtn.effective)
+            AdjstRelatedInfoOnMmbBtnOfSpBtn(&spBtn, false);
+        SetOwnVisibleInfo(spBtn, VISINFO_NOMEMBER, bit != 0);
+        spBtn.mmbBtnIDList.swap(list);
+        spBtn.updateTime = time;
+        if (spBtn.effective)
+            AdjstRelatedInfoOnMmbBtnOfSpBtn(&spBtn, true);
+    };
+    replace(mmbBtnIDs, noMember, VCSpBtn::GetPresentTime());
+    try {
+        ResetInsideInfoForSpBtns(above, true, true);
+    } catch (...) {
+        replace(mmbBtnIDs, formerNoMember, formerTime);
+        for (const auto& [btnClass, holder] : above) {
+            btnClass->AdjstVisibleInfoBasedOnTheMmbBtnStateChangeOfSpBtn(*holder);
+            holder->isRowOutdated = true;
+        }
+        throw;
+    }
+}
+
+VCBtnClass::EMthRetOfOpeToMmbBtnIDList
+VCBtnClass::SetMemberBtnIDListOfSpBtn(DWORD btnID, const std::vector<DWORD>& mmbBtnIDs)
+{
+    VCSpBtn* const spBtn = FindSpBtn(btnID);
+    if (spBtn == nullptr)
+        return OPEMMBBTN_NOSPBTN;
+    if (!CheckAppropriateMmbBtnOrNot(spBtn, mmbBtnIDs))
+        return OPEMMBBTN_BADMEMBER;
+    ChangeMemberBtnIDListOfSpBtn(*spBtn, mmbBtnIDs);
+    return OPEMMBBTN_OK;
+}
+
+VCBtnClass::EMthRetOfOpeToMmbBtnIDList VCBtnClass::AddMemberBtnIDListOfSpBtn(DWORD btnID, DWORD mmbBtnID)
+{
+    VCSpBtn* const spBtn = FindSpBtn(btnID);
+    if (spBtn == nullptr)
+        return OPEMMBBTN_NOSPBTN;
+    if (spBtn->HasMember(mmbBtnID))
+        return OPEMMBBTN_NOMEMBER;
+    std::vector<DWORD> longer(spBtn->mmbBtnIDList);
+    longer.push_back(mmbBtnID);
+    ReplaceMembers(*spBtn, std::move(longer), spBtn->visibleInfo & VISINFO_NOMEMBER);
+    return OPEMMBBTN_OK;
+}
+
+VCBtnClass::EMthRetOfOpeToMmbBtnIDList VCBtnClass::DeleteMemberBtnIDListOfSpBtn(DWORD btnID, DWORD mmbBtnID)
+{
+    VCSpBtn* const spBtn = FindSpBtn(btnID);
+    if (spBtn == nullptr)
+        return OPEMMBBTN_NOSPBTN;
+    if (!spBtn->HasMember(mmbBtnID))
+        return OPEMMBBTN_NOMEMBER;
+    std::vector<DWORD> shorter(spBtn->mmbBtnIDList);
+    std::erase(shorter, mmbBtnID);
+    ChangeMemberBtnIDListOfSpBtn(*spBtn, std::move(shorter));
+    return OPEMMBBTN_OK;
+}
+
+bool VCBtnClass::AdjstRelatedInfoOnMmbBtnOfSpBtn(VCSpBtn* spBtn, bool add)
+{
+    if (spBtn == nullptr || !IsIncOrCllBtn(*spBtn))
+        return false;
+    if (add) {
+        MakeRoomForBackReferences(spBtn->mmbBtnIDList);
+        LinkMembers(*spBtn);
+    } else {
+        UnlinkMembers(*spBtn);
+    }
+    return true;
+}
+
+void VCBtnClass::MakeRoomForBackReferences(const std::vector<DWORD>& mmbBtnIDs)
+{
+    for (const DWORD mmbBtnID : mmbBtnIDs) {
+        VCBtn* const member = FindBtn(mmbBtnID);
+        if (member == nullptr)
+            continue;
+        if (member->backReferences == nullptr)
+            member->backReferences = std::make_unique<VCBtn::SBackReferences>();
+        member->backReferences->spBtnIDsInClass.ReserveForInsert();
+    }
+}
+
+void VCBtnClass::LinkMembers(const VCSpBtn& spBtn) noexcept
+{
+    for (const DWORD mmbBtnID : spBtn.mmbBtnIDList) {
+        if (VCBtn* const member = FindBtn(mmbBtnID))
+            LinkMember(spBtn, *member);
+    }
+}
+
+void VCBtnClass::UnlinkMembers(const VCSpBtn& spBtn) noexcept
+{
+    for (const DWORD mmbBtnID : spBtn.mmbBtnIDList) {
+        if (VCBtn* const member = FindBtn(mmbBtnID))
+            UnlinkMember(spBtn, *member);
+    }
+}
+
+// There is room for the back-reference.
+void VCBtnClass::LinkMember(const VCSpBtn& spBtn, VCBtn& member) noexcept
+{
+    member.backReferences->spBtnIDsInClass.insert(spBtn.id);
+    AdjstToBackReferences(member);
+    if (SCBUICoreCom::IsCllBtn(spBtn.id))
+        SetOwnVisibleInfo(member, IsCndCllBtn(spBtn) ? VISINFO_CNDCLLMEMBER : VISINFO_SELCLLMEMBER, true);
+    else
+        SetOwnVisibleInfo(member, VISINFO_INCMEMBER, !GetBtnDispInfoAsMmbBtn(member));
+}
+
+void VCBtnClass::UnlinkMember(const VCSpBtn& spBtn, VCBtn& member) noexcept
+{
+    if (member.backReferences == nullptr)
+        return;
+    TCFlatSet<DWORD>& holderIDs = member.backReferences->spBtnIDsInClass;
+    if (!holderIDs.erase(spBtn.id))
+        return;
+    AdjstToBackReferences(member);
+    if (!SCBUICoreCom::IsCllBtn(spBtn.id)) {
+        SetOwnVisibleInfo(member, VISINFO_INCMEMBER, !GetBtnDispInfoAsMmbBtn(member));
+        return;
+    }
+    if (IsCndCllBtn(spBtn))
+        SetOwnVisibleInfo(member, VISINFO_CNDCLLMEMBER, false);
+    const bool isLeftInCllBtn = !holderIDs.empty() && SCBUICoreCom::IsCllBtn(holderIDs.back());
+    if (!isLeftInCllBtn)
+        SetOwnVisibleInfo(member, VISINFO_SELCLLMEMBER, false);
+}
+
+bool VCBtnClass::GetBtnDispInfoAsMmbBtn(const VCBtn& btn) const noexcept
+{
+    bool isInIncBtn = false;
+    if (btn.backReferences == nullptr)
+        return true;
+    for (const DWORD holderID : btn.backReferences->spBtnIDsInClass) {
+        if (!SCBUICoreCom::IsIncBtn(holderID))
+            break; // cll buttons come behind
+        const VCSpBtn* const holder = FindSpBtn(holderID);
+        if (holder == nullptr)
+            continue;
+        if (static_cast<const CIncBtn*>(holder)->dispMember)
+            return true;
+        isInIncBtn = true;
+    }
+    return !isInIncBtn;
+}
+
+void VCBtnClass::TakeOutOfSpBtns(const VCBtn& btn) noexcept
+{
+    if (btn.backReferences == nullptr)
+        return;
+    const std::int64_t now = VCSpBtn::GetPresentTime();
+    const auto takeOutOf = [&btn, now](VCSpBtn* holder) {
+        if (holder != nullptr && std::erase(holder->mmbBtnIDList, btn.id) != 0)
+            holder->updateTime = now;
+    };
+    for (const DWORD holderID : btn.backReferences->spBtnIDsInClass)
+        takeOutOf(FindSpBtn(holderID));
+    for (const SBtnClassIDAndBtnID& outer : btn.backReferences->spBtnIDsOfOtherClass) {
+        const auto found = refOrgBtnClasses.find(outer.btnClassID);
+        if (found != refOrgBtnClasses.end())
+            takeOutOf(found->second->FindSpBtn(outer.btnID));
+    }
+}
+
+void VCBtnClass::LetIneffectiveSpBtnsForget(const VCBtn& btn) noexcept
+{
+    if (ineffectiveBtnCount == 0)
+        return;
+    const VCSpBtn* const asHolder = FindSpBtn(btn.id);
+    for (const auto& [spBtnID, spBtn] : spBtnOfID) {
+        if (spBtn->effective)
+            continue;
+        std::erase(spBtn->mmbBtnIDList, btn.id);
+        if (asHolder != nullptr)
+            UnlinkMember(*asHolder, *spBtn);
+    }
+}
+
+VCBtnClass::EMthRetOfSetMmbBtnCnd VCBtnClass::SetMemberBtnCndOfSpBtn(DWORD btnID, const IBtnCnd& cnd)
+{
+    VCSpBtn* const spBtn = FindSpBtn(btnID);
+    if (spBtn == nullptr)
+        return SETMMBBTNCND_NOSPBTN;
+    if (spBtn->mmbBtnSelMth != VCSpBtn::MMBBTNSELMTH_CONDITION)
+        return SETMMBBTNCND_NOTCNDBTN;
+    spBtn->mmbBtnCnd = BtnCndPtr(cnd.CreateClone()); // `cnd` may be the one that goes
+    spBtn->updateTime = VCSpBtn::GetPresentTime();
+    return SETMMBBTNCND_OK;
+}
+
+bool VCBtnClass::ClearMemberBtnCndOfSpBtn(DWORD btnID)
+{
+    VCSpBtn* const spBtn = FindSpBtn(btnID);
+    if (spBtn == nullptr)
+        return false;
+    if (spBtn->mmbBtnCnd != nullptr) {
+        spBtn->mmbBtnCnd.reset();
+        spBtn->updateTime = VCSpBtn::GetPresentTime();
+    }
+    return true;
+}
+
+bool VCBtnClass::SetDispMemberBtnInfoOfIncBtn(DWORD btnID, bool disp)
+{
+    VCSpBtn* const spBtn = SCBUICoreCom::IsIncBtn(btnID) ? FindSpBtn(btnID) : nullptr;
+    if (spBtn == nullptr)
+        return false;
+    bool& dispMember = static_cast<CIncBtn*>(spBtn)->dispMember;
+    if (dispMember == disp)
+        return true;
+    dispMember = disp;
+    spBtn->updateTime = VCSpBtn::GetPresentTime();
+    for (const DWORD mmbBtnID : spBtn->mmbBtnIDList) {
+        if (VCBtn* const member = FindBtn(mmbBtnID))
+            SetOwnVisibleInfo(*member, VISINFO_INCMEMBER, !GetBtnDispInfoAsMmbBtn(*member));
+    }
+    return true;
+}
+
+// --- What follows from members
+
+void VCBtnClass::AddSpBtnsAbove(const VCBtn& btn, SpBtnsOfClasses& spBtns)
+{
+    if (btn.backReferences == nullptr)
+        return;
+    for (const DWORD spBtnID : btn.backReferences->spBtnIDsInClass) {
+        if (VCSpBtn* const spBtn = FindSpBtn(spBtnID))
+            spBtns.emplace_back(this, spBtn);
+    }
+    for (const SBtnClassIDAndBtnID& outer : btn.backReferences->spBtnIDsOfOtherClass) {
+        const auto found = refOrgBtnClasses.find(outer.btnClassID);
+        if (found == refOrgBtnClasses.end())
+            continue;
+        if (VCSpBtn* const spBtn = found->second->FindSpBtn(outer.btnID))
+            spBtns.emplace_back(found->second, spBtn);
+    }
+}
+
+namespace {
+
+// Lists what is reached from `starts`, each once, those behind a node before the node itself: a depth-first
+// walk whose stack is an array. `walk` tells which were reached; `addNext` appends what follows a node.
+template <class TNode, class TWalk, class TAddNext>
+std::vector<TNode> ListBehindFirst(const std::vector<TNode>& starts, TWalk& walk, const TAddNext& addNext)
+{
+    std::vector<TNode> ordered;
+    std::vector<std::pair<TNode, bool>> pending; // true: all behind it is listed
+    std::vector<TNode> next;
+    for (const TNode& start : starts) {
+        pending.emplace_back(start, false);
+        while (!pending.empty()) {
+            const auto [node, isDone] = pending.back();
+            pending.pop_back();
+            if (isDone) {
+                ordered.push_back(node);
+            } else if (walk.Add(*node.first, *node.second)) {
+                pending.emplace_back(node, true);
+                next.clear();
+                addNext(node, next);
+                for (const TNode& behind : next)
+                    pending.emplace_back(behind, false);
+            }
+        }
+    }
+    return ordered;
+}
+
+} // namespace
+
+VCBtnClass::SpBtnsOfClasses VCBtnClass::ListEffectiveHolders(const VCBtn& btn)
+{
+    SpBtnsOfClasses holders;
+    AddSpBtnsAbove(btn, holders);
+    std::erase_if(holders, [](const auto& holder) { return !holder.second->effective; });
+    return holders;
+}
+
+VCBtnClass::SpBtnsOfClasses VCBtnClass::ListWithAllAbove(const SpBtnsOfClasses& starts)
+{
+    if (starts.size() == 1 && !starts.front().second->HasBackReferences())
+        return starts;
+    CSpBtnWalk walk;
+    SpBtnsOfClasses ordered = ListBehindFirst(starts, walk, [](const auto& node, SpBtnsOfClasses& next) {
+        next = node.first->ListEffectiveHolders(*node.second);
+    });
+    std::reverse(ordered.begin(), ordered.end());
+    return ordered;
+}
+
+void VCBtnClass::ResetInsideInfoForSpBtns(const SpBtnsOfClasses& spBtns, bool buildRpLink, bool force)
+{
+    const auto isPassedOver = [force](const VCBtnClass& btnClass) {
+        return !force && SCBUICoreCom::IsCommonVirBtnClass(btnClass.id);
+    };
+    for (const auto& [btnClass, spBtn] : spBtns) {
+        if (isPassedOver(*btnClass))
+            continue;
+        btnClass->AdjstVisibleInfoBasedOnTheMmbBtnStateChangeOfSpBtn(*spBtn);
+        spBtn->isRowOutdated = spBtn->isRowOutdated || buildRpLink;
+    }
+    if (!buildRpLink)
+        return;
+    for (const auto& [btnClass, spBtn] : spBtns) {
+        if (!isPassedOver(*btnClass))
+            btnClass->BuildRow(*spBtn);
+    }
+}
+
+void VCBtnClass::BuildRow(VCSpBtn& spBtn)
+{
+    if (IsSpBtnWithRpLink(&spBtn)) {
+        const std::unique_ptr<DWORD[]> recs(new DWORD[recCount]);
+        DWORD count = 0;
+        if (GetRecListThatRelatesToMemberBtns(spBtn, recs.get(), count))
+            (*rpLink)->SetRecList(id, spBtn.id, recs.get(), count);
+    } else if (spBtn.mmbBtnSelMth == VCSpBtn::MMBBTNSELMTH_SELECT) {
+        (*rpLink)->SetRecList(id, spBtn.id, nullptr, 0); // it may have had more members before
+    }
+    spBtn.isRowOutdated = false;
+}
+
+bool VCBtnClass::ResetInsideInfoForSpBtn(DWORD btnID, bool buildRpLink, bool force)
+{
+    VCSpBtn* const spBtn = FindSpBtn(btnID);
+    if (spBtn == nullptr)
+        return false;
+    ResetInsideInfoForSpBtns(ListWithAllAbove({{this, spBtn}}), buildRpLink, force);
+    return true;
+}
+
+void VCBtnClass::ResetLiveMemberInfoOfAllSpBtns()
+{
+    SpBtnsOfClasses all;
+    for (const auto& [btnID, spBtn] : spBtnOfID)
+        all.emplace_back(this, spBtn);
+    CSpBtnWalk walk;
+    const SpBtnsOfClasses ordered =
+        ListBehindFirst(all, walk, [this](const auto& node, SpBtnsOfClasses& next) {
+            for (const DWORD mmbBtnID : node.second->mmbBtnIDList) {
+                if (VCSpBtn* const nested = FindSpBtn(mmbBtnID))
+                    next.emplace_back(this, nested);
+            }
+        });
+    for (const auto& [btnClass, spBtn] : ordered)
+        btnClass->AdjstVisibleInfoBasedOnTheMmbBtnStateChangeOfSpBtn(*spBtn);
+}
+
+void VCBtnClass::AdjstVisibleInfoBasedOnTheMmbBtnStateChangeOfSpBtn(VCSpBtn& spBtn) noexcept
+{
+    const auto isAlive = [this](DWORD mmbBtnID) {
+        const VCBtn* const member = FindBtn(mmbBtnID);
+        return member != nullptr && (GetVisibleInfo(*member) & VISINFO_MASK_NOTALIVE) == 0;
+    };
+    const bool hasLiveMember = std::any_of(spBtn.mmbBtnIDList.begin(), spBtn.mmbBtnIDList.end(), isAlive);
+    SetOwnVisibleInfo(spBtn, VISINFO_NOLIVEMEMBER, !hasLiveMember);
+}
+
+// --- Records
+
+bool VCBtnClass::GetRecListThatRelatesToBtn(DWORD btnID, DWORD*& recList, DWORD& recCountOfList,
+                                            DWORD** mergeBuffers) const
+{
+    DWORD failedID = SCBUICoreCom::BTN_ID_UNSETTING;
+    return GetRecListThatRelatesToBtns(this, {btnID}, recList, recCountOfList, mergeBuffers, failedID);
+}
+
+// Sorts buttons into those whose records the table has: source buttons, ascending and each once, and others;
+// a special button without a row is replaced by its members, at any depth. False, with the identifier, for an
+// absent special button; one that is missing among members is abnormal.
+bool VCBtnClass::ListRecSources(const std::vector<DWORD>& btnIDs, std::vector<DWORD>& srcBtnIDs,
+                                std::vector<DWORD>& rowBtnIDs, DWORD& failedID) const
+{
+    auto& self = const_cast<VCBtnClass&>(*this); // a walk marks, and takes its marks away
+    CSpBtnWalk walk;
+    const auto add = [&](DWORD btnID) {
+        if (SCBUICoreCom::IsSrcBtn(btnID)) {
+            srcBtnIDs.push_back(btnID);
+        } else if (!SCBUICoreCom::IsSpBtn(btnID)) {
+            rowBtnIDs.push_back(btnID);
+        } else {
+            VCSpBtn* const spBtn = self.FindSpBtn(btnID);
+            if (spBtn == nullptr)
+                return false;
+            if (spBtn->effective)
+                walk.Add(self, *spBtn);
+        }
+        return true;
+    };
+    for (const DWORD btnID : btnIDs) {
+        if (!add(btnID)) {
+            failedID = btnID;
+            return false;
+        }
+    }
+    for (std::size_t i = 0; i < walk.GetSize(); ++i) {
+        const VCSpBtn& spBtn = *walk.Get(i).second;
+        if (IsSpBtnWithRpLink(&spBtn) && !spBtn.isRowOutdated) {
+            rowBtnIDs.push_back(spBtn.id);
+            continue;
+        }
+        for (const DWORD mmbBtnID : spBtn.mmbBtnIDList) {
+            if (!add(mmbBtnID)) {
+                const CFormattedMsg message(SCBUICoreStrDef::MSG_NOTEXIST_MMBBTN, {id, mmbBtnID});
+                throw ECAbnormalData(message.GetText(), SRC_FILE,
+                                     "NSKZ::NSKZCore::VCBtnClass::GetRecListThatRelatesToBtn", 5165);
+            }
+        }
+    }
+    SCIDList::SortAndTakeEachOnce(srcBtnIDs);
+    return true;
+}
+
+bool VCBtnClass::GetRecListThatRelatesToBtns(const VCBtnClass* btnClass, const std::vector<DWORD>& btnIDs,
+                                             DWORD*& recList, DWORD& recCountOfList, DWORD** buffers,
+                                             DWORD& failedID)
+{
+    if (btnClass == nullptr)
+        return false;
+    std::vector<DWORD> srcBtnIDs;
+    std::vector<DWORD> rowBtnIDs;
+    if (!btnClass->ListRecSources(btnIDs, srcBtnIDs, rowBtnIDs, failedID))
+        return false;
+    const IRpLink& table = **btnClass->rpLink;
+
+    // The records of source buttons do not overlap, so they are collected first and sorted once.
+    DWORD* const collected = recCountOfList == 0 ? recList : buffers[0];
+    DWORD collectedCount = 0;
+    for (const DWORD btnID : srcBtnIDs) {
+        DWORD added = 0;
+        if (!table.GetRecList(btnClass->id, btnID, collected + collectedCount, added)) {
+            failedID = btnID;
+            return false;
+        }
+        collectedCount += added;
+    }
+    if (srcBtnIDs.size() > 1)
+        SCSortRecs::Sort(collected, collectedCount);
+    if (recCountOfList == 0) {
+        recCountOfList = collectedCount;
+    } else if (collectedCount != 0) {
+        recCountOfList =
+            SCKZCoreCom::MergeRecListByORCnd(recList, recCountOfList, collected, collectedCount, buffers[1]);
+        std::swap(recList, buffers[1]);
+    }
+    for (const DWORD btnID : rowBtnIDs) {
+        DWORD added = 0;
+        DWORD* const row = recCountOfList == 0 ? recList : buffers[0];
+        if (!table.GetRecList(btnClass->id, btnID, row, added)) {
+            failedID = btnID;
+            return false;
+        }
+        if (recCountOfList == 0) {
+            recCountOfList = added;
+        } else if (added != 0) {
+            recCountOfList =
+                SCKZCoreCom::MergeRecListByORCnd(recList, recCountOfList, row, added, buffers[1]);
+            std::swap(recList, buffers[1]);
+        }
+    }
+    return true;
+}
+
+bool VCBtnClass::GetRecListThatRelatesToMemberBtns(const VCSpBtn& spBtn, DWORD* recList,
+                                                   DWORD& recCountOfList) const
+{
+    const std::unique_ptr<DWORD[]> areas[] = {std::unique_ptr<DWORD[]>(new DWORD[recCount]),
+                                              std::unique_ptr<DWORD[]>(new DWORD[recCount])};
+    DWORD* buffers[] = {areas[0].get(), areas[1].get()};
+    DWORD* found = recList;
+    DWORD failedID = SCBUICoreCom::BTN_ID_UNSETTING;
+    recCountOfList = 0;
+    if (!GetRecListThatRelatesToBtns(this, spBtn.mmbBtnIDList, found, recCountOfList, buffers, failedID))
+        return false;
+    if (found != recList && recCountOfList != 0)
+        std::memcpy(recList, found, recCountOfList * sizeof(DWORD));
+    return true;
+}
+
+} // namespace NSKZ::NSKZCore
