@@ -384,7 +384,7 @@ bool CModelEnv::Holds(const SModelItem& item, DWORD spBtnID, DWORD soughtID) con
     return reached.count(spBtnID) != 0;
 }
 
-// The members of an ineffective button learn of it when it takes part again.
+// What follows from the members of an ineffective button waits until it takes part again.
 void CModelEnv::ChangeMembers(SModelItem& item, DWORD spBtnID, const IDList& members)
 {
     SModelBtn& spBtn = item.btns.at(spBtnID);
@@ -392,8 +392,9 @@ void CModelEnv::ChangeMembers(SModelItem& item, DWORD spBtnID, const IDList& mem
         LetMembersGo(item, spBtnID);
     SetReason(spBtn, VISINFO_NOMEMBER, members.empty());
     spBtn.members = members;
-    if (spBtn.effective)
-        TakeMembers(item, spBtnID);
+    if (!spBtn.effective)
+        return;
+    TakeMembers(item, spBtnID);
     AdjustLiveMemberReason(item, {spBtnID});
 }
 
@@ -469,8 +470,10 @@ void CModelEnv::AdjustLiveMemberReason(SModelItem& item, const std::set<DWORD>& 
 // A member that goes away leaves the list; VISINFO_NOMEMBER stays as it was.
 void CModelEnv::RemoveMember(SModelItem& item, DWORD spBtnID, DWORD memberID)
 {
-    std::erase(item.btns.at(spBtnID).members, memberID);
-    AdjustLiveMemberReason(item, {spBtnID});
+    SModelBtn& spBtn = item.btns.at(spBtnID);
+    std::erase(spBtn.members, memberID);
+    if (spBtn.effective)
+        AdjustLiveMemberReason(item, {spBtnID});
 }
 
 // ---- What is to be seen
