@@ -1,5 +1,6 @@
 #include "CModelTable.h"
 
+#include <algorithm>
 #include <sstream>
 #include <stdexcept>
 #include <utility>
@@ -90,31 +91,30 @@ std::string MakeValue(CRandom& random, const SModelFld& fld, DWORD number)
 
 } // namespace
 
-CModelTable::CModelTable(CRandom& random, DWORD maxRecCount, DWORD minValueCount)
+CModelTable::CModelTable(CRandom& random, const STableWish& wish)
 {
-    if (minValueCount != 0)
-        texts.recCount = minValueCount + random.GetBelow(maxRecCount - minValueCount + 1);
-    else if (random.IsOneOf(15))
-        texts.recCount = 0;
-    else if (random.IsOneOf(15))
-        texts.recCount = 1;
+    const DWORD minRecCount = std::max<DWORD>(2, wish.minValueCount);
+    if (wish.mayBeTiny && random.IsOneOf(8))
+        texts.recCount = random.GetBelow(2);
     else
-        texts.recCount = 2 + random.GetBelow(maxRecCount - 1);
+        texts.recCount = minRecCount + random.GetBelow(wish.maxRecCount - minRecCount + 1);
     if (random.IsOneOf(6))
         source.SetDefEmpValName(random.IsOneOf(2) ? "" : "v1"); // a name that values may have as well
     texts.empValName = source.GetDefEmpValName();
-    if (minValueCount != 0)
-        AddFldOfManyValues(random, minValueCount);
-    for (DWORD left = 1 + random.GetBelow(8); left > 0; --left)
-        AddFld(random);
+    if (wish.minValueCount != 0)
+        AddFldOfManyValues(random, wish.minValueCount);
+    for (DWORD left = 1 + random.GetBelow(wish.maxFldCount); left > 0; --left)
+        AddFld(random, wish);
 }
 
-void CModelTable::AddFld(CRandom& random)
+void CModelTable::AddFld(CRandom& random, const STableWish& wish)
 {
     SModelFld fld;
     fld.name = "item " + std::to_string(texts.flds.size() + 1);
     fld.isItem = !random.IsOneOf(10);
     fld.type = static_cast<SCDeclareConstant::EDataType>(random.GetBelow(4));
+    if (wish.number != 0 && random.IsOneOf(wish.number))
+        fld.type = SCDeclareConstant::DATATYPE_NUM;
     if (random.IsOneOf(2))
         fld.dateTypeInfo.delimiter = SCDeclareConstant::DATEDELIM_KANJI;
 

@@ -9,14 +9,23 @@
 
 namespace NSKZ::Test {
 
+// What a random table is to be like.
+struct STableWish
+{
+    DWORD maxRecCount = 60;
+    DWORD maxFldCount = 8;
+    DWORD number = 0;        // a field of numbers, one in so many beside those that come anyway; 0 for none
+    DWORD minValueCount = 0; // of a first field that is a text; 0 for no such field
+    bool mayBeTiny = true;   // no record at all, or one
+};
+
 // A random source table, once as the table that an environment reads and once as plain texts. Its fields are
 // text, numbers, dates and times, or no item at all; with few or many values, one value only, all values
-// different, no value in some cells or in all; its records none, one, or up to `maxRecCount`. With
-// `minValueCount` its first field is a text with at least so many values, and it has records for them.
+// different, no value in some cells or in all.
 class CModelTable
 {
 public:
-    CModelTable(NSKZCore::CRandom& random, DWORD maxRecCount, DWORD minValueCount);
+    CModelTable(NSKZCore::CRandom& random, const STableWish& wish);
 
     const NSKZCore::CSourceDataMngr& GetSource() const { return source; }
     const SModelTable& GetTexts() const { return texts; }
@@ -24,7 +33,7 @@ public:
     std::string Describe() const;
 
 private:
-    void AddFld(NSKZCore::CRandom& random);
+    void AddFld(NSKZCore::CRandom& random, const STableWish& wish);
     void AddFldOfManyValues(NSKZCore::CRandom& random, DWORD minValueCount);
     void AddToSource(SModelFld& fld);
 

@@ -39,8 +39,7 @@ private:
 } // namespace
 
 CRandomRun::CRandomRun(CRandom& choice, const SLeaning& leaningOfRun)
-    : random(choice), leaning(leaningOfRun),
-      table(choice, leaningOfRun.maxRecCount, leaningOfRun.minValueCount), sumMngr(table.GetSource()),
+    : random(choice), leaning(leaningOfRun), table(choice, leaningOfRun.table), sumMngr(table.GetSource()),
       hasSumMngr(leaning.sumMngrMissing == 0 || !random.IsOneOf(leaning.sumMngrMissing)),
       env(std::make_unique<CBUIDataMngr>(1, SCBUICoreCom::LINKTBLVERTYPE_ONMEM,
                                          SCBUICoreCom::LINKTBLVERTYPE_ONMEM, table.GetSource(),
@@ -369,12 +368,14 @@ IDList CRandomRun::ChooseMembers(DWORD classID)
     if (found == model.GetItems().end())
         return {2};
     const SModelItem& item = found->second;
-    if (leaning.minValueCount != 0 && item.btns.size() >= leaning.minValueCount && random.IsOneOf(2))
+    if (leaning.table.minValueCount != 0 && item.btns.size() >= leaning.table.minValueCount &&
+        random.IsOneOf(2))
         return ChooseManyMembers(item);
     const IDList all = item.ListAll();
     const IDList spBtnIDs = item.ListSpecial(true);
     IDList members;
-    for (DWORD left = random.GetBelow(random.IsOneOf(4) ? 12 : 5); left > 0; --left) {
+    for (DWORD left = random.IsOneOf(15) ? 0 : 1 + random.GetBelow(random.IsOneOf(4) ? 12 : 5); left > 0;
+         --left) {
         if (!spBtnIDs.empty() && HappensOneIn(leaning.nesting))
             members.push_back(ChooseFrom(spBtnIDs));
         else if (HappensOneIn(leaning.unknownID))

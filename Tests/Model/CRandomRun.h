@@ -19,7 +19,7 @@ struct SLeaning
 {
     using CBUIDataMngr = NSKZCore::CBUIDataMngr;
 
-    DWORD maxRecCount = 60;         // a bound
+    STableWish table;
     DWORD operationsOfATable = 150; // a count
     DWORD modeChange = 25;
     std::vector<CBUIDataMngr::ERelationMode> modes = {
@@ -36,7 +36,6 @@ struct SLeaning
     DWORD maxSpBtnCount = 6; // of an item: a count; with more, buttons are rather destroyed
     DWORD nesting = 5;       // a member that is a special button
     DWORD condition = 3;     // a button that selects by condition
-    DWORD minValueCount = 0; // of an item with very many values, most of which become members: a count
     // How often each operation on special buttons comes, in proportion to the others.
     DWORD creations = 6;
     DWORD memberChanges = 4;

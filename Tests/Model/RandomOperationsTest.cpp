@@ -124,7 +124,7 @@ TEST(RandomOperations, AgreeWithTheModelWithAndWithoutASumManager)
 TEST(RandomOperations, AgreeWithTheModelOnTablesOfAFewRecords)
 {
     SLeaning leaning;
-    leaning.maxRecCount = 6;
+    leaning.table.maxRecCount = 6;
     leaning.operationsOfATable = 40;
     RunOperations(leaning);
 }
@@ -141,7 +141,7 @@ TEST(RandomOperations, AgreeWithTheModelThroughALongLifeOfOneEnvironment)
 TEST(RandomOperations, AgreeWithTheModelOnTablesOfAFewThousandRecords)
 {
     SLeaning leaning;
-    leaning.maxRecCount = 6000;
+    leaning.table.maxRecCount = 6000;
     leaning.operationsOfATable = 30;
     RunOperations(leaning, OPERATIONS_OF_A_TEST / 50);
 }
@@ -149,72 +149,96 @@ TEST(RandomOperations, AgreeWithTheModelOnTablesOfAFewThousandRecords)
 TEST(RandomOperations, AgreeWithTheModelOnTablesOfAFewHundredRecords)
 {
     SLeaning leaning;
-    leaning.maxRecCount = 400;
+    leaning.table.maxRecCount = 400;
     RunOperations(leaning, OPERATIONS_OF_A_TEST / 4);
+}
+
+// A few items with many special buttons, and lives long enough for them to grow.
+SLeaning LeanToSpecialBtns()
+{
+    SLeaning leaning;
+    leaning.table.maxRecCount = 30;
+    leaning.table.maxFldCount = 3;
+    leaning.table.number = 3;
+    leaning.table.mayBeTiny = false;
+    leaning.operationsOfATable = 400;
+    leaning.limitation = 120;
+    leaning.unknownID = 150;
+    leaning.special = 2;
+    leaning.maxSpBtnCount = 10;
+    return leaning;
 }
 
 TEST(RandomOperations, AgreeWithTheModelOnSpecialButtonsUnderPresses)
 {
-    SLeaning leaning;
+    SLeaning leaning = LeanToSpecialBtns();
     leaning.special = 6;
     leaning.spBtnPress = 2;
+    RunOperations(leaning, OPERATIONS_OF_A_TEST / 2);
+}
+
+TEST(RandomOperations, AgreeWithTheModelOnSpecialButtonsUnderLimitations)
+{
+    SLeaning leaning = LeanToSpecialBtns();
+    leaning.limitation = 6;
     RunOperations(leaning, OPERATIONS_OF_A_TEST / 4);
 }
 
 TEST(RandomOperations, AgreeWithTheModelOnSpecialButtonsWithinEachOther)
 {
-    SLeaning leaning;
-    leaning.maxRecCount = 30;
-    leaning.special = 2;
+    SLeaning leaning = LeanToSpecialBtns();
     leaning.nesting = 2;
     leaning.condition = 12;
     leaning.maxSpBtnCount = 16;
     leaning.memberChanges = 10;
-    leaning.unknownID = 150;
-    RunOperations(leaning, OPERATIONS_OF_A_TEST / 10);
+    leaning.destructions = 1;
+    RunOperations(leaning, OPERATIONS_OF_A_TEST / 4);
 }
 
 TEST(RandomOperations, AgreeWithTheModelOnMembersByCondition)
 {
-    SLeaning leaning;
+    SLeaning leaning = LeanToSpecialBtns();
     leaning.special = 4;
     leaning.condition = 1;
-    leaning.nesting = 0;
-    leaning.maxSpBtnCount = 8;
     leaning.conditionChanges = 8;
-    leaning.unknownID = 150;
-    RunOperations(leaning, OPERATIONS_OF_A_TEST / 5);
+    leaning.memberChanges = 1;
+    RunOperations(leaning, OPERATIONS_OF_A_TEST / 2);
+}
+
+// Buttons by condition have special members.
+TEST(RandomOperations, AgreeWithTheModelOnSpecialMembersByCondition)
+{
+    SLeaning leaning = LeanToSpecialBtns();
+    leaning.special = 4;
+    leaning.condition = 2;
+    leaning.nesting = 4;
+    leaning.conditionChanges = 6;
+    RunOperations(leaning, OPERATIONS_OF_A_TEST / 4);
 }
 
 // Buttons are switched off and on and destroyed, and their identifiers given out again.
 TEST(RandomOperations, AgreeWithTheModelOnSpecialButtonsThatComeAndGo)
 {
-    SLeaning leaning;
-    leaning.maxRecCount = 20;
-    leaning.special = 2;
+    SLeaning leaning = LeanToSpecialBtns();
     leaning.nesting = 2;
     leaning.condition = 6;
-    leaning.maxSpBtnCount = 8;
     leaning.creations = 8;
     leaning.switches = 12;
-    leaning.destructions = 6;
-    leaning.unknownID = 150;
-    RunOperations(leaning, OPERATIONS_OF_A_TEST / 5);
+    leaning.destructions = 4;
+    RunOperations(leaning, OPERATIONS_OF_A_TEST / 2);
 }
 
 // Around the count of members from which on a button keeps a row of records of its own.
 TEST(RandomOperations, AgreeWithTheModelOnSpecialButtonsOfHundredsOfMembers)
 {
-    SLeaning leaning;
-    leaning.minValueCount = 450;
-    leaning.maxRecCount = 600;
-    leaning.special = 2;
+    SLeaning leaning = LeanToSpecialBtns();
+    leaning.table.minValueCount = 450;
+    leaning.table.maxRecCount = 600;
     leaning.nesting = 4;
     leaning.condition = 10;
     leaning.memberChanges = 12;
-    leaning.unknownID = 150;
-    leaning.operationsOfATable = 60;
-    RunOperations(leaning, OPERATIONS_OF_A_TEST / 100);
+    leaning.operationsOfATable = 100;
+    RunOperations(leaning, OPERATIONS_OF_A_TEST / 50);
 }
 
 } // namespace
