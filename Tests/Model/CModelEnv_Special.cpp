@@ -244,18 +244,24 @@ void CModelEnv::SwitchOn(SModelItem& item, DWORD btnID)
     SModelBtn& btn = item.btns.at(btnID);
     btn.effective = true;
     btn.visibleInfo &= ~VISINFO_INEFFECTIVE;
+    // A holder that is ineffective itself lists the button, and the button forgets it until the holder takes
+    // part again. This comes first: it must not take away a reason that another holder gives.
     const std::set<DWORD> remembered = btn.holders;
     for (const DWORD holderID : remembered) {
         SModelBtn& holder = item.btns.at(holderID);
-        const bool joins = !holder.HasMember(btnID);
-        if (joins)
+        if (holder.effective)
+            continue;
+        if (!holder.HasMember(btnID))
             holder.members.push_back(btnID);
-        if (!holder.effective) {
-            LetGo(item, holderID, btnID); // until the holder takes part again
-        } else if (joins) {
-            TakeMembers(item, holderID);
-            AdjustLiveMemberReason(item, {holderID});
-        }
+        LetGo(item, holderID, btnID);
+    }
+    for (const DWORD holderID : std::set<DWORD>(btn.holders)) {
+        SModelBtn& holder = item.btns.at(holderID);
+        if (holder.HasMember(btnID))
+            continue;
+        holder.members.push_back(btnID);
+        TakeMembers(item, holderID);
+        AdjustLiveMemberReason(item, {holderID});
     }
     TakeMembers(item, btnID);
     EnterName(item, btnID);
