@@ -374,12 +374,12 @@ TEST(CXMLReader, ADocumentWithDamagedBytesIsReadToItsEndOrFails)
                 damaged.erase(pos, 1 + random() % 5);
                 break;
             default:
-                damaged.insert(pos, damaged.substr(random() % damaged.size(), random() % 20));
+                damaged.insert(pos, damaged.substr(random() % damaged.size(), 15));
             }
         }
         CTextReader reader(damaged);
         const std::string walked = WalkAll(*reader);
-        EXPECT_EQ(reader->HasFailed(), walked.find('!') != std::string::npos) << damaged;
+        EXPECT_TRUE(walked.ends_with(reader->HasFailed() ? reader->GetFailureText() : "; ")) << damaged;
         EXPECT_EQ(reader->HasFailed(), *reader->GetFailureText() != '\0');
         EXPECT_EQ(reader->SeekToStartTagOfNextSiblingElement(), NOELEMENT); // at its end either way
         failures += reader->HasFailed() ? 1 : 0;
