@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
 #include <string>
 
 using namespace NSKZ::NSKZCore;
@@ -320,7 +321,7 @@ TEST(CXMLReader, LongTagsAreReadUpToABound)
     EXPECT_EQ(std::string(reader->GetAttributes()[0].value), value);
     EXPECT_EQ(reader->SeekToStartTagOfNextSiblingElement(), OK);
     EXPECT_EQ(Current(*reader), "c");
-    CTextReader tooLong("<a>\n<b v='" + std::string(4 * CXMLReader::MAX_MARKUP_SIZE, 'x') + "'/></a>");
+    CTextReader tooLong("<a>\n<b v='" + std::string(4 * IXMLIO::MAX_TAG_SIZE, 'x') + "'/></a>");
     EXPECT_EQ(tooLong->SeekToStartTagOfFirstChildElement(), SEEKFAILURE);
     EXPECT_STREQ(tooLong->GetFailureText(), "A tag or a comment is too long.");
 }
@@ -338,6 +339,53 @@ TEST(CXMLReader, FilesOfManyBlocksAreReadWhereverTheirTagsAreCut)
     std::string even = "<a>";
     even.append(2 * 65536 - 7, ' ');
     EXPECT_EQ(Walk(even + "</a>"), "a; ");
+}
+
+TEST(CXMLReader, ADocumentThatIsCutOffAnywhereFails)
+{
+    const std::string document =
+        UTF8(u8"<?xml version=\"1.0\"?><r a='値'><b x='&lt;'><c/></b>t<!-- x --><d/></r>");
+    EXPECT_EQ(Walk(document), SJIS(u8"r a=値; .b x=<; ..c; .d; "));
+    for (std::size_t len = 0; len < document.size(); ++len) {
+        CTextReader reader(document.substr(0, len));
+        WalkAll(*reader);
+        EXPECT_TRUE(reader->HasFailed()) << len;
+        EXPECT_EQ(reader->GetFailureLine(), 1u);
+    }
+}
+
+TEST(CXMLReader, ADocumentWithDamagedBytesIsReadToItsEndOrFails)
+{
+    const std::string document = "<?xml version='1.0' encoding='Shift_JIS'?><!DOCTYPE r><r a='" +
+                                 SJIS(u8"値ソ") +
+                                 "'><b x='&lt;&#10;'><c/></b>t<!-- x --><d y=''/><![CDATA[z]]><?p q?></r>";
+    std::mt19937 random(11);
+    int failures = 0;
+    constexpr int ROUNDS = 3000;
+    for (int round = 0; round < ROUNDS; ++round) {
+        std::string damaged = document;
+        for (std::size_t count = 1 + random() % 3; count > 0; --count) {
+            const std::size_t pos = random() % damaged.size();
+            switch (random() % 3) {
+            case 0:
+                damaged[pos] = static_cast<char>(random() % 256);
+                break;
+            case 1:
+                damaged.erase(pos, 1 + random() % 5);
+                break;
+            default:
+                damaged.insert(pos, damaged.substr(random() % damaged.size(), 15));
+            }
+        }
+        CTextReader reader(damaged);
+        const std::string walked = WalkAll(*reader);
+        EXPECT_TRUE(walked.ends_with(reader->HasFailed() ? reader->GetFailureText() : "; ")) << damaged;
+        EXPECT_EQ(reader->HasFailed(), *reader->GetFailureText() != '\0');
+        EXPECT_EQ(reader->SeekToStartTagOfNextSiblingElement(), NOELEMENT); // at its end either way
+        failures += reader->HasFailed() ? 1 : 0;
+    }
+    EXPECT_GT(failures, ROUNDS / 4);
+    EXPECT_LT(failures, ROUNDS);
 }
 
 TEST(CXMLReader, AnAttributeIsLookedForByItsExactName)

@@ -100,11 +100,15 @@ TEST_F(CXMLWriterTest, WhatXMLCannotHoldIsRefused)
     EXPECT_EQ(WriteAndRead("\xED\xA0\x80"), NO_TEXT);
 }
 
-TEST_F(CXMLWriterTest, AValueHasItsLongestLength)
+TEST_F(CXMLWriterTest, LongValuesComeBackAsFarAsATagGoes)
 {
-    const std::string longest(CXMLWriter::WRITING_BUFFER_SIZE, '&');
-    EXPECT_EQ(WriteAndRead(longest), longest);
-    EXPECT_EQ(WriteAndRead(longest + "x"), "! The value of an attribute is too long.");
+    const std::string escaped(CXMLWriter::WRITING_BUFFER_SIZE + 1, '&');
+    EXPECT_EQ(WriteAndRead(escaped), escaped);
+    const std::string longest(IXMLIO::MAX_TAG_SIZE - std::string("<a x=\"\"/>\n").size(), 'x');
+    EXPECT_TRUE(WriteAndRead(longest) == longest);
+    EXPECT_EQ(WriteAndRead(longest + "x"), "! A tag is too long.");
+    EXPECT_EQ(WriteAndRead(longest.substr(1) + "&"), "! A tag is too long.");
+    EXPECT_EQ(WriteAndRead(std::string(IXMLIO::MAX_TAG_SIZE + 1, 'x')), "! A tag is too long.");
 }
 
 TEST_F(CXMLWriterTest, ARefusedTagLeavesTheDocumentAsItWas)

@@ -212,9 +212,19 @@ void CBUIDataMngr::DropLimitedRecList() noexcept
 
 void CBUIDataMngr::AdjstToLimitation(const BtnIDsOfClasses& reached)
 {
-    ResetVisibleInfoBasedOnLimitedRecListOfAllBtns(reached);
-    for (const auto& [btnClassID, btnClass] : btnClasses)
-        btnClass->ResetLiveMemberInfoOfAllSpBtns();
+    try {
+        ResetVisibleInfoBasedOnLimitedRecListOfAllBtns(reached);
+        for (const auto& [btnClassID, btnClass] : btnClasses)
+            btnClass->ResetLiveMemberInfoOfAllSpBtns();
+    } catch (...) {
+        // A limitation that is not told to all special buttons would hide what it must not.
+        DropLimitedRecList();
+        SetVisibleInfoBasedOnLimitedRecListOfAllBtns(true);
+        for (const auto& [btnClassID, btnClass] : btnClasses)
+            btnClass->ResetLiveMemberInfoOfAllSpBtnsWithoutMemory();
+        sumValueCacheMngr->ClearSumValueCache();
+        throw;
+    }
     sumValueCacheMngr->ClearSumValueCache();
     ClearAllBtnSelections(true);
 }

@@ -116,7 +116,8 @@ public:
     // Limits the analysis to the listed records: buttons without a record among them are hidden, and every
     // selection starts from them. `limitedRecList` is ascending and is copied; a number
     // that is no record, or not greater than the ones before it, is dropped. A count of 0 clears the
-    // limitation. Clears all selections and sums. If memory is exhausted nothing changes.
+    // limitation. Clears all selections and sums. If memory is exhausted nothing changes, or, if there are
+    // special buttons, no limitation is in force.
     void SetLimitedRecList(const DWORD* limitedRecList, DWORD limitedRecCount);
     void ClearLimitedRecList();
     bool IsRecListLimitationExecuted() const noexcept { return recListLimited || numCndRecListLimited; }

@@ -28,8 +28,8 @@ public:
 
     virtual ~IBtnCnd();
 
-    // Replaces `result` by those of `btnIDs`, buttons of the class of that identifier, that meet the
-    // condition. False when the sum manager refuses a number that is asked for.
+    // Replaces `result`, another list than `btnIDs`, by those of `btnIDs`, buttons of the class of that
+    // identifier, that meet the condition. False when the sum manager refuses a number that is asked for.
     virtual bool GetBtnIDListThatAppliesToTheCnd(DWORD btnClassID, const std::vector<DWORD>& btnIDs,
                                                  const ISumValueMngr& sumValueMngr,
                                                  std::vector<DWORD>& result) const = 0;

@@ -255,6 +255,8 @@ public:
     // Works out for every special button whether a member is alive, members first: to be called when the
     // limitation has changed.
     void ResetLiveMemberInfoOfAllSpBtns();
+    // The same when there is no memory for it: again and again over all until nothing changes.
+    void ResetLiveMemberInfoOfAllSpBtnsWithoutMemory() noexcept;
 
     // --- Records.
     // The records of one button, united with the `recCount` records that `recList` holds (a count of 0: those

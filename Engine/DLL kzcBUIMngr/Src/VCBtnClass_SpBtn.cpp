@@ -932,6 +932,18 @@ void VCBtnClass::ResetLiveMemberInfoOfAllSpBtns()
         btnClass->AdjstVisibleInfoBasedOnTheMmbBtnStateChangeOfSpBtn(*spBtn);
 }
 
+void VCBtnClass::ResetLiveMemberInfoOfAllSpBtnsWithoutMemory() noexcept
+{
+    for (bool hasChanged = true; hasChanged;) {
+        hasChanged = false;
+        for (const auto& [btnID, spBtn] : spBtnOfID) {
+            const unsigned int before = spBtn->visibleInfo;
+            AdjstVisibleInfoBasedOnTheMmbBtnStateChangeOfSpBtn(*spBtn);
+            hasChanged = hasChanged || spBtn->visibleInfo != before;
+        }
+    }
+}
+
 void VCBtnClass::AdjstVisibleInfoBasedOnTheMmbBtnStateChangeOfSpBtn(VCSpBtn& spBtn) noexcept
 {
     const auto isAlive = [this](DWORD mmbBtnID) {

@@ -309,7 +309,7 @@ private:
     {
         if (SCCodePageText::IsASCII(utf8)) {
             elementText.append(utf8);
-            len = static_cast<DWORD>(utf8.size()); // bounded by MAX_MARKUP_SIZE, as is all that is captured
+            len = static_cast<DWORD>(utf8.size()); // a tag is far shorter than a DWORD can tell
         } else {
             std::size_t errorPos = 0;
             if (SCCodePageText::Convert(utf8, CP_UTF8, codePage, converted, errorPos) !=
@@ -381,7 +381,7 @@ private:
         // that this stays linear.
         const XML_Index parsedTo = XML_GetCurrentByteIndex(parser.get());
         const unsigned long long pending = parsedTo < 0 ? 0 : fedSize - static_cast<std::uint64_t>(parsedTo);
-        if (pending > MAX_MARKUP_SIZE) {
+        if (pending > IXMLIO::MAX_TAG_SIZE) {
             Fail("A tag or a comment is too long.", ERROR_INVALID_DATA);
             return XML_STATUS_OK;
         }

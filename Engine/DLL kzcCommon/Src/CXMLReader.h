@@ -28,8 +28,8 @@ namespace NSKZ::NSKZCore {
 // character that this code page lacks.
 //
 // A document fails where it is not well formed, where it is deeper than IXMLIO::MAX_DEPTH, where a tag (or a
-// comment, ...) is longer than MAX_MARKUP_SIZE, and where its document type declaration has declarations in
-// it or points to some: no entity is ever expanded but the five of XML, and nothing but the file itself is
+// comment, ...) is longer than IXMLIO::MAX_TAG_SIZE, and where its document type declaration has declarations
+// in it or points to some: no entity is ever expanded but the five of XML, and nothing but the file itself is
 // read. What lies behind the cursor has been looked at, what lies ahead has not: a file is known to be whole
 // when a move has given READXML_SEEKFAILURE with HasFailed() false.
 //
@@ -50,8 +50,6 @@ public:
         READXML_NESTEDFAILURE = 12,          // what was nested in the element failed
         READXML_UNKNOWNELEMENT = 4294967295, // an element that the caller does not know
     };
-
-    static constexpr DWORD MAX_MARKUP_SIZE = 16 * 1024 * 1024;
 
     // Opens the file of that path, in the host's code page, and goes to the start tag of the root. If that
     // cannot be done HasFailed() tells; the last error is then that of opening or reading the file, or

@@ -13,8 +13,8 @@ namespace NSKZ::NSKZCore {
 
 namespace {
 
-constexpr std::size_t FLUSH_SIZE = 65536;
 constexpr std::size_t INDENT = 2;
+constexpr const char* TAG_TOO_LONG = "A tag is too long.";
 constexpr std::string_view DECLARATION = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
 
 bool IsASCIILetter(char c) noexcept
@@ -107,6 +107,8 @@ public:
                 return false;
         }
         line += isEmptyElement ? "/>\n" : ">\n";
+        if (line.size() > IXMLIO::MAX_TAG_SIZE)
+            return Refuse(TAG_TOO_LONG);
         buffer.reserve(buffer.size() + line.size());
         if (!isEmptyElement) {
             openNames.reserve(openNames.size() + name.size());
@@ -204,8 +206,8 @@ private:
             if (GetView(attributes[i].name, attributes[i].nameLen) == name)
                 return Refuse("Two attributes of an element have one name.");
         }
-        if (attribute.valueLen > WRITING_BUFFER_SIZE)
-            return Refuse("The value of an attribute is too long.");
+        if (attribute.valueLen > IXMLIO::MAX_TAG_SIZE) // before anything is made of it
+            return Refuse(TAG_TOO_LONG);
         const std::string_view value = GetView(attribute.value, attribute.valueLen);
         std::size_t errorPos = 0;
         if (SCCodePageText::Convert(value, codePage, CP_UTF8, converted, errorPos) !=
@@ -233,7 +235,7 @@ private:
     bool AppendLine()
     {
         buffer += line;
-        return buffer.size() < FLUSH_SIZE || Flush();
+        return buffer.size() < WRITING_BUFFER_SIZE || Flush();
     }
 
     bool Flush() noexcept

@@ -16,10 +16,9 @@ namespace NSKZ::NSKZCore {
 // GetFailureText() telling why, nothing is written, and the next call may go on. Refused are
 //   - a name that is not an ASCII letter or `_` with ASCII letters, digits, `_`, `-` and `.` behind it;
 //   - two attributes of one name in a tag;
-//   - a value longer than WRITING_BUFFER_SIZE, or with bytes that are no text of the code page, or with a
-//     character that XML cannot hold (control characters other than tab, line feed and carriage return;
-//     U+FFFE and U+FFFF);
-//   - an element deeper than IXMLIO::MAX_DEPTH, or a second root;
+//   - a value with bytes that are no text of the code page, or with a character that XML cannot hold (control
+//     characters other than tab, line feed and carriage return; U+FFFE and U+FFFF);
+//   - a tag longer than IXMLIO::MAX_TAG_SIZE, an element deeper than IXMLIO::MAX_DEPTH, or a second root;
 //   - an end tag that is not that of the innermost open element.
 //
 // When the file cannot be opened or written, this call and all behind it give false, with the last error of
@@ -27,7 +26,8 @@ namespace NSKZ::NSKZCore {
 class KZCCOMMON_API CXMLWriter
 {
 public:
-    // The longest value of an attribute, in bytes of the host's code page.
+    // What the writer holds back, in bytes, before it goes to the file. Whoever can do with less keeps the
+    // text of a list within it; longer values are written all the same.
     static constexpr DWORD WRITING_BUFFER_SIZE = 65536;
 
     // Creates the file of that path, in the host's code page, or empties it. Throws std::bad_alloc.

@@ -21,6 +21,8 @@ public:
     // The deepest element that is read or written, the root being at depth 1: no document can make whoever
     // walks it need more than that.
     static constexpr DWORD MAX_DEPTH = 256;
+    // The longest tag that is read or written, in bytes of the file.
+    static constexpr DWORD MAX_TAG_SIZE = 16 * 1024 * 1024;
 
     // Whether two texts have the same bytes. A text may be null where its length is 0.
     static bool IsSameText(const char* text, DWORD len, const char* other, DWORD otherLen) noexcept;
