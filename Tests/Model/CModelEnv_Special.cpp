@@ -390,7 +390,8 @@ bool CModelEnv::Holds(const SModelItem& item, DWORD spBtnID, DWORD soughtID) con
     return reached.count(spBtnID) != 0;
 }
 
-// What follows from the members of an ineffective button waits until it takes part again.
+// What follows for an ineffective button and its members waits until it takes part again; but those that list
+// it see at once whether it has members at all.
 void CModelEnv::ChangeMembers(SModelItem& item, DWORD spBtnID, const IDList& members)
 {
     SModelBtn& spBtn = item.btns.at(spBtnID);
@@ -398,10 +399,15 @@ void CModelEnv::ChangeMembers(SModelItem& item, DWORD spBtnID, const IDList& mem
         LetMembersGo(item, spBtnID);
     SetReason(spBtn, VISINFO_NOMEMBER, members.empty());
     spBtn.members = members;
-    if (!spBtn.effective)
+    if (spBtn.effective) {
+        TakeMembers(item, spBtnID);
+        AdjustLiveMemberReason(item, {spBtnID});
         return;
-    TakeMembers(item, spBtnID);
-    AdjustLiveMemberReason(item, {spBtnID});
+    }
+    for (const DWORD holderID : spBtn.holders) {
+        if (item.btns.at(holderID).effective)
+            AdjustLiveMemberReason(item, {holderID});
+    }
 }
 
 void CModelEnv::TakeMembers(SModelItem& item, DWORD spBtnID)
