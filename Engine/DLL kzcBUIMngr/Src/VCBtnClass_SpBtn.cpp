@@ -469,34 +469,38 @@ bool VCBtnClass::SetEffectiveInfoOfSpBtn(DWORD btnID, bool isEffective)
 }
 
 // Puts a button that is effective again back into the lists of those that it remembers. One that is
-// ineffective itself takes it in and tells it when it is effective again.
+// ineffective itself takes it in and tells it when it is effective again: these are forgotten first, so that
+// their letting go takes no reason away that the others give.
 void VCBtnClass::ReturnToSpBtns(VCSpBtn& spBtn) noexcept
 {
     if (spBtn.backReferences == nullptr)
         return;
+    const auto takeIn = [&spBtn](VCSpBtn& holder) {
+        if (holder.HasMember(spBtn.id))
+            return false;
+        holder.mmbBtnIDList.push_back(spBtn.id);
+        holder.updateTime = VCSpBtn::GetPresentTime();
+        return true;
+    };
     TCFlatSet<DWORD>& holderIDs = spBtn.backReferences->spBtnIDsInClass;
-    for (std::size_t i = holderIDs.size(); i-- != 0;) { // entries may leave on the way
+    for (std::size_t i = holderIDs.size(); i-- != 0;) { // entries leave on the way
         VCSpBtn* const holder = FindSpBtn(*(holderIDs.begin() + static_cast<std::ptrdiff_t>(i)));
-        if (holder == nullptr)
+        if (holder == nullptr || holder->effective)
             continue;
-        const bool isMember = holder->HasMember(spBtn.id);
-        if (!isMember) {
-            holder->mmbBtnIDList.push_back(spBtn.id);
-            holder->updateTime = VCSpBtn::GetPresentTime();
-        }
-        if (!holder->effective)
-            UnlinkMember(*holder, spBtn);
-        else if (!isMember)
+        takeIn(*holder);
+        UnlinkMember(*holder, spBtn);
+    }
+    for (const DWORD holderID : holderIDs) {
+        VCSpBtn* const holder = FindSpBtn(holderID);
+        if (holder != nullptr && takeIn(*holder))
             LinkMembers(*holder);
     }
     for (const SBtnClassIDAndBtnID& outer : spBtn.backReferences->spBtnIDsOfOtherClass) {
         const auto found = refOrgBtnClasses.find(outer.btnClassID);
         VCSpBtn* const holder =
             found == refOrgBtnClasses.end() ? nullptr : found->second->FindSpBtn(outer.btnID);
-        if (holder == nullptr || holder->HasMember(spBtn.id))
-            continue;
-        holder->mmbBtnIDList.push_back(spBtn.id);
-        holder->updateTime = VCSpBtn::GetPresentTime();
+        if (holder != nullptr)
+            takeIn(*holder);
     }
 }
 
