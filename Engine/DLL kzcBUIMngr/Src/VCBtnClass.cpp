@@ -174,15 +174,7 @@ DWORD VCBtnClass::GetDisplayedBtnIDList(std::vector<DWORD>& btnIDs) const
 
 DWORD VCBtnClass::GetDisplayedBtnIDListWhichExpandCndCllBtn(std::vector<DWORD>& btnIDs) const
 {
-    btnIDs.clear();
-    for (DWORD btnID = 0; btnID < display.GetEndID(); ++btnID) {
-        const bool isListed =
-            display.IsDisplayed(btnID) ||
-            (display.IsRegistered(btnID) && !display.IsHiddenByRelation(btnID) &&
-             !display.IsHiddenByLimit(btnID) && srcBtnOfID[btnID]->visibleInfo == VISINFO_CNDCLLMEMBER);
-        if (isListed)
-            btnIDs.push_back(btnID);
-    }
+    btnIDs = display.GetDisplayedOrFolded();
     for (const auto& [btnID, btn] : spBtnOfID) {
         if ((btn->visibleInfo & ~VISINFO_CNDCLLMEMBER) == 0 && !IsCndCllBtn(*btn))
             btnIDs.push_back(btnID);
@@ -327,7 +319,7 @@ void VCBtnClass::ClearOfFixedSpec()
     for (const auto& entry : btns.GetEntries()) {
         entry.value->ClearOfFixedSpec();
         AdjstToBackReferences(*entry.value);
-        display.SetHiddenByItself(entry.key, entry.value->visibleInfo != 0);
+        TellDisplayOfOwnReasons(*entry.value);
     }
     display.ShowAllByRelation();
     display.ShowAllByLimit();
@@ -694,7 +686,12 @@ unsigned int VCBtnClass::GetVisibleInfo(const VCBtn& btn) const noexcept
 void VCBtnClass::SetOwnVisibleInfo(VCBtn& btn, unsigned int bits, bool set) noexcept
 {
     btn.visibleInfo = set ? btn.visibleInfo | bits : btn.visibleInfo & ~bits;
-    display.SetHiddenByItself(btn.id, btn.visibleInfo != 0);
+    TellDisplayOfOwnReasons(btn);
+}
+
+void VCBtnClass::TellDisplayOfOwnReasons(const VCBtn& btn) noexcept
+{
+    display.SetHiddenByItself(btn.id, btn.visibleInfo != 0, btn.visibleInfo == VISINFO_CNDCLLMEMBER);
 }
 
 void VCBtnClass::AdjstToBackReferences(const VCBtn& btn) noexcept
@@ -714,7 +711,7 @@ bool VCBtnClass::RegBtn(std::unique_ptr<VCBtn> btn)
         MakeRoomForSrcBtn(btnID);
         srcBtnOfID[btnID] = borrowed;
         display.Register(btnID);
-        display.SetHiddenByItself(btnID, borrowed->visibleInfo != 0);
+        TellDisplayOfOwnReasons(*borrowed);
         AdjstToBackReferences(*borrowed);
     } else {
         btns.ReserveForInsert();

@@ -147,7 +147,8 @@ public:
     // Linear in the buttons.
     DWORD GetDisplayedBtnIDList(std::vector<DWORD>& btnIDs) const;
     // The displayed buttons as they are with each condition cll button shown as its members: those that
-    // nothing hides but such a button, and no condition cll button. Linear in the buttons.
+    // nothing hides but such a button, and no condition cll button. Linear in the result and the special
+    // buttons, and after a change of the display in the buttons.
     DWORD GetDisplayedBtnIDListWhichExpandCndCllBtn(std::vector<DWORD>& btnIDs) const;
     // Ineffective special buttons are left out unless `includeIneffective` is set.
     DWORD GetAllBtnIDList(std::vector<DWORD>& btnIDs, bool includeIneffective) const;
@@ -495,6 +496,7 @@ private:
     void VisitBtnIDsOfRecs(const IBnLink& bnLink, const DWORD* recList, DWORD recCountOfList,
                            const TVisit& visit) const;
     void RememberSelection(DWORD btnID);
+    void TellDisplayOfOwnReasons(const VCBtn& btn) noexcept;
     template <class TCondition>
     DWORD ListBtnIDs(std::vector<DWORD>& btnIDs, const TCondition& isListed) const;
 };
