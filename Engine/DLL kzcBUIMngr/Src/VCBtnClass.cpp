@@ -261,9 +261,14 @@ void VCBtnClass::GetBtnUnknownOrdList(unsigned int flags, const std::vector<DWOR
                                       std::vector<DWORD>& btnIDs) const
 {
     COrdListBuilder list(*this, flags);
-    for (const DWORD btnID : order) {
+    const auto isListed = [this, flags](DWORD btnID) {
+        if ((flags & ORDLIST_INCLUDE_NONDISPBTNS) != 0)
+            return true;
         const VCBtn* const btn = FindBtn(btnID);
-        if ((flags & ORDLIST_INCLUDE_NONDISPBTNS) != 0 || (btn != nullptr && IsListed(*btn, flags)))
+        return btn != nullptr && IsListed(*btn, flags);
+    };
+    for (const DWORD btnID : order) {
+        if (isListed(btnID))
             list.AddOrSetAside(btnID);
     }
     list.Finish(btnIDs);

@@ -963,6 +963,8 @@ void VCBtnClass::AdjstVisibleInfoBasedOnTheMmbBtnStateChangeOfSpBtn(VCSpBtn& spB
 bool VCBtnClass::GetRecListThatRelatesToBtn(DWORD btnID, DWORD*& recList, DWORD& recCountOfList,
                                             DWORD** mergeBuffers) const
 {
+    if (!SCBUICoreCom::IsSpBtn(btnID) && recCountOfList == 0) // most calls; nothing is allocated
+        return (*rpLink)->GetRecList(id, btnID, recList, recCountOfList);
     DWORD failedID = SCBUICoreCom::BTN_ID_UNSETTING;
     return GetRecListThatRelatesToBtns(this, {btnID}, recList, recCountOfList, mergeBuffers, failedID);
 }
