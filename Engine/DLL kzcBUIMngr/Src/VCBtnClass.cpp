@@ -542,7 +542,7 @@ bool VCBtnClass::PutVisibleInfoOfBtns(const std::vector<DWORD>& btnIDs, unsigned
         if (display.IsBackReferred(btnID))
             walk.AddAbove(*this, *FindBtn(btnID));
     }
-    PutVisibleInfoOfSpBtnsAbove(walk, bits);
+    AdjstVisibleInfoOfSpBtns(walk, bits);
     return true;
 }
 
@@ -624,7 +624,7 @@ bool VCBtnClass::PutVisibleInfoBasedOnRelationOfRecs(const IBnLink& bnLink, cons
     CSpBtnWalk walk;
     for (const DWORD btnID : backReferred)
         walk.AddAbove(*this, *FindBtn(btnID));
-    PutVisibleInfoOfSpBtnsAbove(walk, VISINFO_RELATION);
+    AdjstVisibleInfoOfSpBtns(walk, VISINFO_RELATION);
     return true;
 }
 
@@ -638,12 +638,12 @@ bool VCBtnClass::PutVisibleInfoOfBtn(VCBtn* btn, unsigned int bits)
     ClearVisibleInfo(*btn, bits);
     CSpBtnWalk walk;
     walk.AddAbove(*this, *btn);
-    PutVisibleInfoOfSpBtnsAbove(walk, bits);
+    AdjstVisibleInfoOfSpBtns(walk, bits);
     return true;
 }
 
 // Goes up through the nesting, across classes, in the order in which the buttons were reached.
-void VCBtnClass::PutVisibleInfoOfSpBtnsAbove(CSpBtnWalk& walk, unsigned int bits)
+void VCBtnClass::AdjstVisibleInfoOfSpBtns(CSpBtnWalk& walk, unsigned int bits)
 {
     for (std::size_t i = 0; i < walk.GetSize(); ++i) {
         const auto [btnClass, spBtn] = walk.Get(i);
