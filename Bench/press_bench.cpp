@@ -9,6 +9,7 @@
 // With a file name the table is written there and read from it, and it stays for others to be measured on.
 
 #include "CBenchTable.h"
+#include "SCBenchTime.h"
 
 #include "CBUIDataMngr.h"
 #include "CCoreSumMngr.h"
@@ -17,7 +18,6 @@
 #include "VCBtnClass.h"
 
 #include <algorithm>
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -29,19 +29,7 @@ using namespace NSKZ::NSKZCore;
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
-
-double GetMilliseconds(Clock::duration duration)
-{
-    return std::chrono::duration<double, std::milli>(duration).count();
-}
-
-double GetMedian(std::vector<double> values)
-{
-    std::nth_element(values.begin(), values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2),
-                     values.end());
-    return values[values.size() / 2];
-}
+using Clock = SCBenchTime::Clock;
 
 // Columns of dense value numbers, as a program made for nothing but this would hold them.
 struct SKernel
@@ -103,8 +91,8 @@ int main(int argc, char** argv)
     const Clock::time_point buildEnd = Clock::now();
     const std::size_t heapAfter = mallinfo2().uordblks + mallinfo2().hblkhd;
     std::printf("%u rows, %.1f MB of CSV: load %.0f ms, build %.0f ms\n", rows,
-                static_cast<double>(csv.size()) / 1e6, GetMilliseconds(buildStart - loadStart),
-                GetMilliseconds(buildEnd - buildStart));
+                static_cast<double>(csv.size()) / 1e6, SCBenchTime::GetMilliseconds(buildStart - loadStart),
+                SCBenchTime::GetMilliseconds(buildEnd - buildStart));
 
     std::vector<DWORD> btnClassIDs;
     env.GetAllBtnClassIDList(btnClassIDs, true);
@@ -163,14 +151,14 @@ int main(int argc, char** argv)
                 env.GetDispBtnCountOfBtnClass(btnClassID, count);
                 displayed += btnClassID == btnClassIDs[fld] || btnClassID == btnClassIDs.back() ? 0 : count;
             }
-            pressTimes.push_back(GetMilliseconds(Clock::now() - pressStart));
+            pressTimes.push_back(SCBenchTime::GetMilliseconds(Clock::now() - pressStart));
 
             recs.resize(rows);
             env.GetTargetRecList(recs.data(), recCount);
             recs.resize(recCount);
             const Clock::time_point kernelStart = Clock::now();
             const std::size_t met = kernel.Run(fld, recs);
-            kernelTimes.push_back(GetMilliseconds(Clock::now() - kernelStart));
+            kernelTimes.push_back(SCBenchTime::GetMilliseconds(Clock::now() - kernelStart));
             checksum += met;
             if (!pressed || met != displayed) {
                 std::fprintf(stderr, "field %zu: the engine displays %zu buttons, the kernel met %zu\n", fld,
@@ -178,8 +166,8 @@ int main(int argc, char** argv)
                 return 1;
             }
         }
-        const double press = GetMedian(pressTimes);
-        const double bare = GetMedian(kernelTimes);
+        const double press = SCBenchTime::GetMedian(pressTimes);
+        const double bare = SCBenchTime::GetMedian(kernelTimes);
         const bool within = press <= 3 * bare + 0.1;
         allWithin = allWithin && within;
         std::printf("%10u %10u %14.4f %14.4f %8.2f %14.4f %7s\n", bench.GetDistinctCount(fld), recCount,

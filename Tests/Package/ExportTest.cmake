@@ -6,7 +6,7 @@ execute_process(COMMAND "${NM}" -D --defined-only -C "${LIBRARY}" RESULT_VARIABL
 if(NOT result EQUAL 0)
   message(FATAL_ERROR "the symbols of ${LIBRARY} cannot be listed")
 endif()
-set(allowed CBUIDataMngr VCBtnClass IBtnCnd CBasicBtnCnd CContainerOfBscBtnCnd CUnitCndOfBscBtnCnd
+set(allowed CBtnWorthList CBUIDataMngr VCBtnClass IBtnCnd CBasicBtnCnd CContainerOfBscBtnCnd CUnitCndOfBscBtnCnd
   IComponentOfBscBtnCnd INumCnd ISumValueMngr CSumValueCache CSumValueCacheMngr SCBUICoreCom
   SCBUICoreStrDef ECAbnormalData ECInaccurateCode)
 string(REGEX MATCHALL "[TBDRVW] [^\n]*NSKZ::NSKZCore::[A-Za-z_0-9]+" lines "${symbols}")

@@ -95,6 +95,7 @@ TEST(CSrcBtnDisplay, AgreesWithAPlainModelOverManyGenerations)
     {
         bool relation = false;
         bool itself = false;
+        bool folded = false; // hidden by itself, but only by condition cll buttons
         bool limit = false;
     };
     CRandom random;
@@ -136,9 +137,12 @@ TEST(CSrcBtnDisplay, AgreesWithAPlainModelOverManyGenerations)
             case 5:
             case 6: {
                 const bool hide = random.IsOneOf(2);
-                display.SetHiddenByItself(btnID, hide);
-                if (model.count(btnID) != 0)
+                const bool onlyFolded = random.IsOneOf(2);
+                display.SetHiddenByItself(btnID, hide, onlyFolded);
+                if (model.count(btnID) != 0) {
                     model[btnID].itself = hide;
+                    model[btnID].folded = hide && onlyFolded;
+                }
                 break;
             }
             case 7: {
@@ -154,7 +158,10 @@ TEST(CSrcBtnDisplay, AgreesWithAPlainModelOverManyGenerations)
                     model[btnID].limit = false;
             }
             DWORD displayed = 0;
+            std::vector<DWORD> displayedOrFolded;
             for (const auto& [id, btn] : model) {
+                if (!btn.relation && !btn.limit && (!btn.itself || btn.folded))
+                    displayedOrFolded.push_back(id);
                 const bool isDisplayed = !btn.relation && !btn.itself && !btn.limit;
                 displayed += isDisplayed ? 1 : 0;
                 ASSERT_EQ(display.IsDisplayed(id), isDisplayed);
@@ -162,6 +169,9 @@ TEST(CSrcBtnDisplay, AgreesWithAPlainModelOverManyGenerations)
                 ASSERT_EQ(display.IsHiddenByLimit(id), btn.limit);
             }
             ASSERT_EQ(display.GetDispCount(), displayed);
+            if (random.IsOneOf(2)) {
+                ASSERT_EQ(display.GetDisplayedOrFolded(), displayedOrFolded);
+            }
         }
     }
 }

@@ -7,6 +7,8 @@
 
 #include <cmath>
 #include <limits>
+#include <memory>
+#include <string>
 
 using namespace NSKZ::NSKZCore;
 using namespace NSKZ::Test;
@@ -256,6 +258,125 @@ TEST(CSumValueCacheMngr, AnEnvironmentWithoutRecordsHasSumsOfNothing)
     EXPECT_EQ(value, 0.0);
     EXPECT_TRUE(env.GetSumValueCacheMngrObjRef().GetSumValue(1, 1, 2, value));
     EXPECT_EQ(value, 0.0);
+}
+
+// --- Lists of worths
+
+using List = std::vector<DWORD>;
+using ESumMethodForCnd = SCBUICoreCom::ESumMethodForCnd;
+
+TEST_F(CSumValueCacheMngrTest, AListOfWorthsIsKeptForAsLongAsItsNumbersHold)
+{
+    const List btnIDs{4, 2, 3, 1}; // c a b (empty)
+    const CBtnWorthList* const worths = cache.GetBtnWorths(ESumMethodForCnd::Sum, SHOP, btnIDs, AMOUNT);
+    ASSERT_NE(worths, nullptr);
+    EXPECT_EQ(worths->GetWorths(), std::vector<double>({0.0, 7.0, -10.0, 5.0}));
+    EXPECT_EQ(worths->GetRanking(), List({2, 0, 3, 1}));
+    const int asked = sums.askedCount;
+    EXPECT_EQ(cache.GetBtnWorths(ESumMethodForCnd::Sum, SHOP, btnIDs, AMOUNT), worths);
+    EXPECT_NE(cache.GetBtnWorths(ESumMethodForCnd::Sum, SHOP, {2, 3}, AMOUNT), worths);
+    EXPECT_EQ(sums.askedCount, asked);
+    const auto isKept = [&] {
+        const int before = sums.askedCount;
+        EXPECT_NE(cache.GetBtnWorths(ESumMethodForCnd::Sum, SHOP, btnIDs, AMOUNT), nullptr);
+        return sums.askedCount == before;
+    };
+    EXPECT_TRUE(isKept());
+    cache.ClearSumValue(SHOP, 3);
+    EXPECT_FALSE(isKept());
+    cache.ClearSumValue(SHOP, 99);
+    cache.ClearSumValue(KIND, 3);
+    cache.ClearSumValueCache(KIND);
+    cache.ClearTotalValue();
+    cache.ClearSumValueAndTotalValue(77);
+    EXPECT_TRUE(isKept());
+    cache.ClearSumValueAndTotalValue(AMOUNT);
+    EXPECT_FALSE(isKept());
+    cache.ClearSumValueCache(SHOP);
+    EXPECT_FALSE(isKept());
+    cache.ClearSumValueCache();
+    EXPECT_FALSE(isKept());
+    EXPECT_TRUE(isKept());
+    EXPECT_TRUE(env.SelectTheBtn(KIND, 2, true)); // other target records, other sums
+    EXPECT_EQ(cache.GetBtnWorths(ESumMethodForCnd::Sum, SHOP, btnIDs, AMOUNT)->GetWorths(),
+              std::vector<double>({0.0, 1.0, -10.0, 5.0}));
+}
+
+TEST_F(CSumValueCacheMngrTest, WorthsAreWhatTheOperationsTellOneByOne)
+{
+    const List btnIDs{1, 2, 3, 4};
+    EXPECT_EQ(cache.GetBtnWorths(ESumMethodForCnd::Count, SHOP, btnIDs, AMOUNT)->GetWorths(),
+              std::vector<double>({1.0, 3.0, 1.0, 0.0}));
+    EXPECT_EQ(cache.GetBtnWorths(ESumMethodForCnd::Average, SHOP, btnIDs, AMOUNT)->GetWorths(),
+              std::vector<double>({5.0, 7.0 / 3, -10.0, 0.0})); // over no number: worth 0
+    EXPECT_EQ(cache.GetBtnWorths(ESumMethodForCnd::Ratio, SHOP, btnIDs, AMOUNT)->GetWorths(),
+              std::vector<double>({2.5, 3.5, -5.0, 0.0}));
+    for (const ESumMethodForCnd method :
+         {ESumMethodForCnd::Each, ESumMethodForCnd::Max, ESumMethodForCnd::CountCell,
+          static_cast<ESumMethodForCnd>(0), static_cast<ESumMethodForCnd>(15)})
+        EXPECT_EQ(cache.GetBtnWorths(method, SHOP, btnIDs, AMOUNT), nullptr);
+    EXPECT_EQ(cache.GetBtnWorths(ESumMethodForCnd::Sum, 0, btnIDs, AMOUNT), nullptr);
+    EXPECT_EQ(cache.GetBtnWorths(ESumMethodForCnd::Sum, 99, btnIDs, AMOUNT), nullptr);
+    EXPECT_EQ(cache.GetBtnWorths(ESumMethodForCnd::Ratio, 99, btnIDs, AMOUNT), nullptr);
+    EXPECT_EQ(cache.GetBtnWorths(ESumMethodForCnd::Sum, SHOP, {2, SCBUICoreCom::BTN_ID_INC_BEGIN}, AMOUNT),
+              nullptr);
+    EXPECT_NE(cache.GetBtnWorths(ESumMethodForCnd::Sum, SHOP, {}, AMOUNT), nullptr);
+    env.SetCoreSumMngrPtr(nullptr);
+    cache.ClearSumValueCache();
+    EXPECT_EQ(cache.GetBtnWorths(ESumMethodForCnd::Sum, SHOP, btnIDs, AMOUNT), nullptr);
+}
+
+TEST(CSumValueCacheMngr, ManySumsOfFewRecordsComeFromOnePassAndAreTheSame)
+{
+    // Sums whose last bit tells the order in which they were added.
+    std::vector<std::string> shops;
+    std::vector<std::string> kinds;
+    std::vector<std::string> amounts;
+    for (int i = 0; i < 3000; ++i) {
+        shops.push_back(i % 11 == 0 ? "" : "s" + std::to_string(i * 7 % 40));
+        kinds.push_back("k" + std::to_string(i % 3));
+        amounts.push_back(i % 13 == 0 ? "" : std::to_string(1.0 / (1 + i)));
+    }
+    const CSourceDataMngr table =
+        MakeTable({{"shop", TEXT, shops}, {"kind", TEXT, kinds}, {"amount", NUM, amounts}});
+    const CCoreSumMngr sums(table);
+    const auto makeEnv = [&] {
+        auto env = std::make_unique<CBUIDataMngr>(1, SCBUICoreCom::LINKTBLVERTYPE_ONMEM,
+                                                  SCBUICoreCom::LINKTBLVERTYPE_ONMEM, table, &sums, nullptr);
+        EXPECT_TRUE(env->SelectTheBtn(2, 3, true));
+        return env;
+    };
+    const auto atOnce = makeEnv();
+    const auto oneByOne = makeEnv();
+    List btnIDs;
+    atOnce->GetAllBtnIDListOfBtnClass(1, btnIDs, true);
+    btnIDs.push_back(5000); // no button of the class: no records
+    const CSumValueCacheMngr& known = atOnce->GetSumValueCacheMngrObjRef();
+    const CSumValueCacheMngr& asked = oneByOne->GetSumValueCacheMngrObjRef();
+    for (const ESumMethodForCnd method :
+         {ESumMethodForCnd::Sum, ESumMethodForCnd::Count, ESumMethodForCnd::Average}) {
+        const CBtnWorthList* const worths = known.GetBtnWorths(method, 1, btnIDs, 3);
+        ASSERT_NE(worths, nullptr);
+        for (std::size_t i = 0; i < btnIDs.size(); ++i) {
+            double value = 0.0;
+            DWORD count = 0;
+            if (method == ESumMethodForCnd::Sum) {
+                EXPECT_TRUE(asked.GetSumValue(1, btnIDs[i], 3, value));
+            } else if (method == ESumMethodForCnd::Count) {
+                EXPECT_TRUE(asked.GetCountValue(1, btnIDs[i], 3, count));
+                value = count;
+            } else {
+                EXPECT_TRUE(asked.GetAverageValue(1, btnIDs[i], 3, value));
+                value = std::isnan(value) ? 0.0 : value;
+            }
+            EXPECT_EQ(worths->GetWorths()[i], value) << btnIDs[i];
+        }
+    }
+    double total = 0.0;
+    double totalOneByOne = 0.0;
+    EXPECT_TRUE(known.GetTotalValue(1, 3, total));
+    EXPECT_TRUE(asked.GetTotalValue(1, 3, totalOneByOne));
+    EXPECT_EQ(total, totalOneByOne);
 }
 
 } // namespace

@@ -45,6 +45,34 @@ TEST(CSumValueCache, SumAndCountAreSetApart)
     EXPECT_FALSE(cache.GetSumValue(1, 2, value)); // the pair has an order
 }
 
+TEST(CSumValueCache, AnIdentifierHoweverHighTakesTheRoomOfOneEntry)
+{
+    CSumValueCache cache;
+    const DWORD ids[] = {3000000001, 4240000001, 1023, 1024, 5000, 0, 4294967295};
+    for (const DWORD btnID : ids)
+        cache.SetSumValue(btnID, 1, btnID * 0.5);
+    for (DWORD btnID = 2; btnID < 6000; ++btnID)
+        cache.SetCountValue(btnID, 1, btnID);
+    const CSumValue* value = nullptr;
+    for (const DWORD btnID : ids) {
+        ASSERT_TRUE(cache.GetSumValue(btnID, 1, value));
+        EXPECT_EQ(value->sum, btnID * 0.5);
+    }
+    ASSERT_TRUE(cache.GetSumValue(5000, 1, value));
+    EXPECT_EQ(value->count, 5000u); // the entry is the one that was there before
+    ASSERT_TRUE(cache.GetSumValue(5999, 1, value));
+    EXPECT_FALSE(cache.GetSumValue(6000, 1, value));
+    cache.ClearSumValue(4240000001);
+    ASSERT_TRUE(cache.GetSumValue(4240000001, 1, value));
+    EXPECT_FALSE(value->hasSum);
+    cache.ClearSumValueAndTotalValue(1);
+    ASSERT_TRUE(cache.GetSumValue(5000, 1, value));
+    EXPECT_FALSE(value->hasCount);
+    cache.Clear();
+    EXPECT_FALSE(cache.GetSumValue(5000, 1, value));
+    EXPECT_FALSE(cache.GetSumValue(4240000001, 1, value));
+}
+
 TEST(CSumValueCache, ForgettingAButtonKeepsEntriesAndTotals)
 {
     CSumValueCache cache;

@@ -592,6 +592,22 @@ TEST_F(VCBtnClass_SpBtnTest, TwoNestedButtonsSleepAndWakeInAnyOrder)
     }
 }
 
+TEST_F(VCBtnClass_SpBtnTest, AHolderThatSleepsTakesNoReasonAwayThatAnotherGives)
+{
+    for (const bool firstSleeps : {true, false}) {
+        const DWORD member = MakeCll({A});
+        const DWORD first = MakeCnd({member, B});
+        const DWORD second = MakeCnd({member, C});
+        btnClass.SetEffectiveInfoOfSpBtn(member, false);
+        btnClass.SetEffectiveInfoOfSpBtn(firstSleeps ? first : second, false);
+        btnClass.SetEffectiveInfoOfSpBtn(member, true);
+        EXPECT_EQ(Why(member), VISINFO_CNDCLLMEMBER);
+        EXPECT_EQ(Holders(member), List({firstSleeps ? second : first}));
+        for (const DWORD spBtnID : {first, second, member})
+            EXPECT_TRUE(btnClass.DestroyCllBtn(spBtnID));
+    }
+}
+
 TEST_F(VCBtnClass_SpBtnTest, WhatIsDestroyedIsForgottenByThoseThatSleep)
 {
     const DWORD member = MakeInc({A});

@@ -14,23 +14,6 @@ bool VCBtnClass::COrdListBuilder::IsSetAside(const VCSpBtn& spBtn) const noexcep
     return (flags & ORDLIST_TAILEND_CNDCLLBTN) != 0 && IsCndCllBtn(spBtn);
 }
 
-void VCBtnClass::COrdListBuilder::Add(DWORD btnID)
-{
-    if ((flags & ORDLIST_TAILEND_EMPVALBTN) != 0 && SCBUICoreCom::IsEmpValBtn(btnID))
-        empValAtEnd = true;
-    else
-        listed.push_back(btnID);
-}
-
-void VCBtnClass::COrdListBuilder::AddOrSetAside(DWORD btnID)
-{
-    const VCSpBtn* const spBtn = btnClass.FindSpBtn(btnID);
-    if (spBtn != nullptr && IsSetAside(*spBtn))
-        atEnd.push_back(btnID);
-    else
-        Add(btnID);
-}
-
 // Equal ones keep their order, which is that of the identifiers.
 template <class TIsLess>
 void VCBtnClass::COrdListBuilder::AppendSorted(SpBtns& spBtns, const TIsLess& isLess,

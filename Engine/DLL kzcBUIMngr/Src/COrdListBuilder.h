@@ -13,9 +13,25 @@ public:
     COrdListBuilder(const VCBtnClass& btnClass, unsigned int flags) noexcept;
 
     // Adds a button. The empty-value button waits for the end if the flags say so.
-    void Add(DWORD btnID);
+    void Add(DWORD btnID)
+    {
+        if ((flags & ORDLIST_TAILEND_EMPVALBTN) != 0 && SCBUICoreCom::IsEmpValBtn(btnID))
+            empValAtEnd = true;
+        else
+            listed.push_back(btnID);
+    }
     // The same; a condition cll button waits for the end too if the flags say so.
-    void AddOrSetAside(DWORD btnID);
+    void AddOrSetAside(DWORD btnID)
+    {
+        if ((flags & ORDLIST_TAILEND_CNDCLLBTN) != 0 && SCBUICoreCom::IsCllBtn(btnID)) {
+            const VCSpBtn* const spBtn = btnClass.FindSpBtn(btnID);
+            if (spBtn != nullptr && IsSetAside(*spBtn)) {
+                atEnd.push_back(btnID);
+                return;
+            }
+        }
+        Add(btnID);
+    }
     // Adds the effective special buttons that the flags let in: those that users manage, then those that the
     // system manages, each oldest first; or all by shown text. Condition cll buttons may wait for the end.
     void AddSpBtnsByCreation();

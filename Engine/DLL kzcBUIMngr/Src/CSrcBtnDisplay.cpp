@@ -14,6 +14,7 @@ void CSrcBtnDisplay::Clear() noexcept
     dispCount = 0;
     displayableCount = 0;
     backReferredCount = 0;
+    areListed = false;
 }
 
 void CSrcBtnDisplay::ReserveFor(DWORD btnID)
@@ -36,6 +37,7 @@ void CSrcBtnDisplay::Register(DWORD btnID) noexcept
 {
     if (IsRegistered(btnID) || btnID >= traits.size())
         return;
+    areListed = false;
     traits[btnID] = 0;
     states[btnID] = current;
     ++displayableCount;
@@ -44,6 +46,7 @@ void CSrcBtnDisplay::Register(DWORD btnID) noexcept
 
 void CSrcBtnDisplay::ShowAllByRelation() noexcept
 {
+    areListed = areListed && allShownByRelation;
     allShownByRelation = true;
     dispCount = displayableCount;
 }
@@ -56,6 +59,7 @@ void CSrcBtnDisplay::HideAllByRelation() noexcept
         current = 0;
     }
     ++current;
+    areListed = false;
     allShownByRelation = false;
     dispCount = 0;
 }
@@ -66,6 +70,7 @@ void CSrcBtnDisplay::ShowByRelation(const DWORD* btnIDs, std::size_t count) noex
     if (allShownByRelation || states.empty())
         return;
     const std::size_t size = states.size();
+    areListed = false;
     const State generation = current;
     State* const stateOf = states.data();
     DWORD displayed = 0;
@@ -100,6 +105,7 @@ void CSrcBtnDisplay::Mark(const DWORD* btnIDs, std::size_t count) noexcept
 
 void CSrcBtnDisplay::ShowMarkedByRelation() noexcept
 {
+    areListed = false;
     const std::size_t size = states.size();
     const State generation = current;
     State* const stateOf = states.data();
@@ -171,8 +177,35 @@ void CSrcBtnDisplay::SetTrait(DWORD btnID, Traits trait, bool set) noexcept
         dispCount += change;
 }
 
+void CSrcBtnDisplay::SetHiddenByItself(DWORD btnID, bool hidden, bool onlyFolded) noexcept
+{
+    if (!IsRegistered(btnID))
+        return;
+    const bool wasListed = IsShownButFolded(traits[btnID]);
+    SetTrait(btnID, TRAIT_HIDDENBYITSELF, hidden);
+    SetTrait(btnID, TRAIT_FOLDED, hidden && onlyFolded);
+    areListed = areListed && wasListed == IsShownButFolded(traits[btnID]);
+}
+
+const std::vector<DWORD>& CSrcBtnDisplay::GetDisplayedOrFolded() const
+{
+    if (areListed)
+        return displayedOrFolded;
+    displayedOrFolded.resize(traits.size());
+    std::size_t count = 0;
+    for (std::size_t i = 0; i < traits.size(); ++i) {
+        const auto btnID = static_cast<DWORD>(i);
+        displayedOrFolded[count] = btnID; // without a branch: overwritten by the next unless it counts
+        count += IsShownButFolded(traits[i]) && IsShownByRelation(btnID) ? 1 : 0;
+    }
+    displayedOrFolded.resize(count);
+    areListed = true;
+    return displayedOrFolded;
+}
+
 void CSrcBtnDisplay::SetTraitOfAll(Traits trait, bool set) noexcept
 {
+    areListed = false;
     displayableCount = 0;
     dispCount = 0;
     for (std::size_t i = 0; i < traits.size(); ++i) {

@@ -44,11 +44,12 @@ public:
     // One past the highest identifier that may be registered.
     DWORD GetEndID() const noexcept { return static_cast<DWORD>(traits.size()); }
 
-    // Whether the button itself has a reason to hide: one that stands in its own visible info.
-    void SetHiddenByItself(DWORD btnID, bool hidden) noexcept
-    {
-        SetTrait(btnID, TRAIT_HIDDENBYITSELF, hidden);
-    }
+    // Whether the button itself has a reason to hide: one that stands in its own visible info; and whether
+    // its being folded into condition cll buttons is the only one.
+    void SetHiddenByItself(DWORD btnID, bool hidden, bool onlyFolded = false) noexcept;
+    // The buttons that are displayed or would be if those they are folded into were opened, ascending. Listed
+    // anew only after a change of it, and good until the next.
+    const std::vector<DWORD>& GetDisplayedOrFolded() const;
 
     // Whether special buttons hold the button as member, so that they are to be told when it comes back.
     void SetBackReferred(DWORD btnID, bool referred) noexcept;
@@ -89,7 +90,11 @@ public:
     }
     void ShowAllByLimit() noexcept;
     void HideAllByLimit() noexcept;
-    void ShowByLimit(DWORD btnID) noexcept { SetTrait(btnID, TRAIT_HIDDENBYLIMIT, false); }
+    void ShowByLimit(DWORD btnID) noexcept
+    {
+        areListed = false;
+        SetTrait(btnID, TRAIT_HIDDENBYLIMIT, false);
+    }
 
 private:
     using State = std::uint8_t;
@@ -103,6 +108,7 @@ private:
     static constexpr Traits TRAIT_HIDDENBYITSELF = 2; // its own visible info is not 0
     static constexpr Traits TRAIT_HIDDENBYLIMIT = 4;
     static constexpr Traits TRAIT_BACKREFERRED = 8;
+    static constexpr Traits TRAIT_FOLDED = 16; // hidden by itself, but only by condition cll buttons
     static constexpr Traits TRAITS_HIDING = TRAIT_ABSENT | TRAIT_HIDDENBYITSELF | TRAIT_HIDDENBYLIMIT;
 
     Traits GetTraits(DWORD btnID) const noexcept
@@ -112,6 +118,11 @@ private:
     bool IsShownByRelation(DWORD btnID) const noexcept
     {
         return allShownByRelation || (states[btnID] & LAST_GENERATION) == current;
+    }
+    bool IsShownButFolded(Traits traitsOfBtn) const noexcept
+    {
+        return (traitsOfBtn & (TRAIT_ABSENT | TRAIT_HIDDENBYLIMIT)) == 0 &&
+               (traitsOfBtn & (TRAIT_HIDDENBYITSELF | TRAIT_FOLDED)) != TRAIT_HIDDENBYITSELF;
     }
     void SetTrait(DWORD btnID, Traits trait, bool set) noexcept;
     void SetTraitOfAll(Traits trait, bool set) noexcept;
@@ -124,6 +135,8 @@ private:
     DWORD dispCount = 0;
     DWORD displayableCount = 0; // buttons that only the relation can hide
     DWORD backReferredCount = 0;
+    mutable std::vector<DWORD> displayedOrFolded;
+    mutable bool areListed = false; // displayedOrFolded is as it is now
 };
 
 } // namespace NSKZ::NSKZCore

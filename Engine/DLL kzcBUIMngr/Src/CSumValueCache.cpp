@@ -1,10 +1,12 @@
 #include "CSumValueCache.h"
 
-#include <cstdint>
-
 namespace NSKZ::NSKZCore {
 
 namespace {
+
+// How long the array of a numeric item may be: so many entries however few there are, and so many for each.
+constexpr std::size_t ROOM_OF_FEW = 1024;
+constexpr std::size_t ROOM_FOR_EACH = 8;
 
 bool GetTotal(const std::map<DWORD, double>& totals, DWORD numID, double& value)
 {
@@ -24,37 +26,71 @@ CSumValueCache& CSumValueCache::operator=(const CSumValueCache& other) = default
 CSumValueCache& CSumValueCache::operator=(CSumValueCache&& other) noexcept = default;
 CSumValueCache::~CSumValueCache() = default;
 
-std::size_t CSumValueCache::SKeyHash::operator()(const SKey& key) const noexcept
+CSumValue* CSumValueCache::CValuesOfItem::Find(DWORD btnID) noexcept
 {
-    // Fibonacci hashing: neighbouring identifiers spread over all buckets.
-    const std::uint64_t both = std::uint64_t{key.numID} << 32 | key.btnID;
-    return static_cast<std::size_t>(both * 0x9E3779B97F4A7C15ULL >> 16);
+    if (btnID < dense.size() && dense[btnID].isThere)
+        return &dense[btnID].value;
+    if (others.empty())
+        return nullptr;
+    const auto found = others.find(btnID);
+    return found == others.end() ? nullptr : &found->second;
+}
+
+CSumValue& CSumValueCache::CValuesOfItem::GetOrMake(DWORD btnID)
+{
+    if (CSumValue* const known = Find(btnID))
+        return *known;
+    if (btnID >= dense.size() && btnID < ROOM_OF_FEW + ROOM_FOR_EACH * denseCount)
+        dense.resize(std::size_t{btnID} + 1);
+    if (btnID >= dense.size())
+        return others[btnID];
+    dense[btnID].isThere = true;
+    ++denseCount;
+    return dense[btnID].value;
+}
+
+void CSumValueCache::CValuesOfItem::ForgetAll() noexcept
+{
+    for (SEntry& entry : dense)
+        entry.value = CSumValue{};
+    for (auto& [btnID, value] : others)
+        value = CSumValue{};
+}
+
+void CSumValueCache::CValuesOfItem::Clear() noexcept
+{
+    dense.clear();
+    denseCount = 0;
+    others.clear();
 }
 
 bool CSumValueCache::GetSumValue(DWORD btnID, DWORD numID, const CSumValue*& value) const
 {
-    const auto found = values.find(SKey{btnID, numID});
-    if (found == values.end())
+    const auto ofItem = valuesOfItem.find(numID);
+    if (ofItem == valuesOfItem.end())
         return false;
-    value = &found->second;
+    const CSumValue* const known = const_cast<CValuesOfItem&>(ofItem->second).Find(btnID);
+    if (known == nullptr)
+        return false;
+    value = known;
     return true;
 }
 
 void CSumValueCache::SetSumValue(DWORD btnID, DWORD numID, const CSumValue& value)
 {
-    values.insert_or_assign(SKey{btnID, numID}, value);
+    valuesOfItem[numID].GetOrMake(btnID) = value;
 }
 
 void CSumValueCache::SetSumValue(DWORD btnID, DWORD numID, double sum)
 {
-    CSumValue& value = values[SKey{btnID, numID}];
+    CSumValue& value = valuesOfItem[numID].GetOrMake(btnID);
     value.hasSum = true;
     value.sum = sum;
 }
 
 void CSumValueCache::SetCountValue(DWORD btnID, DWORD numID, DWORD count)
 {
-    CSumValue& value = values[SKey{btnID, numID}];
+    CSumValue& value = valuesOfItem[numID].GetOrMake(btnID);
     value.hasCount = true;
     value.count = count;
 }
@@ -81,9 +117,9 @@ void CSumValueCache::SetTotalAbsoluteValue(DWORD numID, double value)
 
 void CSumValueCache::ClearSumValue(DWORD btnID)
 {
-    for (auto& [key, value] : values) {
-        if (key.btnID == btnID)
-            value = CSumValue{};
+    for (auto& [numID, values] : valuesOfItem) {
+        if (CSumValue* const known = values.Find(btnID))
+            *known = CSumValue{};
     }
 }
 
@@ -95,12 +131,19 @@ void CSumValueCache::ClearTotalValue()
 
 void CSumValueCache::ClearSumValueAndTotalValue(DWORD numID)
 {
-    for (auto& [key, value] : values) {
-        if (key.numID == numID)
-            value = CSumValue{};
-    }
+    const auto ofItem = valuesOfItem.find(numID);
+    if (ofItem != valuesOfItem.end())
+        ofItem->second.ForgetAll();
     totals.erase(numID);
     absoluteTotals.erase(numID);
+}
+
+void CSumValueCache::Clear() noexcept
+{
+    for (auto& [numID, values] : valuesOfItem)
+        values.Clear();
+    totals.clear();
+    absoluteTotals.clear();
 }
 
 } // namespace NSKZ::NSKZCore

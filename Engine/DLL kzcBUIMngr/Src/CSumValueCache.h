@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <map>
 #include <unordered_map>
+#include <vector>
 
 namespace NSKZ::NSKZCore {
 
@@ -45,29 +46,38 @@ public:
     void SetTotalAbsoluteValue(DWORD numID, double value);
 
     // Forgets what is known of a button; of the totals; of a numeric item. Entries keep their place for what
-    // comes next. The first and the last walk all entries.
+    // comes next. The last walks the entries of the item.
     void ClearSumValue(DWORD btnID);
     void ClearTotalValue();
     void ClearSumValueAndTotalValue(DWORD numID);
+    // Forgets all, entries too, and keeps the room.
+    void Clear() noexcept;
 
 private:
-    struct SKey
+    // The entries of a numeric item. Those of source buttons, whose identifiers are dense, stand in an array
+    // by identifier as far as it stays in proportion to their number, the others in a hash map.
+    class CValuesOfItem
     {
-        DWORD btnID;
-        DWORD numID;
-        bool operator==(const SKey& other) const noexcept
+    public:
+        CSumValue* Find(DWORD btnID) noexcept;
+        CSumValue& GetOrMake(DWORD btnID);
+        void ForgetAll() noexcept; // the entries stay
+        void Clear() noexcept;     // the entries go
+
+    private:
+        struct SEntry
         {
-            return btnID == other.btnID && numID == other.numID;
-        }
-    };
-    struct SKeyHash
-    {
-        std::size_t operator()(const SKey& key) const noexcept;
+            CSumValue value;
+            bool isThere = false;
+        };
+        std::vector<SEntry> dense;
+        std::size_t denseCount = 0;
+        std::unordered_map<DWORD, CSumValue> others;
     };
 
-    std::unordered_map<SKey, CSumValue, SKeyHash> values;
-    std::map<DWORD, double> totals;         // by numeric item
-    std::map<DWORD, double> absoluteTotals; // by numeric item
+    std::map<DWORD, CValuesOfItem> valuesOfItem; // by numeric item
+    std::map<DWORD, double> totals;              // by numeric item
+    std::map<DWORD, double> absoluteTotals;      // by numeric item
 };
 
 } // namespace NSKZ::NSKZCore

@@ -2,13 +2,27 @@
 
 #include "CBUIDataMngr.h"
 #include "CCoreSumMngr.h"
+#include "IBnLink.h"
+#include "IRpLink.h"
 #include "SCKZCoreCom.h"
 #include "VCBtnClass.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <utility>
 
 namespace NSKZ::NSKZCore {
+
+namespace {
+
+// Lists of worths that are kept: as many as conditions of different kinds are likely to ask after one press.
+constexpr std::size_t KEPT_WORTH_LISTS = 16;
+
+// Records whose cells are fetched from the table at a time: the cells stay in the nearest cache.
+constexpr DWORD CHUNK_SIZE = 2048;
+
+} // namespace
 
 CSumValueCacheMngr::CSumValueCacheMngr(const CBUIDataMngr& ownerEnv) : owner(&ownerEnv) {}
 
@@ -21,6 +35,7 @@ CSumValueCacheMngr& CSumValueCacheMngr::operator=(const CSumValueCacheMngr& othe
     if (this != &other) {
         std::map<DWORD, CSumValueCache> copied(other.caches);
         caches.swap(copied);
+        keptWorths.clear();
         owner = other.owner;
     }
     currentTargetClassID = 0;
@@ -131,7 +146,7 @@ bool CSumValueCacheMngr::GetCountValue(DWORD btnClassID, DWORD btnID, DWORD numI
     DWORD count = 0;
     if (!CollectTargetRecs(btnClassID, btnID, coreSumMngr, count))
         return false;
-    const DWORD numCount = GetNumCount(*coreSumMngr, numID, count);
+    const DWORD numCount = GetNumCount(*coreSumMngr, numID, scratchList.get(), count);
     cache.SetCountValue(btnID, numID, numCount);
     value = numCount;
     return true;
@@ -150,7 +165,7 @@ bool CSumValueCacheMngr::GetAverageValue(DWORD btnClassID, DWORD btnID, DWORD nu
     if (!CollectTargetRecs(btnClassID, btnID, coreSumMngr, count))
         return false;
     const double sum = coreSumMngr->GetSumValue(numID, SCSMCoreCom::KINDOFSUM_SUM, scratchList.get(), count);
-    const DWORD numCount = GetNumCount(*coreSumMngr, numID, count);
+    const DWORD numCount = GetNumCount(*coreSumMngr, numID, scratchList.get(), count);
     cache.SetSumValue(btnID, numID, sum);
     cache.SetCountValue(btnID, numID, numCount);
     value = sum / numCount;
@@ -195,6 +210,7 @@ bool CSumValueCacheMngr::CalcTotalValue(DWORD btnClassID, DWORD numID) const
     CSumValueCache& cache = GetSumValueCacheObjConstRef(btnClassID);
     std::vector<DWORD> btnIDs;
     btnClass->GetDisplayedBtnIDList(btnIDs);
+    MakeValuesKnown(btnClassID, btnIDs, numID, true);
     double value = 0.0;
     double total = 0.0;
     double totalAbsolute = 0.0;
@@ -217,11 +233,126 @@ bool CSumValueCacheMngr::CalcTotalValue(DWORD btnClassID, DWORD numID) const
     return true;
 }
 
-DWORD CSumValueCacheMngr::GetNumCount(const CCoreSumMngr& coreSumMngr, DWORD numID, DWORD count) const
+const CBtnWorthList* CSumValueCacheMngr::GetBtnWorths(SCBUICoreCom::ESumMethodForCnd method, DWORD btnClassID,
+                                                      const std::vector<DWORD>& btnIDs, DWORD numID) const
+{
+    using ESumMethodForCnd = SCBUICoreCom::ESumMethodForCnd;
+    double total = 0.0;
+    if (method == ESumMethodForCnd::Ratio) {
+        if (!GetTotalValue(btnClassID, numID, total))
+            return nullptr;
+    } else if (method != ESumMethodForCnd::Sum && method != ESumMethodForCnd::Count &&
+               method != ESumMethodForCnd::Average) {
+        return nullptr;
+    }
+    for (const SKeptWorths& kept : keptWorths) {
+        if (kept.btnClassID == btnClassID && kept.method == method && kept.numID == numID &&
+            std::memcmp(&kept.total, &total, sizeof total) == 0 && kept.worths.GetBtnIDs() == btnIDs)
+            return &kept.worths;
+    }
+
+    if (method != ESumMethodForCnd::Count)
+        MakeValuesKnown(btnClassID, btnIDs, numID, true);
+    if (method == ESumMethodForCnd::Count || method == ESumMethodForCnd::Average)
+        MakeValuesKnown(btnClassID, btnIDs, numID, false);
+    CBtnWorthList worths(btnIDs);
+    for (const DWORD btnID : btnIDs) {
+        double value = 0.0;
+        DWORD count = 0;
+        const bool isKnown =
+            method == ESumMethodForCnd::Count     ? GetCountValue(btnClassID, btnID, numID, count)
+            : method == ESumMethodForCnd::Average ? GetAverageValue(btnClassID, btnID, numID, value)
+                                                  : GetSumValue(btnClassID, btnID, numID, value);
+        if (!isKnown)
+            return nullptr;
+        worths.Add(method == ESumMethodForCnd::Count   ? static_cast<double>(count)
+                   : method == ESumMethodForCnd::Ratio ? value / total
+                                                       : value);
+    }
+    keptWorths.push_front(SKeptWorths{btnClassID, method, numID, total, std::move(worths)});
+    if (keptWorths.size() > KEPT_WORTH_LISTS)
+        keptWorths.pop_back();
+    return &keptWorths.front().worths;
+}
+
+// Going through the target records once costs about as much for a record as asking for a button alone costs
+// for each record of the button.
+bool CSumValueCacheMngr::IsOnePassCheaper(DWORD btnClassID, const std::vector<DWORD>& btnIDs) const
+{
+    if (targetRecCount == owner->GetRecCountOfSrcData())
+        return false; // the table has the records of each button together
+    DWORD recCount = 0;
+    for (const DWORD btnID : btnIDs) {
+        DWORD recCountOfBtn = 0;
+        if (owner->rpLink->GetRecCount(btnClassID, btnID, recCountOfBtn))
+            recCount += recCountOfBtn;
+        if (recCount >= targetRecCount)
+            return true;
+    }
+    return false;
+}
+
+void CSumValueCacheMngr::MakeValuesKnown(DWORD btnClassID, const std::vector<DWORD>& btnIDs, DWORD numID,
+                                         bool sums) const
+{
+    CSumValueCache& cache = GetSumValueCacheObjConstRef(btnClassID);
+    std::vector<DWORD> unknownIDs;
+    DWORD endID = 0;
+    for (const DWORD btnID : btnIDs) {
+        const CSumValue* known = nullptr;
+        if (!SCBUICoreCom::IsSrcBtn(btnID) ||
+            (cache.GetSumValue(btnID, numID, known) && (sums ? known->hasSum : known->hasCount)))
+            continue;
+        unknownIDs.push_back(btnID);
+        endID = std::max(endID, btnID + 1);
+    }
+    const VCBtnClass* btnClass = nullptr;
+    const CCoreSumMngr* coreSumMngr = nullptr;
+    if (unknownIDs.size() < 2 || !PrepareQuery(btnClassID, btnClass, coreSumMngr) ||
+        !owner->bnLink->ExistFld(btnClassID) || !IsOnePassCheaper(btnClassID, unknownIDs))
+        return;
+
+    // The target records, sorted by button: counted first, then put in their places. What is no button that
+    // is asked for has a place behind them.
+    DWORD* const placeOfRec = mergeBuffers[0].get();
+    firstRecOfBtn.assign(std::size_t{endID} + 1, 0);
+    for (DWORD done = 0; done < targetRecCount;) {
+        const DWORD end = done + std::min(targetRecCount - done, CHUNK_SIZE);
+        owner->bnLink->GetBtnIDsOfRecs(btnClassID, end - done, targetRecList.get() + done, placeOfRec + done);
+        for (; done < end; ++done) {
+            placeOfRec[done] = std::min(placeOfRec[done], endID);
+            ++firstRecOfBtn[placeOfRec[done]];
+        }
+    }
+    DWORD offset = 0;
+    for (DWORD& first : firstRecOfBtn)
+        offset += std::exchange(first, offset);
+    DWORD* const recs = scratchList.get();
+    for (DWORD i = 0; i < targetRecCount; ++i)
+        recs[firstRecOfBtn[placeOfRec[i]]++] = targetRecList[i];
+    // Each place is now the end of its button, and so the beginning of the next one.
+    for (const DWORD btnID : unknownIDs) {
+        const DWORD first = firstRecOfBtn[btnID - 1]; // 0 is no button
+        const DWORD count = firstRecOfBtn[btnID] - first;
+        if (sums)
+            cache.SetSumValue(
+                btnID, numID,
+                coreSumMngr->GetSumValue(numID, SCSMCoreCom::KINDOFSUM_SUM, recs + first, count));
+        else
+            cache.SetCountValue(btnID, numID, GetNumCount(*coreSumMngr, numID, recs + first, count));
+    }
+}
+
+void CSumValueCacheMngr::DropWorths(DWORD btnClassID) const noexcept
+{
+    keptWorths.remove_if([=](const SKeptWorths& kept) { return kept.btnClassID == btnClassID; });
+}
+
+DWORD CSumValueCacheMngr::GetNumCount(const CCoreSumMngr& coreSumMngr, DWORD numID, const DWORD* recs,
+                                      DWORD count)
 {
     // A host's sum manager may answer what no count can be; converting that would be undefined.
-    const double numCount =
-        coreSumMngr.GetSumValue(numID, SCSMCoreCom::KINDOFSUM_COUNT, scratchList.get(), count);
+    const double numCount = coreSumMngr.GetSumValue(numID, SCSMCoreCom::KINDOFSUM_COUNT, recs, count);
     return numCount > 0.0 && numCount < 4294967296.0 ? static_cast<DWORD>(numCount) : 0;
 }
 
@@ -259,6 +390,8 @@ bool CSumValueCacheMngr::ExistNumDataItem(DWORD numID) const
 void CSumValueCacheMngr::ClearSumValue(DWORD btnClassID, DWORD btnID)
 {
     GetSumValueCacheObjRef(btnClassID).ClearSumValue(btnID);
+    keptWorths.remove_if(
+        [=](const SKeptWorths& kept) { return kept.btnClassID == btnClassID && kept.worths.Holds(btnID); });
 }
 
 void CSumValueCacheMngr::ClearTotalValue(DWORD btnClassID)
@@ -276,11 +409,13 @@ void CSumValueCacheMngr::ClearSumValueAndTotalValue(DWORD numID)
 {
     for (auto& [btnClassID, cache] : caches)
         cache.ClearSumValueAndTotalValue(numID);
+    keptWorths.remove_if([=](const SKeptWorths& kept) { return kept.numID == numID; });
 }
 
 void CSumValueCacheMngr::ClearSumValueCache(DWORD btnClassID)
 {
-    GetSumValueCacheObjRef(btnClassID) = CSumValueCache();
+    GetSumValueCacheObjRef(btnClassID).Clear();
+    DropWorths(btnClassID);
     if (btnClassID == currentTargetClassID) {
         currentTargetClassID = 0;
         targetRecCount = 0;
@@ -290,6 +425,7 @@ void CSumValueCacheMngr::ClearSumValueCache(DWORD btnClassID)
 void CSumValueCacheMngr::ClearSumValueCache()
 {
     caches.clear();
+    keptWorths.clear();
     currentTargetClassID = 0;
 }
 

@@ -1,10 +1,12 @@
 #ifndef CSUMVALUECACHEMNGR_H
 #define CSUMVALUECACHEMNGR_H
 
+#include "CBtnWorthList.h"
 #include "CSumValueCache.h"
 #include "ISumValueMngr.h"
 
 #include <array>
+#include <list>
 #include <map>
 #include <memory>
 
@@ -51,6 +53,11 @@ public:
     bool GetLatestValue(DWORD btnClassID, DWORD btnID, DWORD numID, double& value) const override;
     bool GetAbsoluteValue(DWORD btnClassID, DWORD btnID, DWORD numID, double& value) const override;
     bool ExistNumDataItem(DWORD numID) const override;
+    // Lists of sums, counts, averages and ratios. Numbers that are not known yet are asked for in as few
+    // passes as possible; the last few lists are kept for as long as their numbers hold. Null for the other
+    // methods and where a number is not to be had.
+    const CBtnWorthList* GetBtnWorths(SCBUICoreCom::ESumMethodForCnd method, DWORD btnClassID,
+                                      const std::vector<DWORD>& btnIDs, DWORD numID) const override;
 
     // Forget what is kept; to be called by the host when it changes what a numeric item holds. Of one button
     // (the totals stay); of the totals of one class or of all (the sums of buttons stay); of one numeric
@@ -79,9 +86,24 @@ private:
     // Both in one, for a query of one button.
     bool CollectTargetRecs(DWORD btnClassID, DWORD btnID, const CCoreSumMngr*& coreSumMngr,
                            DWORD& count) const;
-    // How many of the first `count` records in the scratch list hold a number.
-    DWORD GetNumCount(const CCoreSumMngr& coreSumMngr, DWORD numID, DWORD count) const;
+    // How many of the records hold a number.
+    static DWORD GetNumCount(const CCoreSumMngr& coreSumMngr, DWORD numID, const DWORD* recs, DWORD count);
     bool CalcTotalValue(DWORD btnClassID, DWORD numID) const;
+    // Makes the sums (`sums`) or the counts of the source buttons among `btnIDs` known that are not, in one
+    // pass over the target records where that is cheaper than to ask for each. What it leaves is asked for
+    // one by one.
+    void MakeValuesKnown(DWORD btnClassID, const std::vector<DWORD>& btnIDs, DWORD numID, bool sums) const;
+    bool IsOnePassCheaper(DWORD btnClassID, const std::vector<DWORD>& btnIDs) const;
+
+    struct SKeptWorths
+    {
+        DWORD btnClassID;
+        SCBUICoreCom::ESumMethodForCnd method;
+        DWORD numID;
+        double total; // of the class, for ratios; 0 otherwise
+        CBtnWorthList worths;
+    };
+    void DropWorths(DWORD btnClassID) const noexcept;
 
     const CBUIDataMngr* owner;
     mutable RecArea scratchList;
@@ -91,6 +113,8 @@ private:
     mutable DWORD currentTargetClassID = 0;
     mutable DWORD targetRecCount = 0;
     mutable std::map<DWORD, CSumValueCache> caches; // by class
+    mutable std::list<SKeptWorths> keptWorths;      // the one made last in front
+    mutable std::vector<DWORD> firstRecOfBtn;       // of MakeValuesKnown
 };
 
 } // namespace NSKZ::NSKZCore

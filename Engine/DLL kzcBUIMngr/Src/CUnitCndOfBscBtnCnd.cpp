@@ -1,5 +1,6 @@
 #include "CUnitCndOfBscBtnCnd.h"
 
+#include "CBtnWorthList.h"
 #include "CXMLWriter.h"
 #include "ECAbnormalData.h"
 #include "ISumValueMngr.h"
@@ -10,6 +11,7 @@
 #include <cmath>
 #include <iterator>
 #include <limits>
+#include <optional>
 
 namespace NSKZ::NSKZCore {
 
@@ -124,12 +126,6 @@ bool IsFromTheHighest(ESelCondition condition) noexcept
     return condition == ESelCondition::Rank_High || condition == ESelCondition::Rank_HighExcept;
 }
 
-struct SRankedBtn
-{
-    double value;      // not NaN
-    std::size_t given; // its place in the given list
-};
-
 } // namespace
 
 CUnitCndOfBscBtnCnd::CUnitCndOfBscBtnCnd() = default;
@@ -227,45 +223,39 @@ bool CUnitCndOfBscBtnCnd::GetBtnIDListThatAppliesToTheRankCnd(DWORD btnClassID,
         return true;
     }
 
-    const bool fromTheHighest = IsFromTheHighest(selCondition);
     double total = 0.0;
     if (!GetTotal(btnClassID, sumValueMngr, total))
         return false;
-    std::vector<SRankedBtn> ranking;
-    ranking.reserve(btnIDs.size());
-    for (const DWORD btnID : btnIDs) {
-        double value = 0.0;
-        if (!GetSumValue(btnClassID, btnID, total, sumValueMngr, value))
-            return false;
-        if (std::isnan(value)) // ranks last; an order of numbers has no place for it
-            value = fromTheHighest ? -std::numeric_limits<double>::infinity()
-                                   : std::numeric_limits<double>::infinity();
-        ranking.push_back({value, ranking.size()});
+    std::optional<CBtnWorthList> asked;
+    const CBtnWorthList* worths = sumValueMngr.GetBtnWorths(sumMethod, btnClassID, btnIDs, numID);
+    if (worths == nullptr) {
+        asked.emplace(btnIDs);
+        for (const DWORD btnID : btnIDs) {
+            double value = 0.0;
+            if (!GetSumValue(btnClassID, btnID, total, sumValueMngr, value))
+                return false;
+            asked->Add(value);
+        }
+        worths = &*asked;
     }
     if (!isKnown)
         throw ECAbnormalData(SCBUICoreStrDef::MSG_UNKNOWN_MMBBTNSELCND, SRC_FILE, FUNC, 255);
 
-    // The order is that of a list sorted from the lowest with equals as they were given, and walked from the
-    // end that the condition names. Only what is given out is sorted: the N-th is put in its place with the
-    // better ones before it, and then come those that share its rank. These are its neighbours in that order,
-    // since the difference to the N-th grows along it.
-    const auto ranksBefore = [=](const SRankedBtn& a, const SRankedBtn& b) {
-        const SRankedBtn& lower = fromTheHighest ? b : a;
-        const SRankedBtn& higher = fromTheHighest ? a : b;
-        return lower.value < higher.value || (lower.value == higher.value && lower.given < higher.given);
+    const std::vector<DWORD>& ranking = worths->GetRanking();
+    const bool fromTheHighest = IsFromTheHighest(selCondition);
+    const auto getPosition = [&](std::size_t place) { // places count from the end that the condition names
+        return ranking[fromTheHighest ? ranking.size() - 1 - place : place];
     };
-    const auto boundary = ranking.begin() + (static_cast<std::ptrdiff_t>(rankNum) - 1);
-    std::nth_element(ranking.begin(), boundary, ranking.end(), ranksBefore);
-    const auto rankedEnd =
-        std::partition(boundary + 1, ranking.end(), [value = boundary->value](const SRankedBtn& btn) {
-            return IsEqualForRank(value, btn.value);
-        });
-    const auto begin = isExcept ? rankedEnd : ranking.begin();
-    const auto end = isExcept ? ranking.end() : rankedEnd;
-    std::sort(begin, end, ranksBefore);
-    result.reserve(static_cast<std::size_t>(end - begin));
-    for (auto btn = begin; btn != end; ++btn)
-        result.push_back(btnIDs[btn->given]);
+    const std::vector<double>& worthOf = worths->GetWorths();
+    const double boundary = worthOf[getPosition(rankNum - 1)];
+    std::size_t rankedEnd = rankNum;
+    while (rankedEnd < ranking.size() && IsEqualForRank(boundary, worthOf[getPosition(rankedEnd)]))
+        ++rankedEnd;
+    const std::size_t begin = isExcept ? rankedEnd : 0;
+    const std::size_t end = isExcept ? ranking.size() : rankedEnd;
+    result.reserve(end - begin);
+    for (std::size_t place = begin; place < end; ++place)
+        result.push_back(btnIDs[getPosition(place)]);
     return true;
 }
 
@@ -279,12 +269,15 @@ bool CUnitCndOfBscBtnCnd::GetBtnIDListThatAppliesToTheNumCmpCnd(DWORD btnClassID
     double total = 0.0;
     if (!GetTotal(btnClassID, sumValueMngr, total))
         return false;
-    for (const DWORD btnID : btnIDs) {
+    const CBtnWorthList* const worths = sumValueMngr.GetBtnWorths(sumMethod, btnClassID, btnIDs, numID);
+    for (std::size_t position = 0; position < btnIDs.size(); ++position) {
         double value = 0.0;
-        if (!GetSumValue(btnClassID, btnID, total, sumValueMngr, value))
+        if (worths != nullptr)
+            value = worths->GetWorths()[position];
+        else if (!GetSumValue(btnClassID, btnIDs[position], total, sumValueMngr, value))
             return false;
         if (IsMetBy(value))
-            result.push_back(btnID);
+            result.push_back(btnIDs[position]);
     }
     return true;
 }

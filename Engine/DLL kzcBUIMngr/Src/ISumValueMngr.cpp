@@ -9,4 +9,10 @@ ISumValueMngr& ISumValueMngr::operator=(const ISumValueMngr&)
     return *this;
 }
 
+const CBtnWorthList* ISumValueMngr::GetBtnWorths(SCBUICoreCom::ESumMethodForCnd, DWORD,
+                                                 const std::vector<DWORD>&, DWORD) const
+{
+    return nullptr;
+}
+
 } // namespace NSKZ::NSKZCore

@@ -2,10 +2,13 @@
 #define ISUMVALUEMNGR_H
 
 #include "KzcBUIMngrAPI.h"
+#include "SCBUICoreCom.h"
 
 #include <vector>
 
 namespace NSKZ::NSKZCore {
+
+class CBtnWorthList;
 
 // Where conditions take the numbers of buttons from: what a numeric item holds over the records of a button,
 // as far as these are target records of the button's class.
@@ -40,6 +43,12 @@ public:
     virtual bool GetAbsoluteValue(DWORD btnClassID, DWORD btnID, DWORD numID, double& value) const = 0;
     // Whether the item can be summed.
     virtual bool ExistNumDataItem(DWORD numID) const = 0;
+
+    // What each of `btnIDs` is worth by that method, as the operations above tell it one by one, from an
+    // implementation that keeps such lists: many conditions ask the same. Good until the next call of any
+    // operation. Null, as here, where there is nothing of the kind: the operations above are asked then.
+    virtual const CBtnWorthList* GetBtnWorths(SCBUICoreCom::ESumMethodForCnd method, DWORD btnClassID,
+                                              const std::vector<DWORD>& btnIDs, DWORD numID) const;
 };
 
 } // namespace NSKZ::NSKZCore

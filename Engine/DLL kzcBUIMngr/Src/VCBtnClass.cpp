@@ -174,15 +174,7 @@ DWORD VCBtnClass::GetDisplayedBtnIDList(std::vector<DWORD>& btnIDs) const
 
 DWORD VCBtnClass::GetDisplayedBtnIDListWhichExpandCndCllBtn(std::vector<DWORD>& btnIDs) const
 {
-    btnIDs.clear();
-    for (DWORD btnID = 0; btnID < display.GetEndID(); ++btnID) {
-        const bool isListed =
-            display.IsDisplayed(btnID) ||
-            (display.IsRegistered(btnID) && !display.IsHiddenByRelation(btnID) &&
-             !display.IsHiddenByLimit(btnID) && srcBtnOfID[btnID]->visibleInfo == VISINFO_CNDCLLMEMBER);
-        if (isListed)
-            btnIDs.push_back(btnID);
-    }
+    btnIDs = display.GetDisplayedOrFolded();
     for (const auto& [btnID, btn] : spBtnOfID) {
         if ((btn->visibleInfo & ~VISINFO_CNDCLLMEMBER) == 0 && !IsCndCllBtn(*btn))
             btnIDs.push_back(btnID);
@@ -269,9 +261,14 @@ void VCBtnClass::GetBtnUnknownOrdList(unsigned int flags, const std::vector<DWOR
                                       std::vector<DWORD>& btnIDs) const
 {
     COrdListBuilder list(*this, flags);
-    for (const DWORD btnID : order) {
+    const auto isListed = [this, flags](DWORD btnID) {
+        if ((flags & ORDLIST_INCLUDE_NONDISPBTNS) != 0)
+            return true;
         const VCBtn* const btn = FindBtn(btnID);
-        if ((flags & ORDLIST_INCLUDE_NONDISPBTNS) != 0 || (btn != nullptr && IsListed(*btn, flags)))
+        return btn != nullptr && IsListed(*btn, flags);
+    };
+    for (const DWORD btnID : order) {
+        if (isListed(btnID))
             list.AddOrSetAside(btnID);
     }
     list.Finish(btnIDs);
@@ -327,7 +324,7 @@ void VCBtnClass::ClearOfFixedSpec()
     for (const auto& entry : btns.GetEntries()) {
         entry.value->ClearOfFixedSpec();
         AdjstToBackReferences(*entry.value);
-        display.SetHiddenByItself(entry.key, entry.value->visibleInfo != 0);
+        TellDisplayOfOwnReasons(*entry.value);
     }
     display.ShowAllByRelation();
     display.ShowAllByLimit();
@@ -545,7 +542,7 @@ bool VCBtnClass::PutVisibleInfoOfBtns(const std::vector<DWORD>& btnIDs, unsigned
         if (display.IsBackReferred(btnID))
             walk.AddAbove(*this, *FindBtn(btnID));
     }
-    PutVisibleInfoOfSpBtnsAbove(walk, bits);
+    AdjstVisibleInfoOfSpBtns(walk, bits);
     return true;
 }
 
@@ -627,7 +624,7 @@ bool VCBtnClass::PutVisibleInfoBasedOnRelationOfRecs(const IBnLink& bnLink, cons
     CSpBtnWalk walk;
     for (const DWORD btnID : backReferred)
         walk.AddAbove(*this, *FindBtn(btnID));
-    PutVisibleInfoOfSpBtnsAbove(walk, VISINFO_RELATION);
+    AdjstVisibleInfoOfSpBtns(walk, VISINFO_RELATION);
     return true;
 }
 
@@ -641,12 +638,12 @@ bool VCBtnClass::PutVisibleInfoOfBtn(VCBtn* btn, unsigned int bits)
     ClearVisibleInfo(*btn, bits);
     CSpBtnWalk walk;
     walk.AddAbove(*this, *btn);
-    PutVisibleInfoOfSpBtnsAbove(walk, bits);
+    AdjstVisibleInfoOfSpBtns(walk, bits);
     return true;
 }
 
 // Goes up through the nesting, across classes, in the order in which the buttons were reached.
-void VCBtnClass::PutVisibleInfoOfSpBtnsAbove(CSpBtnWalk& walk, unsigned int bits)
+void VCBtnClass::AdjstVisibleInfoOfSpBtns(CSpBtnWalk& walk, unsigned int bits)
 {
     for (std::size_t i = 0; i < walk.GetSize(); ++i) {
         const auto [btnClass, spBtn] = walk.Get(i);
@@ -694,7 +691,12 @@ unsigned int VCBtnClass::GetVisibleInfo(const VCBtn& btn) const noexcept
 void VCBtnClass::SetOwnVisibleInfo(VCBtn& btn, unsigned int bits, bool set) noexcept
 {
     btn.visibleInfo = set ? btn.visibleInfo | bits : btn.visibleInfo & ~bits;
-    display.SetHiddenByItself(btn.id, btn.visibleInfo != 0);
+    TellDisplayOfOwnReasons(btn);
+}
+
+void VCBtnClass::TellDisplayOfOwnReasons(const VCBtn& btn) noexcept
+{
+    display.SetHiddenByItself(btn.id, btn.visibleInfo != 0, btn.visibleInfo == VISINFO_CNDCLLMEMBER);
 }
 
 void VCBtnClass::AdjstToBackReferences(const VCBtn& btn) noexcept
@@ -714,7 +716,7 @@ bool VCBtnClass::RegBtn(std::unique_ptr<VCBtn> btn)
         MakeRoomForSrcBtn(btnID);
         srcBtnOfID[btnID] = borrowed;
         display.Register(btnID);
-        display.SetHiddenByItself(btnID, borrowed->visibleInfo != 0);
+        TellDisplayOfOwnReasons(*borrowed);
         AdjstToBackReferences(*borrowed);
     } else {
         btns.ReserveForInsert();

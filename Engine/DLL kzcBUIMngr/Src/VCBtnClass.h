@@ -147,7 +147,8 @@ public:
     // Linear in the buttons.
     DWORD GetDisplayedBtnIDList(std::vector<DWORD>& btnIDs) const;
     // The displayed buttons as they are with each condition cll button shown as its members: those that
-    // nothing hides but such a button, and no condition cll button. Linear in the buttons.
+    // nothing hides but such a button, and no condition cll button. Linear in the result and the special
+    // buttons, and after a change of the display in the buttons.
     DWORD GetDisplayedBtnIDListWhichExpandCndCllBtn(std::vector<DWORD>& btnIDs) const;
     // Ineffective special buttons are left out unless `includeIneffective` is set.
     DWORD GetAllBtnIDList(std::vector<DWORD>& btnIDs, bool includeIneffective) const;
@@ -361,9 +362,6 @@ protected:
         return IsIncludInOrdList(GetVisibleInfo(btn), flags);
     }
 
-    // Whether a text is exactly that word.
-    static bool IsSameWord(const char* text, DWORD len, const char* word) noexcept;
-
     unsigned int GetVisibleInfo(const VCBtn& btn) const noexcept;
     // Sets or clears reasons that stand in the button itself, that is, all but relation and limitation of
     // source buttons.
@@ -408,9 +406,14 @@ protected:
     // False for null and for a button that is neither inc nor cll. If memory is exhausted nothing changes;
     // forgetting does not throw.
     virtual bool AdjstRelatedInfoOnMmbBtnOfSpBtn(VCSpBtn* spBtn, bool add);
-    // Takes a button out of the lists of all special buttons that hold it. Its own side is not changed, and
-    // the special buttons are not brought up to date. Does not throw.
-    void TakeOutOfSpBtns(const VCBtn& btn) noexcept;
+    // Takes a button out of the lists of all special buttons that hold it, or (`add`) puts one that is
+    // effective again back into the lists of those that it remembers. Its own side is not changed, except
+    // that it forgets a special button that is ineffective itself: that one stores it, and tells it when it
+    // is effective again. The special buttons are not brought up to date, and for putting back there is room
+    // in their lists. False for null.
+    bool AdjstRelatedInfoBtnIncludingOneself(VCBtn* btn, bool add) noexcept;
+    // Takes a member out of a list and does nothing else.
+    EMthRetOfOpeToMmbBtnIDList DeleteMemberBtnIDListOfSpBtn_Inside(DWORD btnID, DWORD mmbBtnID) noexcept;
     // Lets ineffective special buttons forget a button that goes: as a member and as one to return to.
     void LetIneffectiveSpBtnsForget(const VCBtn& btn) noexcept;
     // Whether a member of inc buttons is displayed beside them: it is in none, or one displays its members.
@@ -470,7 +473,7 @@ protected:
     std::size_t selBtnIDsKept;    // what was left of them when they were last cut down
 
 private:
-    static void PutVisibleInfoOfSpBtnsAbove(CSpBtnWalk& walk, unsigned int bits);
+    static void AdjstVisibleInfoOfSpBtns(CSpBtnWalk& walk, unsigned int bits);
     template <class TSpBtn>
     EMthRetOfCreateSpBtn CreateSpBtn(const char* alias, VCSpBtn::EMmbBtnSelMth selMth,
                                      const std::vector<DWORD>* members, const IBtnCnd* cnd, DWORD& btnID,
@@ -483,7 +486,7 @@ private:
     void UnlinkMembers(const VCSpBtn& spBtn) noexcept;
     void LinkMember(const VCSpBtn& spBtn, VCBtn& member) noexcept;
     void UnlinkMember(const VCSpBtn& spBtn, VCBtn& member) noexcept;
-    void ReturnToSpBtns(VCSpBtn& spBtn) noexcept;
+    bool TakeIn(VCSpBtn& spBtn, DWORD mmbBtnID) noexcept;
     void BuildRow(VCSpBtn& spBtn);
     bool HoldAny(const std::vector<const VCSpBtn*>& spBtns, DWORD targetBtnID) const;
     bool ListRecSources(const std::vector<DWORD>& btnIDs, std::vector<DWORD>& srcBtnIDs,
@@ -495,6 +498,7 @@ private:
     void VisitBtnIDsOfRecs(const IBnLink& bnLink, const DWORD* recList, DWORD recCountOfList,
                            const TVisit& visit) const;
     void RememberSelection(DWORD btnID);
+    void TellDisplayOfOwnReasons(const VCBtn& btn) noexcept;
     template <class TCondition>
     DWORD ListBtnIDs(std::vector<DWORD>& btnIDs, const TCondition& isListed) const;
 };

@@ -296,18 +296,13 @@ std::unique_ptr<VCBtn> VCBtnClass::CreateBtnBasedOnBtnTypeAttrValue(const char* 
 bool VCBtnClass::GetBtnTypeBasedOnBtnTypeAttrValue(const char* text, DWORD len,
                                                    SCBUICoreCom::EBtnType& type) const
 {
-    if (IsSameWord(text, len, "Inc"))
+    if (IXMLIO::IsSameText(text, len, "Inc", 3))
         type = SCBUICoreCom::BTNTYPE_INC;
-    else if (IsSameWord(text, len, "Cll"))
+    else if (IXMLIO::IsSameText(text, len, "Cll", 3))
         type = SCBUICoreCom::BTNTYPE_CLL;
     else
         return false;
     return true;
-}
-
-bool VCBtnClass::IsSameWord(const char* text, DWORD len, const char* word) noexcept
-{
-    return len == std::strlen(word) && std::memcmp(text, word, len) == 0;
 }
 
 template <class TSpBtn>
@@ -408,7 +403,7 @@ bool VCBtnClass::DestroyBtn(DWORD btnID, SCBUICoreCom::EBtnType type, std::set<D
     const SpBtnsOfClasses above = ListWithAllAbove(ListEffectiveHolders(*spBtn));
     (*rpLink)->DeleteBtn(id, btnID);
 
-    TakeOutOfSpBtns(*spBtn);
+    AdjstRelatedInfoBtnIncludingOneself(spBtn, false);
     AdjstRelatedInfoOnMmbBtnOfSpBtn(spBtn, false);
     LetIneffectiveSpBtnsForget(*spBtn);
     --(spBtn->effective ? spBtnCount : ineffectiveBtnCount);
@@ -434,7 +429,7 @@ bool VCBtnClass::SetEffectiveInfoOfSpBtn(DWORD btnID, bool isEffective)
         SetOwnVisibleInfo(*spBtn, VISINFO_INEFFECTIVE, true);
         spBtn->effective = false;
         spBtn->updateTime = VCSpBtn::GetPresentTime();
-        TakeOutOfSpBtns(*spBtn);
+        AdjstRelatedInfoBtnIncludingOneself(spBtn, false);
         AdjstRelatedInfoOnMmbBtnOfSpBtn(spBtn, false);
         nameOrdList.Remove(btnID);
         --spBtnCount;
@@ -456,7 +451,7 @@ bool VCBtnClass::SetEffectiveInfoOfSpBtn(DWORD btnID, bool isEffective)
     SetOwnVisibleInfo(*spBtn, VISINFO_INEFFECTIVE, false);
     spBtn->effective = true;
     spBtn->updateTime = VCSpBtn::GetPresentTime();
-    ReturnToSpBtns(*spBtn);
+    AdjstRelatedInfoBtnIncludingOneself(spBtn, true);
     LinkMembers(*spBtn);
     ++spBtnCount;
     --ineffectiveBtnCount;
@@ -466,38 +461,6 @@ bool VCBtnClass::SetEffectiveInfoOfSpBtn(DWORD btnID, bool isEffective)
     }
     ResetInsideInfoForSpBtns(above, true, true);
     return true;
-}
-
-// Puts a button that is effective again back into the lists of those that it remembers. One that is
-// ineffective itself takes it in and tells it when it is effective again.
-void VCBtnClass::ReturnToSpBtns(VCSpBtn& spBtn) noexcept
-{
-    if (spBtn.backReferences == nullptr)
-        return;
-    TCFlatSet<DWORD>& holderIDs = spBtn.backReferences->spBtnIDsInClass;
-    for (std::size_t i = holderIDs.size(); i-- != 0;) { // entries may leave on the way
-        VCSpBtn* const holder = FindSpBtn(*(holderIDs.begin() + static_cast<std::ptrdiff_t>(i)));
-        if (holder == nullptr)
-            continue;
-        const bool isMember = holder->HasMember(spBtn.id);
-        if (!isMember) {
-            holder->mmbBtnIDList.push_back(spBtn.id);
-            holder->updateTime = VCSpBtn::GetPresentTime();
-        }
-        if (!holder->effective)
-            UnlinkMember(*holder, spBtn);
-        else if (!isMember)
-            LinkMembers(*holder);
-    }
-    for (const SBtnClassIDAndBtnID& outer : spBtn.backReferences->spBtnIDsOfOtherClass) {
-        const auto found = refOrgBtnClasses.find(outer.btnClassID);
-        VCSpBtn* const holder =
-            found == refOrgBtnClasses.end() ? nullptr : found->second->FindSpBtn(outer.btnID);
-        if (holder == nullptr || holder->HasMember(spBtn.id))
-            continue;
-        holder->mmbBtnIDList.push_back(spBtn.id);
-        holder->updateTime = VCSpBtn::GetPresentTime();
-    }
 }
 
 // --- Members
@@ -731,22 +694,64 @@ bool VCBtnClass::GetBtnDispInfoAsMmbBtn(const VCBtn& btn) const noexcept
     return !isInIncBtn;
 }
 
-void VCBtnClass::TakeOutOfSpBtns(const VCBtn& btn) noexcept
+bool VCBtnClass::AdjstRelatedInfoBtnIncludingOneself(VCBtn* btn, bool add) noexcept
 {
-    if (btn.backReferences == nullptr)
-        return;
-    const std::int64_t now = VCSpBtn::GetPresentTime();
-    const auto takeOutOf = [&btn, now](VCSpBtn* holder) {
-        if (holder != nullptr && std::erase(holder->mmbBtnIDList, btn.id) != 0)
-            holder->updateTime = now;
-    };
-    for (const DWORD holderID : btn.backReferences->spBtnIDsInClass)
-        takeOutOf(FindSpBtn(holderID));
-    for (const SBtnClassIDAndBtnID& outer : btn.backReferences->spBtnIDsOfOtherClass) {
-        const auto found = refOrgBtnClasses.find(outer.btnClassID);
-        if (found != refOrgBtnClasses.end())
-            takeOutOf(found->second->FindSpBtn(outer.btnID));
+    if (btn == nullptr)
+        return false;
+    if (btn->backReferences == nullptr)
+        return true;
+    TCFlatSet<DWORD>& holderIDs = btn->backReferences->spBtnIDsInClass;
+    if (add) {
+        // Holders that sleep are forgotten before the others are joined, so that their letting go takes no
+        // reason away that the others give.
+        for (std::size_t i = holderIDs.size(); i-- != 0;) { // entries leave on the way
+            VCSpBtn* const holder = FindSpBtn(*(holderIDs.begin() + static_cast<std::ptrdiff_t>(i)));
+            if (holder == nullptr || holder->effective)
+                continue;
+            TakeIn(*holder, btn->id);
+            UnlinkMember(*holder, *btn);
+        }
     }
+    for (const DWORD holderID : holderIDs) {
+        VCSpBtn* const holder = FindSpBtn(holderID);
+        if (!add)
+            DeleteMemberBtnIDListOfSpBtn_Inside(holderID, btn->id);
+        else if (holder != nullptr && TakeIn(*holder, btn->id))
+            LinkMembers(*holder);
+    }
+    for (const SBtnClassIDAndBtnID& outer : btn->backReferences->spBtnIDsOfOtherClass) {
+        const auto found = refOrgBtnClasses.find(outer.btnClassID);
+        if (found == refOrgBtnClasses.end())
+            continue;
+        VCSpBtn* const holder = found->second->FindSpBtn(outer.btnID);
+        if (!add)
+            found->second->DeleteMemberBtnIDListOfSpBtn_Inside(outer.btnID, btn->id);
+        else if (holder != nullptr)
+            TakeIn(*holder, btn->id);
+    }
+    return true;
+}
+
+// False if the button is a member already. There is room for it.
+bool VCBtnClass::TakeIn(VCSpBtn& spBtn, DWORD mmbBtnID) noexcept
+{
+    if (spBtn.HasMember(mmbBtnID))
+        return false;
+    spBtn.mmbBtnIDList.push_back(mmbBtnID);
+    spBtn.updateTime = VCSpBtn::GetPresentTime();
+    return true;
+}
+
+VCBtnClass::EMthRetOfOpeToMmbBtnIDList
+VCBtnClass::DeleteMemberBtnIDListOfSpBtn_Inside(DWORD btnID, DWORD mmbBtnID) noexcept
+{
+    VCSpBtn* const spBtn = FindSpBtn(btnID);
+    if (spBtn == nullptr)
+        return OPEMMBBTN_NOSPBTN;
+    if (std::erase(spBtn->mmbBtnIDList, mmbBtnID) == 0)
+        return OPEMMBBTN_NOMEMBER;
+    spBtn->updateTime = VCSpBtn::GetPresentTime();
+    return OPEMMBBTN_OK;
 }
 
 void VCBtnClass::LetIneffectiveSpBtnsForget(const VCBtn& btn) noexcept
@@ -959,6 +964,8 @@ void VCBtnClass::AdjstVisibleInfoBasedOnTheMmbBtnStateChangeOfSpBtn(VCSpBtn& spB
 bool VCBtnClass::GetRecListThatRelatesToBtn(DWORD btnID, DWORD*& recList, DWORD& recCountOfList,
                                             DWORD** mergeBuffers) const
 {
+    if (!SCBUICoreCom::IsSpBtn(btnID) && recCountOfList == 0) // most calls; nothing is allocated
+        return (*rpLink)->GetRecList(id, btnID, recList, recCountOfList);
     DWORD failedID = SCBUICoreCom::BTN_ID_UNSETTING;
     return GetRecListThatRelatesToBtns(this, {btnID}, recList, recCountOfList, mergeBuffers, failedID);
 }

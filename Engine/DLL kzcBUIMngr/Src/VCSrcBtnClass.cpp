@@ -31,7 +31,7 @@ void VCSrcBtnClass::SetDispEmpValBtnInfo(bool disp)
     SetOwnVisibleInfo(btn, VISINFO_EMPVALNODISP, !disp);
     if (disp)
         return;
-    TakeOutOfSpBtns(btn);
+    AdjstRelatedInfoBtnIncludingOneself(&btn, false);
     LetIneffectiveSpBtnsForget(btn);
     SetOwnVisibleInfo(btn, VISINFO_SELCLLMEMBER | VISINFO_CNDCLLMEMBER | VISINFO_INCMEMBER, false);
     btn.backReferences.reset();
@@ -68,9 +68,9 @@ std::unique_ptr<VCBtn> VCSrcBtnClass::CreateBtnBasedOnBtnType(SCBUICoreCom::EBtn
 bool VCSrcBtnClass::GetBtnTypeBasedOnBtnTypeAttrValue(const char* text, DWORD len,
                                                       SCBUICoreCom::EBtnType& type) const
 {
-    if (IsSameWord(text, len, "Data"))
+    if (IXMLIO::IsSameText(text, len, "Data", 4))
         type = SCBUICoreCom::BTNTYPE_NORMAL;
-    else if (IsSameWord(text, len, "EmpVal"))
+    else if (IXMLIO::IsSameText(text, len, "EmpVal", 6))
         type = SCBUICoreCom::BTNTYPE_EMPVAL;
     else
         return VCBtnClass::GetBtnTypeBasedOnBtnTypeAttrValue(text, len, type);
