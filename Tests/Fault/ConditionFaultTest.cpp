@@ -161,8 +161,8 @@ TEST(ConditionFault, AnEvaluationAsksForMemoryByTheListAndNotByTheButton)
     CAllocFault fault;
     fault.Arm(0); // counts
     EXPECT_TRUE(unit.GetBtnIDListThatAppliesToTheCnd(1, btnIDs, sums, result));
-    EXPECT_LE(fault.GetAllocCount(), 2u);
-    EXPECT_EQ(result.size(), 10u); // 976 stands ten times
+    EXPECT_LE(fault.GetAllocCount(), 5u); // the buttons, their worths, their ranking in two steps, the result
+    EXPECT_EQ(result.size(), 10u);        // 976 stands ten times
 }
 
 TEST(ConditionFault, SavingAndReadingThatRunOutOfMemoryLeaveNothingBehind)

@@ -561,6 +561,20 @@ TEST_F(VCBtnClass_SpBtnTest, AnIneffectiveButtonStoresAListAndUsesItWhenItIsBack
     EXPECT_EQ(Why(inc), 0u);
 }
 
+TEST_F(VCBtnClass_SpBtnTest, AHolderSeesThatASleepingMemberHasBeenEmptied)
+{
+    const DWORD member = MakeInc({A});
+    btnClass.SetEffectiveInfoOfSpBtn(member, false);
+    const DWORD holder = MakeInc({member});
+    const DWORD top = MakeInc({holder});
+    EXPECT_EQ(Why(holder), VISINFO_INCMEMBER);
+    EXPECT_EQ(btnClass.SetMemberBtnIDListOfSpBtn(member, {}), Class::OPEMMBBTN_OK);
+    EXPECT_EQ(Why(holder), VISINFO_NOLIVEMEMBER | VISINFO_INCMEMBER);
+    EXPECT_EQ(Why(top), VISINFO_NOLIVEMEMBER);
+    EXPECT_EQ(btnClass.SetMemberBtnIDListOfSpBtn(member, {B}), Class::OPEMMBBTN_OK);
+    EXPECT_EQ(Why(top), 0u);
+}
+
 TEST_F(VCBtnClass_SpBtnTest, TwoNestedButtonsSleepAndWakeInAnyOrder)
 {
     for (const bool memberSleepsFirst : {true, false}) {

@@ -362,19 +362,19 @@ VCBtnClass::EMthRetOfCreateSpBtn VCBtnClass::RegSpBtn(std::unique_ptr<VCSpBtn> s
     if (!selectsByList && cnd != nullptr)
         spBtn->mmbBtnCnd.reset(cnd->CreateClone());
     VCSpBtn& registered = *spBtn;
+    const DWORD btnID = spBtn->id;
     InsertBtnInfoToNameOrdList(&registered);
     try {
         RegBtn(std::move(spBtn));
-    } catch (...) {
-        nameOrdList.Remove(registered.id);
+    } catch (...) { // the button is gone
+        nameOrdList.Remove(btnID);
         throw;
     }
     try {
         if (selectsByList && members != nullptr)
             ChangeMemberBtnIDListOfSpBtn(registered, *members);
     } catch (...) {
-        const DWORD btnID = registered.id;
-        DeleteBtnInfoFromNameOrdList(&registered);
+        nameOrdList.Remove(btnID);
         UnregSpBtn(btnID);
         (*rpLink)->DeleteBtn(id, btnID);
         throw;
@@ -400,7 +400,8 @@ bool VCBtnClass::DestroyBtn(DWORD btnID, SCBUICoreCom::EBtnType type, std::set<D
         return false;
     // What needs memory comes first.
     std::set<DWORD> released{btnID};
-    const SpBtnsOfClasses above = ListWithAllAbove(ListEffectiveHolders(*spBtn));
+    SpBtnsOfClasses above = ListWithAllAbove(ListEffectiveHolders(*spBtn));
+    std::erase_if(above, [=](const auto& holder) { return holder.second == spBtn; }); // in a loop
     (*rpLink)->DeleteBtn(id, btnID);
 
     AdjstRelatedInfoBtnIncludingOneself(spBtn, false);
@@ -542,6 +543,8 @@ void VCBtnClass::ReplaceMembers(VCSpBtn& spBtn, std::vector<DWORD> mmbBtnIDs, un
     if (spBtn.effective) {
         MakeRoomForBackReferences(mmbBtnIDs);
         above = ListWithAllAbove({{this, &spBtn}});
+    } else {
+        above = ListWithAllAbove(ListEffectiveHolders(spBtn)); // they see whether it has members
     }
     const unsigned int formerNoMember = spBtn.visibleInfo & VISINFO_NOMEMBER;
     const std::int64_t formerTime = spBtn.updateTime;
