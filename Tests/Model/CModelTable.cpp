@@ -143,7 +143,8 @@ void CModelTable::AddFldOfManyValues(CRandom& random, DWORD minValueCount)
     fld.name = "many values";
     for (DWORD rec = 0; rec < texts.recCount; ++rec) {
         const DWORD number = rec < minValueCount ? rec : random.GetBelow(rec);
-        fld.texts.push_back("m" + std::to_string(number));
+        const bool isEmpty = rec >= minValueCount && random.IsOneOf(8);
+        fld.texts.push_back(isEmpty ? "" : "m" + std::to_string(number));
     }
     AddToSource(fld);
     texts.flds.push_back(std::move(fld));
