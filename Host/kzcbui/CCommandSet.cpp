@@ -5,6 +5,7 @@
 #include "SCRecordCommands.h"
 #include "SCSelectionCommands.h"
 #include "SCSessionCommands.h"
+#include "SCSpecialCommands.h"
 
 #include <algorithm>
 #include <stdexcept>
@@ -16,6 +17,7 @@ CCommandSet::CCommandSet()
     SCItemCommands::AddTo(*this);
     SCSelectionCommands::AddTo(*this);
     SCRecordCommands::AddTo(*this);
+    SCSpecialCommands::AddTo(*this);
     SCSessionCommands::AddTo(*this);
 }
 

@@ -232,18 +232,33 @@ DWORD CWorkspace::FindNumFld(const std::string& word) const
     return fldID;
 }
 
+std::string CWorkspace::ReadBtnText(const std::string& word) const
+{
+    std::string text;
+    if (!SCHostText::IntoEngine(word, text)) {
+        throw ECCommandError("The text " + InQuotes(word) + " holds a character that code page " +
+                             std::to_string(_getmbcp()) + " lacks.");
+    }
+    return text;
+}
+
+void CWorkspace::RequireNewBtnText(DWORD itemID, const std::string& text, DWORD ignoredBtnID) const
+{
+    if (env->GetBtnExistInfoOfBtnClass(itemID, text.c_str(), static_cast<DWORD>(text.size()), ignoredBtnID)) {
+        throw ECCommandError("Another button of the item shows " +
+                             InQuotes(SCHostText::FromEngine(text.c_str())) +
+                             " already; the text must tell them apart.");
+    }
+}
+
 std::string CWorkspace::GetWordOfNumFld(DWORD fldID) const
 {
     DWORD itemID = 0;
     if (!env->GetBtnClassID(fldID, itemID) || !env->GetSumValueCacheMngrObjRef().ExistNumDataItem(fldID))
         return {};
     const std::string name = GetItemName(itemID);
-    DWORD namesakeCount = 0;
-    for (const DWORD otherID : GetItemIDs())
-        namesakeCount += GetItemName(otherID) == name ? 1 : 0;
-    return namesakeCount == 1 && SCShownText::Escape(name) == name
-               ? SCNameWord::Write(name, SCNameWord::MARK_OF_ITEM)
-               : SCNameWord::WriteID(itemID, SCNameWord::MARK_OF_ITEM);
+    return SCShownText::Escape(name) == name ? SCNameWord::Write(name, SCNameWord::MARK_OF_ITEM)
+                                             : SCNameWord::WriteID(itemID, SCNameWord::MARK_OF_ITEM);
 }
 
 std::vector<DWORD> CWorkspace::GetTargetRecs() const

@@ -40,11 +40,17 @@ public:
     // The field of a number item, named as FindItem takes it.
     DWORD FindNumFld(const std::string& word) const;
 
+    // A text for a button in the engine's code page. Throws ECCommandError if that lacks a character of it.
+    std::string ReadBtnText(const std::string& word) const;
+    // Throws ECCommandError if a button of the item other than the ignored one shows the text, which is in
+    // the engine's code page.
+    void RequireNewBtnText(DWORD itemID, const std::string& text, DWORD ignoredBtnID) const;
+
     std::vector<DWORD> GetItemIDs() const;
     std::string GetItemName(DWORD itemID) const;
     std::string GetBtnText(DWORD itemID, DWORD btnID) const;
     // The word by which FindNumFld finds the field: its name, or @ and the identifier of its item where the
-    // name does not tell it from others or holds control characters. Empty if there is no such field.
+    // name holds control characters. Empty if there is no such field or it is not numeric.
     std::string GetWordOfNumFld(DWORD fldID) const;
     // What the empty value is called when it has no other name, in the engine's code page.
     const char* GetDefEmpValName() const { return table.GetDefEmpValName(); }

@@ -105,6 +105,23 @@ TEST_F(CCompleterTest, OffersTheDisplayedButtonsOfTheNamedItem)
     EXPECT_EQ(Words("press nothing ", 14), Texts{});
 }
 
+TEST_F(CCompleterTest, OffersSpecialButtonsAndTheirMembers)
+{
+    const std::vector<DWORD> members = {3};
+    DWORD btnID = 0;
+    workspace->GetEnv().CreateSpBtn(btnID, 1, NSKZCore::SCBUICoreCom::BTNTYPE_CLL, "The fold",
+                                    NSKZCore::VCSpBtn::MMBBTNSELMTH_SELECT, &members, nullptr);
+    EXPECT_EQ(Words("special members region ", 23), Texts{"The\\ fold"});
+    EXPECT_EQ(Words("special remove-members region The\\ fold ", 40), Texts{"East"});
+    EXPECT_EQ(Words("special remove-members region East ", 35), Texts{});
+    EXPECT_EQ(Words("special add-members region The\\ fold ", 37), (Texts{"New\\ York", "The\\ fold"}));
+    EXPECT_EQ(Words("special set-members region The\\ fold ", 37),
+              (Texts{"New\\ York", "The\\ fold", "--none"}));
+    EXPECT_EQ(Words("special create region ", 22), (Texts{"inc", "cll"}));
+    EXPECT_EQ(Words("special create region inc ", 26), Texts{});
+    EXPECT_EQ(Words("special effective region The\\ fold ", 35), (Texts{"on", "off"}));
+}
+
 TEST_F(CCompleterTest, OffersOptionsAndAlternatives)
 {
     EXPECT_EQ(Words("press region --", 13), Texts{"--hidden"});
