@@ -11,6 +11,7 @@
 #include "SCNumberText.h"
 #include "SCShownText.h"
 #include "SCSpBtnAnswer.h"
+#include "VCBtn.h"
 
 #include <nlohmann/json.hpp>
 
@@ -254,7 +255,9 @@ void ShowMembers(SCommandContext&, const CAnswer& answer, CTextOutput& output)
 {
     if (answer.at("buttons").empty() && answer.at("count") == 0)
         output.WriteLine("There is no member.");
-    CBtnLister::Show(answer, output);
+    CBtnLister::Show(answer, output,
+                     NSKZCore::VISINFO_SELCLLMEMBER | NSKZCore::VISINFO_CNDCLLMEMBER |
+                         NSKZCore::VISINFO_INCMEMBER);
 }
 
 CAnswer SetMembers(SCommandContext& context, const SSpBtn& spBtn, const std::vector<DWORD>& memberIDs)

@@ -235,6 +235,23 @@ TEST_F(HostSpecial, MembersListsThemAsButtonsInTheirOrder)
     EXPECT_EQ(Error("special members region Fold"), "The item \"region\" has no button \"Fold\".");
 }
 
+TEST_F(HostSpecial, MembersForPeopleTellWhatHidesThemBesideBeingMembers)
+{
+    const CHostProcess shown = CHostProcess::Run(
+        {table, "-c", CREATE_FOLD, "-c", "press shop C", "-c", "special members region Fold", "-c",
+         "special create region inc X --none", "-c", "special members region X"});
+    EXPECT_TRUE(
+        shown.GetOutput().ends_with("id  button  records  in force\n"
+                                    "#2  East          3         0  hidden: not related to the selection\n"
+                                    "#3  West          2         1\n"
+                                    "         id  button  kind  members  picked by\n"
+                                    "#4000000002  X       inc         0  list       hidden: no member, "
+                                    "no member with records\n"
+                                    "All selections were cleared.\n"
+                                    "There is no member.\n"))
+        << shown.GetOutput();
+}
+
 TEST_F(HostSpecial, MembersAreSetAddedAndRemoved)
 {
     const std::vector<Json> answers = Answers(
