@@ -210,8 +210,11 @@ DWORD CCndParser::ParseField()
         (SCCndWords::ReadMethod(behind.text, method) || SCCndWords::IsMethodWithoutNumbers(behind.text));
     if (token.kind == TOKEN_WORD && SCCndWords::IsKeyword(token.text)) {
         const bool joins = IsKeyword(SCCndWords::WORD_AND) || IsKeyword(SCCndWords::WORD_OR);
-        if (joins || !isBeforeMethod)
-            RefuseFor(token, std::string(EXPECTED) + " (in quotes, if it is called so)");
+        if (joins || !isBeforeMethod) {
+            Refuse(token, "\"" + token.text + "\" stands where " + EXPECTED +
+                              " is expected, as \"amount\" in \"amount sum top 3\"; an item of that name "
+                              "stands in quotes.");
+        }
     } else if (token.kind != TOKEN_WORD && token.kind != TOKEN_QUOTED) {
         RefuseFor(token, EXPECTED);
     }

@@ -200,7 +200,8 @@ TEST(CCndParser, AKeywordBeforeAMethodIsAName)
 {
     EXPECT_EQ(Unit("sum sum top 3").GetNumID(), 6u);
     EXPECT_EQ(Unit("not top count not top 3").GetNumID(), 7u);
-    ExpectRefusal("sum top 3", 0, "\"sum\" stands where a number item (in quotes, if it is called so)");
+    ExpectRefusal("sum top 3", 0,
+                  "\"sum\" stands where a number item is expected, as \"amount\" in \"amount sum top 3\"");
     ExpectRefusal("and sum top 3", 0, "\"and\" stands where a number item");
 }
 
