@@ -77,24 +77,24 @@ void CBtnLister::DescribeInto(CAnswer& answer, const std::vector<DWORD>& btnIDs,
     answer["count"] = btnIDs.size();
 }
 
-void CBtnLister::Show(const CAnswer& answer, CTextOutput& output)
+void CBtnLister::Show(const CAnswer& answer, CTextOutput& output, unsigned int silentReasons)
 {
     const CAnswer& buttons = answer.at("buttons");
     std::vector<CTextOutput::SRow> rows;
     for (const CAnswer& button : buttons) {
         const bool isSelected = button.at("selected");
-        const bool isDisplayed = button.at("displayed");
+        const unsigned int visibleInfo = button.at("visible").get<unsigned int>() & ~silentReasons;
         const std::string kind = button.at("kind");
         std::string reasons;
-        for (const std::string& reason : SCBtnReason::GetReasons(button.at("visible")))
+        for (const std::string& reason : SCBtnReason::GetReasons(visibleInfo))
             reasons += (reasons.empty() ? "hidden: " : ", ") + reason;
         rows.push_back(
             {{isSelected ? "*" : "", SCNameWord::WriteID(button.at("id"), SCNameWord::MARK_OF_BTN),
               button.at("text"), kind == "normal" ? "" : kind, SCNumberText::OfCount(button.at("records")),
               SCNumberText::OfCount(button.at("targetRecords")), reasons},
-             !isDisplayed ? CTextOutput::STYLE_HIDDEN
-             : isSelected ? CTextOutput::STYLE_SELECTED
-                          : CTextOutput::STYLE_PLAIN});
+             visibleInfo != 0 ? CTextOutput::STYLE_HIDDEN
+             : isSelected     ? CTextOutput::STYLE_SELECTED
+                              : CTextOutput::STYLE_PLAIN});
     }
     if (!rows.empty()) {
         output.WriteTable({{""},

@@ -23,8 +23,9 @@ public:
     // as "count".
     void DescribeInto(CAnswer& answer, const std::vector<DWORD>& btnIDs, std::size_t max);
 
-    // Shows what DescribeInto put into an answer.
-    static void Show(const CAnswer& answer, CTextOutput& output);
+    // Shows what DescribeInto put into an answer. `silentReasons` are reasons to hide a button that go
+    // without saying there.
+    static void Show(const CAnswer& answer, CTextOutput& output, unsigned int silentReasons = 0);
 
 private:
     const CWorkspace& workspace;

@@ -11,7 +11,7 @@ namespace NSKZ::Host {
 CCommandArgs::CCommandArgs(const SCommand& command, std::vector<std::string> words) : form(command.form)
 {
     bool takesOptions = true;
-    for (std::size_t i = 1; i < words.size(); ++i) {
+    for (std::size_t i = command.nameWords; i < words.size(); ++i) {
         const std::string& word = words[i];
         if (!takesOptions || !word.starts_with("--")) {
             plainWords.push_back(word);

@@ -1,7 +1,7 @@
 #include "CCommandRunner.h"
 
 #include "CCommandArgs.h"
-#include "ECCommandError.h"
+#include "ECCndError.h"
 #include "SCHostText.h"
 #include "SCWordSplit.h"
 #include "VCAnswerWriter.h"
@@ -25,6 +25,9 @@ bool CCommandRunner::RunLine(const std::string& line, const std::string& place)
         return true;
     try {
         RunWords(line);
+    } catch (const ECCndError& error) {
+        hasFailed = true;
+        writer.WriteCndError(place, error);
     } catch (const ECCommandError& error) {
         WriteError(place, error.what());
     } catch (const std::bad_alloc&) {
@@ -44,12 +47,10 @@ void CCommandRunner::RunWords(const std::string& line)
         throw ECCommandError("The command is no text in UTF-8.");
     writer.WriteCommand(line);
     std::vector<std::string> words = SCWordSplit::Split(line);
-    const SCommand* const command = context.commands.Find(words.front());
-    if (command == nullptr)
-        throw ECCommandError("There is no command \"" + words.front() + "\"; \"help\" lists them.");
-    const CCommandArgs args(*command, std::move(words));
-    const CAnswer answer = command->run(context, args);
-    writer.WriteAnswer(*command, context, answer);
+    const SCommand& command = context.commands.FindByWords(words);
+    const CCommandArgs args(command, std::move(words));
+    const CAnswer answer = command.run(context, args);
+    writer.WriteAnswer(command, context, answer);
 }
 
 void CCommandRunner::WriteError(const std::string& place, const std::string& sentence)

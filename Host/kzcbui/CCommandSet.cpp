@@ -1,9 +1,11 @@
 #include "CCommandSet.h"
 
+#include "ECCommandError.h"
 #include "SCItemCommands.h"
 #include "SCRecordCommands.h"
 #include "SCSelectionCommands.h"
 #include "SCSessionCommands.h"
+#include "SCSpecialCommands.h"
 
 #include <algorithm>
 #include <stdexcept>
@@ -15,6 +17,7 @@ CCommandSet::CCommandSet()
     SCItemCommands::AddTo(*this);
     SCSelectionCommands::AddTo(*this);
     SCRecordCommands::AddTo(*this);
+    SCSpecialCommands::AddTo(*this);
     SCSessionCommands::AddTo(*this);
 }
 
@@ -31,6 +34,32 @@ const SCommand* CCommandSet::Find(const std::string& name) const noexcept
         return command.form.starts_with(name) && command.GetName() == name;
     });
     return found != commands.end() ? &*found : nullptr;
+}
+
+const SCommand& CCommandSet::FindByWords(const std::vector<std::string>& words) const
+{
+    const auto found = std::find_if(commands.begin(), commands.end(),
+                                    [&words](const SCommand& command) { return command.IsNamedBy(words); });
+    if (found != commands.end())
+        return *found;
+    const std::string first = words.empty() ? std::string() : words.front();
+    if (GetGroup(first).empty())
+        throw ECCommandError("There is no command \"" + first + "\"; \"help\" lists them.");
+    throw ECCommandError(words.size() == 1 ? "Several commands begin with \"" + first + "\"; \"help " +
+                                                 first + "\" lists them."
+                                           : "There is no command \"" + first + " " + words[1] +
+                                                 "\"; \"help " + first + "\" lists those that begin so.");
+}
+
+std::vector<const SCommand*> CCommandSet::GetGroup(const std::string& firstWord) const
+{
+    std::vector<const SCommand*> group;
+    for (const SCommand& command : commands) {
+        if (command.nameWords > 1 && command.form.starts_with(firstWord) &&
+            command.form.find(' ') == firstWord.size())
+            group.push_back(&command);
+    }
+    return group;
 }
 
 } // namespace NSKZ::Host

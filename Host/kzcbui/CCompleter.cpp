@@ -8,6 +8,8 @@
 #include "SCWordSplit.h"
 
 #include <algorithm>
+#include <cctype>
+#include <map>
 
 namespace NSKZ::Host {
 
@@ -34,17 +36,58 @@ std::size_t FindLastWord(const std::string& line)
     return begin;
 }
 
-// The words that the command's form names, in the place of the plain word at `position`.
-std::string GetPlaceholder(const SCommand& command, std::size_t position)
+// What a command's form says of the places of its plain words and of the values of its options.
+struct SPlaces
 {
-    std::vector<std::string> places = SCWordSplit::Split(command.form);
-    places.erase(places.begin());
-    std::erase_if(places, [](const std::string& place) { return place.starts_with("[--"); });
-    if (places.empty())
+    std::vector<std::string> ofWords;
+    std::map<std::string, std::string> ofOptions;
+};
+
+SPlaces ReadForm(const SCommand& command)
+{
+    SPlaces places;
+    const std::vector<std::string> words = SCWordSplit::Split(command.form);
+    for (std::size_t i = command.nameWords; i < words.size(); ++i) {
+        if (!words[i].starts_with("[--")) {
+            places.ofWords.push_back(words[i]);
+        } else if (!words[i].ends_with(']') && i + 1 < words.size()) {
+            const std::string option = words[i].substr(1);
+            places.ofOptions[option] = words[++i];
+        }
+    }
+    return places;
+}
+
+// The form's word for the plain word at `position`.
+std::string GetPlace(const SPlaces& places, std::size_t position)
+{
+    if (places.ofWords.empty())
         return {};
-    if (position < places.size())
-        return places[position];
-    return places.back().ends_with("...") ? places.back() : std::string();
+    if (position < places.ofWords.size())
+        return places.ofWords[position];
+    return places.ofWords.back().find("...") != std::string::npos ? places.ofWords.back() : std::string();
+}
+
+// "[BUTTON...|--none]" as "BUTTON" and "--none".
+std::vector<std::string> GetAlternatives(std::string place)
+{
+    std::erase_if(place,
+                  [](char character) { return character == '[' || character == ']' || character == '.'; });
+    std::replace(place.begin(), place.end(), '|', ' ');
+    return SCWordSplit::Split(place);
+}
+
+// Takes the options and their values out of the words.
+void EraseOptions(const SCommand& command, std::vector<std::string>& words)
+{
+    std::vector<std::string> plainWords;
+    for (std::size_t i = 0; i < words.size(); ++i) {
+        if (!words[i].starts_with("--"))
+            plainWords.push_back(words[i]);
+        else if (command.TakesValue(words[i]))
+            ++i;
+    }
+    words = std::move(plainWords);
 }
 
 // The quote that the word at `wordBegin` begins with, or 0.
@@ -77,36 +120,73 @@ std::vector<std::string> CCompleter::GetWords(const std::string& line, std::size
     } catch (const ECCommandError&) {
         return {};
     }
+    const bool isBehindHelp = !before.empty() && before.front() == "help";
+    if (isBehindHelp)
+        before.erase(before.begin());
+    if (before.empty())
+        return GetFirstWords();
     std::vector<std::string> words;
-    if (before.empty() || (before.size() == 1 && before.front() == "help")) {
-        for (const SCommand& command : commands.GetAll())
-            words.push_back(command.GetName());
+    const auto command = std::find_if(commands.GetAll().begin(), commands.GetAll().end(),
+                                      [&before](const SCommand& each) { return each.IsNamedBy(before); });
+    if (command == commands.GetAll().end()) {
+        if (before.size() == 1) {
+            for (const SCommand* const ofGroup : commands.GetGroup(before.front()))
+                words.push_back(ofGroup->GetName().substr(before.front().size() + 1));
+        }
         return words;
     }
-    const SCommand* const command = commands.Find(before.front());
-    if (command == nullptr)
+    if (isBehindHelp)
         return {};
     if (line.compare(wordBegin, 2, "--") == 0) {
         for (const SCommand::SOption& option : command->options)
             words.push_back(option.name);
         return words;
     }
-    std::erase_if(before, [](const std::string& word) { return word.starts_with("--"); });
+    const SPlaces places = ReadForm(*command);
     const char quote = GetQuote(line, wordBegin);
-    const std::string place = GetPlaceholder(*command, before.size() - 1);
-    if (place == "ITEM" || place == "[ITEM]")
-        return GetItems(false, quote);
-    if (place == "FIELD")
-        return GetItems(true, quote);
-    if (place.starts_with("BUTTON"))
-        return GetBtns(before.at(1), quote);
-    // The alternatives of "[none|or|and]".
-    if (place.starts_with('[') && place.find('|') != std::string::npos) {
-        std::string alternatives = place.substr(1, place.size() - 2);
-        std::replace(alternatives.begin(), alternatives.end(), '|', ' ');
-        return SCWordSplit::Split(alternatives);
+    if (command->TakesValue(before.back())) {
+        const auto place = places.ofOptions.find(before.back());
+        return place != places.ofOptions.end() ? GetWordsOfPlace(place->second, {}, quote) : words;
     }
-    return {};
+    before.erase(before.begin(), before.begin() + static_cast<std::ptrdiff_t>(command->nameWords));
+    EraseOptions(*command, before);
+    return GetWordsOfPlace(GetPlace(places, before.size()), before, quote);
+}
+
+std::vector<std::string> CCompleter::GetFirstWords() const
+{
+    std::vector<std::string> words;
+    for (const SCommand& command : commands.GetAll()) {
+        const std::string name = command.GetName();
+        std::string first = name.substr(0, name.find(' '));
+        if (words.empty() || words.back() != first)
+            words.push_back(std::move(first));
+    }
+    return words;
+}
+
+std::vector<std::string> CCompleter::GetWordsOfPlace(const std::string& place,
+                                                     const std::vector<std::string>& before, char quote) const
+{
+    std::vector<std::string> words;
+    for (const std::string& alternative : GetAlternatives(place)) {
+        std::vector<std::string> offered;
+        if (alternative == "ITEM")
+            offered = GetItems(false, quote);
+        else if (alternative == "FIELD")
+            offered = GetItems(true, quote);
+        else if (alternative == "BUTTON")
+            offered = GetBtns(before.at(0), BTNS_DISPLAYED, quote);
+        else if (alternative == "SPECIAL")
+            offered = GetBtns(before.at(0), BTNS_SPECIAL, quote);
+        else if (alternative == "MEMBER")
+            offered = GetMembers(before.at(0), before.at(1), quote);
+        else if (std::none_of(alternative.begin(), alternative.end(),
+                              [](unsigned char character) { return std::isupper(character); }))
+            offered.push_back(alternative);
+        words.insert(words.end(), offered.begin(), offered.end());
+    }
+    return words;
 }
 
 std::vector<std::string> CCompleter::GetItems(bool numbersOnly, char quote) const
@@ -122,20 +202,41 @@ std::vector<std::string> CCompleter::GetItems(bool numbersOnly, char quote) cons
     return words;
 }
 
-std::vector<std::string> CCompleter::GetBtns(const std::string& itemWord, char quote) const
+std::vector<std::string> CCompleter::GetBtns(const std::string& itemWord, EBtns which, char quote) const
 {
-    std::vector<std::string> words;
     try {
         const DWORD itemID = workspace.FindItem(itemWord);
         std::vector<DWORD> btnIDs;
-        workspace.GetEnv().GetDispBtnIDListOfBtnClass(itemID, btnIDs);
-        for (const DWORD btnID : btnIDs) {
-            words.push_back(
-                WriteWord(workspace.GetBtnText(itemID, btnID), btnID, SCNameWord::MARK_OF_BTN, quote));
-        }
+        if (which == BTNS_SPECIAL)
+            workspace.GetEnv().GetAllSpBtnIDListOfBtnClass(itemID, btnIDs, true);
+        else
+            workspace.GetEnv().GetDispBtnIDListOfBtnClass(itemID, btnIDs);
+        return WriteBtns(itemID, btnIDs, quote);
     } catch (const ECCommandError&) {
-        // The word names no item: there is nothing to offer.
+        return {}; // the word names no item
     }
+}
+
+std::vector<std::string> CCompleter::GetMembers(const std::string& itemWord, const std::string& spBtnWord,
+                                                char quote) const
+{
+    try {
+        const DWORD itemID = workspace.FindItem(itemWord);
+        std::vector<DWORD> btnIDs;
+        workspace.GetEnv().GetMemberBtnIDListOfSpBtn(itemID, workspace.FindSpBtn(itemID, spBtnWord), btnIDs);
+        return WriteBtns(itemID, btnIDs, quote);
+    } catch (const ECCommandError&) {
+        return {}; // the words name no special button
+    }
+}
+
+std::vector<std::string> CCompleter::WriteBtns(DWORD itemID, const std::vector<DWORD>& btnIDs,
+                                               char quote) const
+{
+    std::vector<std::string> words;
+    for (const DWORD btnID : btnIDs)
+        words.push_back(
+            WriteWord(workspace.GetBtnText(itemID, btnID), btnID, SCNameWord::MARK_OF_BTN, quote));
     return words;
 }
 

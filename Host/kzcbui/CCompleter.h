@@ -1,6 +1,8 @@
 #ifndef CCOMPLETER_H
 #define CCOMPLETER_H
 
+#include "KzcPlatform.h"
+
 #include <string>
 #include <vector>
 
@@ -22,8 +24,21 @@ public:
     std::vector<std::string> GetWords(const std::string& line, std::size_t& wordBegin) const;
 
 private:
+    enum EBtns
+    {
+        BTNS_DISPLAYED,
+        BTNS_SPECIAL, // switched off ones too
+    };
+
+    std::vector<std::string> GetFirstWords() const;
+    // For the form's word `place`; `before` are the plain words before it.
+    std::vector<std::string> GetWordsOfPlace(const std::string& place, const std::vector<std::string>& before,
+                                             char quote) const;
     std::vector<std::string> GetItems(bool numbersOnly, char quote) const;
-    std::vector<std::string> GetBtns(const std::string& itemWord, char quote) const;
+    std::vector<std::string> GetBtns(const std::string& itemWord, EBtns which, char quote) const;
+    std::vector<std::string> GetMembers(const std::string& itemWord, const std::string& spBtnWord,
+                                        char quote) const;
+    std::vector<std::string> WriteBtns(DWORD itemID, const std::vector<DWORD>& btnIDs, char quote) const;
 
     const CWorkspace& workspace;
     const CCommandSet& commands;

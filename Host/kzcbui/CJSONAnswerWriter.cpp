@@ -1,5 +1,7 @@
 #include "CJSONAnswerWriter.h"
 
+#include "ECCndError.h"
+
 #include <nlohmann/json.hpp>
 
 namespace NSKZ::Host {
@@ -15,6 +17,14 @@ void CJSONAnswerWriter::WriteError(const std::string&, const std::string& senten
 {
     CAnswer answer;
     answer["error"] = sentence;
+    Write("{\"ok\":false", answer);
+}
+
+void CJSONAnswerWriter::WriteCndError(const std::string&, const ECCndError& error)
+{
+    CAnswer answer;
+    answer["error"] = error.what();
+    answer["position"] = error.GetPosition();
     Write("{\"ok\":false", answer);
 }
 

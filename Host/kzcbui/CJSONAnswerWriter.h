@@ -8,7 +8,8 @@
 
 namespace NSKZ::Host {
 
-// For programs: an object for each command, on one line. "ok" is true, or false with "error".
+// For programs: an object for each command, on one line. "ok" is true, or false with "error" and,
+// for a typed condition, "position" in characters.
 class CJSONAnswerWriter : public VCAnswerWriter
 {
 public:
@@ -19,6 +20,7 @@ public:
     void WriteCommand(const std::string&) override {}
     void WriteAnswer(const SCommand& command, SCommandContext& context, const CAnswer& answer) override;
     void WriteError(const std::string& place, const std::string& sentence) override;
+    void WriteCndError(const std::string& place, const ECCndError& error) override;
     bool IsGood() const override { return output.good(); }
 
 private:

@@ -1,5 +1,6 @@
 #include "CTextAnswerWriter.h"
 
+#include "ECCndError.h"
 #include "SCShownText.h"
 
 #include <nlohmann/json.hpp>
@@ -31,6 +32,15 @@ void CTextAnswerWriter::WriteAnswer(const SCommand& command, SCommandContext& co
 void CTextAnswerWriter::WriteError(const std::string& place, const std::string& sentence)
 {
     errors << (place.empty() ? "" : place + ": ") << SCShownText::Escape(sentence) << std::endl;
+}
+
+void CTextAnswerWriter::WriteCndError(const std::string& place, const ECCndError& error)
+{
+    WriteError(place, error.what());
+    const std::string& condition = error.GetCondition();
+    const std::string before = SCShownText::Escape(condition.substr(0, error.GetOffset()));
+    errors << "  " << before << SCShownText::Escape(condition.substr(error.GetOffset())) << "\n  "
+           << std::string(SCShownText::GetWidth(before), ' ') << '^' << std::endl;
 }
 
 } // namespace NSKZ::Host

@@ -20,6 +20,7 @@ public:
     void WriteCommand(const std::string& line) override;
     void WriteAnswer(const SCommand& command, SCommandContext& context, const CAnswer& answer) override;
     void WriteError(const std::string& place, const std::string& sentence) override;
+    void WriteCndError(const std::string& place, const ECCndError& error) override;
     bool IsGood() const override { return output.good(); }
 
 private:

@@ -7,6 +7,7 @@
 #include "ECHostError.h"
 #include "SCHostText.h"
 #include "SCNameWord.h"
+#include "SCShownText.h"
 #include "SCSystemFile.h"
 #include "VECException.h"
 
@@ -209,6 +210,17 @@ std::vector<DWORD> CWorkspace::FindBtns(DWORD itemID, const std::vector<std::str
     return btnIDs;
 }
 
+DWORD CWorkspace::FindSpBtn(DWORD itemID, const std::string& word) const
+{
+    const DWORD btnID = FindBtns(itemID, {word}).front();
+    if (!SCBUICoreCom::IsSpBtn(btnID)) {
+        throw ECCommandError("The button " + InQuotes(GetBtnText(itemID, btnID)) + " of " +
+                             InQuotes(GetItemName(itemID)) +
+                             " is no special button; \"special list\" lists these.");
+    }
+    return btnID;
+}
+
 DWORD CWorkspace::FindNumFld(const std::string& word) const
 {
     const DWORD itemID = FindItem(word);
@@ -218,6 +230,35 @@ DWORD CWorkspace::FindNumFld(const std::string& word) const
                              " cannot be summed: an item of type number is expected.");
     }
     return fldID;
+}
+
+std::string CWorkspace::ReadBtnText(const std::string& word) const
+{
+    std::string text;
+    if (!SCHostText::IntoEngine(word, text)) {
+        throw ECCommandError("The text " + InQuotes(word) + " holds a character that code page " +
+                             std::to_string(_getmbcp()) + " lacks.");
+    }
+    return text;
+}
+
+void CWorkspace::RequireNewBtnText(DWORD itemID, const std::string& text, DWORD ignoredBtnID) const
+{
+    if (env->GetBtnExistInfoOfBtnClass(itemID, text.c_str(), static_cast<DWORD>(text.size()), ignoredBtnID)) {
+        throw ECCommandError("Another button of the item shows " +
+                             InQuotes(SCHostText::FromEngine(text.c_str())) +
+                             " already; the text must tell them apart.");
+    }
+}
+
+std::string CWorkspace::GetWordOfNumFld(DWORD fldID) const
+{
+    DWORD itemID = 0;
+    if (!env->GetBtnClassID(fldID, itemID) || !env->GetSumValueCacheMngrObjRef().ExistNumDataItem(fldID))
+        return {};
+    const std::string name = GetItemName(itemID);
+    return SCShownText::Escape(name) == name ? SCNameWord::Write(name, SCNameWord::MARK_OF_ITEM)
+                                             : SCNameWord::WriteID(itemID, SCNameWord::MARK_OF_ITEM);
 }
 
 std::vector<DWORD> CWorkspace::GetTargetRecs() const

@@ -35,12 +35,23 @@ public:
     // Buttons by their shown texts or by # and their identifiers, hidden ones too. Cost: texts are looked for
     // in one pass over the item's buttons.
     std::vector<DWORD> FindBtns(DWORD itemID, const std::vector<std::string>& words) const;
+    // A special button, switched off ones too, named as FindBtns takes it.
+    DWORD FindSpBtn(DWORD itemID, const std::string& word) const;
     // The field of a number item, named as FindItem takes it.
     DWORD FindNumFld(const std::string& word) const;
+
+    // A text for a button in the engine's code page. Throws ECCommandError if that lacks a character of it.
+    std::string ReadBtnText(const std::string& word) const;
+    // Throws ECCommandError if a button of the item other than the ignored one shows the text, which is in
+    // the engine's code page.
+    void RequireNewBtnText(DWORD itemID, const std::string& text, DWORD ignoredBtnID) const;
 
     std::vector<DWORD> GetItemIDs() const;
     std::string GetItemName(DWORD itemID) const;
     std::string GetBtnText(DWORD itemID, DWORD btnID) const;
+    // The word by which FindNumFld finds the field: its name, or @ and the identifier of its item where the
+    // name holds control characters. Empty if there is no such field or it is not numeric.
+    std::string GetWordOfNumFld(DWORD fldID) const;
     // What the empty value is called when it has no other name, in the engine's code page.
     const char* GetDefEmpValName() const { return table.GetDefEmpValName(); }
 

@@ -4,13 +4,13 @@
 #include "CCommandArgs.h"
 #include "CCommandSet.h"
 #include "CTextOutput.h"
-#include "CWorkspace.h"
-#include "ECCommandError.h"
 #include "SCBtnReason.h"
+#include "SCEnvChange.h"
 #include "SCHostText.h"
 #include "SCNameWord.h"
 #include "SCNumberText.h"
-#include "SCommandContext.h"
+#include "SCShownText.h"
+#include "SCSpBtnAnswer.h"
 #include "VCBtnClass.h"
 
 #include <nlohmann/json.hpp>
@@ -107,6 +107,10 @@ CAnswer RunBtns(SCommandContext& context, const CCommandArgs& args)
         flags |= VCBtnClass::ORDLIST_INCLUDE_NONDISPBTNS;
     if (args.Has("--empty-last"))
         flags |= VCBtnClass::ORDLIST_TAILEND_EMPVALBTN;
+    if (args.Has("--conditions-last"))
+        flags |= VCBtnClass::ORDLIST_TAILEND_CNDCLLBTN;
+    if (args.Has("--expand"))
+        flags |= VCBtnClass::ORDLIST_INCLUDE_CNDCLLMEMBERBTNS;
     std::vector<DWORD> btnIDs;
     if (order == "name")
         workspace.GetEnv().GetBtnNameOrdListOfBtnClass(itemID, flags, btnIDs);
@@ -150,6 +154,8 @@ CAnswer RunBtn(SCommandContext& context, const CCommandArgs& args)
     answer["name"] = name != nullptr ? CAnswer(SCHostText::FromEngine(name)) : CAnswer();
     answer["effective"] = isEffective;
     answer["reasons"] = SCBtnReason::GetReasons(answer.at("visible"));
+    if (SCBUICoreCom::IsSpBtn(btnID))
+        answer.update(SCSpBtnAnswer::Describe(workspace, itemID, btnID));
     return answer;
 }
 
@@ -159,18 +165,23 @@ void ShowBtn(SCommandContext& context, const CAnswer& answer, CTextOutput& outpu
     std::string reasons;
     for (const std::string reason : answer.at("reasons"))
         reasons += (reasons.empty() ? "" : ", ") + reason;
-    output.WriteTable({{""}, CTextOutput::SColumn::Uncut("")},
-                      {{{"button", SCNameWord::WriteID(answer.at("id"), SCNameWord::MARK_OF_BTN) + " of " +
-                                       context.workspace.GetItemName(answer.at("item"))}},
-                       {{"text", answer.at("text")}},
-                       {{"name", answer.at("name").is_null() ? "-" : answer.at("name").get<std::string>()}},
-                       {{"kind", answer.at("kind")}},
-                       {{"displayed", inWords(answer.at("displayed"))}},
-                       {{"hidden by", reasons.empty() ? "-" : reasons}},
-                       {{"selected", inWords(answer.at("selected"))}},
-                       {{"effective", inWords(answer.at("effective"))}},
-                       {{"records", SCNumberText::OfCount(answer.at("records"))}},
-                       {{"in force", SCNumberText::OfCount(answer.at("targetRecords"))}}});
+    std::vector<CTextOutput::SRow> rows = {
+        {{"button", SCNameWord::WriteID(answer.at("id"), SCNameWord::MARK_OF_BTN) + " of " +
+                        context.workspace.GetItemName(answer.at("item"))}},
+        {{"text", answer.at("text")}},
+        {{"name", answer.at("name").is_null() ? "-" : answer.at("name").get<std::string>()}},
+        {{"kind", answer.at("kind")}},
+        {{"displayed", inWords(answer.at("displayed"))}},
+        {{"hidden by", reasons.empty() ? "-" : reasons}},
+        {{"selected", inWords(answer.at("selected"))}},
+        {{"effective", inWords(answer.at("effective"))}},
+        {{"records", SCNumberText::OfCount(answer.at("records"))}},
+        {{"in force", SCNumberText::OfCount(answer.at("targetRecords"))}}};
+    if (answer.contains("members")) {
+        rows.push_back({{"members", SCNumberText::OfCount(answer.at("members"))}});
+        rows.push_back({{"picked by", SCSpBtnAnswer::DescribePicking(answer)}});
+    }
+    output.WriteTable({{""}, CTextOutput::SColumn::Uncut("")}, rows);
 }
 
 // ---- alias
@@ -187,10 +198,7 @@ CAnswer RunAlias(SCommandContext& context, const CCommandArgs& args)
     const DWORD btnID = workspace.FindBtns(itemID, {words[1]}).front();
     std::string text;
     if (!showsName) {
-        if (!SCHostText::IntoEngine(words[2], text)) {
-            throw ECCommandError("The text \"" + words[2] + "\" holds a character that code page " +
-                                 std::to_string(_getmbcp()) + " lacks.");
-        }
+        text = workspace.ReadBtnText(words[2]);
     } else {
         const char* name = nullptr;
         env.GetNameOfBtn(itemID, btnID, name);
@@ -200,10 +208,7 @@ CAnswer RunAlias(SCommandContext& context, const CCommandArgs& args)
             throw ECCommandError("The button " + words[1] + " has no name of its own; give it a text.");
         text = name;
     }
-    if (env.GetBtnExistInfoOfBtnClass(itemID, text.c_str(), static_cast<DWORD>(text.size()), btnID)) {
-        throw ECCommandError("Another button of the item shows \"" + SCHostText::FromEngine(text.c_str()) +
-                             "\" already; the text must tell them apart.");
-    }
+    workspace.RequireNewBtnText(itemID, text, btnID);
     CAnswer answer;
     answer["result"] = env.SetAliasOfBtn(itemID, btnID, text.c_str());
     answer["item"] = itemID;
@@ -216,6 +221,40 @@ void ShowAlias(SCommandContext&, const CAnswer& answer, CTextOutput& output)
 {
     output.WriteTable({{""}, CTextOutput::SColumn::Uncut("")},
                       {{{SCNameWord::WriteID(answer.at("id"), SCNameWord::MARK_OF_BTN), answer.at("text")}}});
+}
+
+// ---- empty-value
+
+CAnswer RunEmptyValue(SCommandContext& context, const CCommandArgs& args)
+{
+    const CWorkspace& workspace = context.workspace;
+    const DWORD itemID = workspace.FindItem(args.GetWords()[0]);
+    bool isShown = false;
+    if (!workspace.GetEnv().GetDispEmpValBtnInfoOfBtnClass(itemID, isShown))
+        throw ECCommandError("The item \"" + workspace.GetItemName(itemID) + "\" has no empty value.");
+    CAnswer answer;
+    answer["item"] = itemID;
+    if (args.GetWords().size() > 1) {
+        const bool wasSelective = workspace.GetEnv().IsBtnSelectiveState();
+        isShown = args.ReadSwitch(1);
+        SCEnvChange::Run(
+            context, [&](CBUIDataMngr& env) { return env.SetDispEmpValBtnInfoOfBtnClass(itemID, isShown); });
+        answer["shown"] = isShown;
+        answer["records"] = workspace.GetTargetRecs().size();
+        answer["clearedSelection"] = wasSelective;
+    } else {
+        answer["shown"] = isShown;
+    }
+    return answer;
+}
+
+void ShowEmptyValue(SCommandContext& context, const CAnswer& answer, CTextOutput& output)
+{
+    output.WriteLine(
+        "The empty value of " + SCShownText::Escape(context.workspace.GetItemName(answer.at("item"))) +
+        (answer.at("shown").get<bool>() ? " is shown where cells are empty." : " is not shown."));
+    if (answer.value("clearedSelection", false))
+        output.WriteLine("All selections were cleared.");
 }
 
 } // namespace
@@ -234,18 +273,22 @@ void SCItemCommands::AddTo(CCommandSet& commands)
     commands.Add(std::move(items));
 
     SCommand btns;
-    btns.form = "buttons ITEM [--order app|name] [--desc] [--all] [--empty-last] [--max N]";
+    btns.form = "buttons ITEM [--order app|name] [--desc] [--all] [--expand] [--empty-last] "
+                "[--conditions-last] [--max N]";
     btns.summary = "the displayed buttons of an item in order";
     btns.explanation =
         "--order app: by first appearance in the table (so without it); --order name: by shown text.\n"
-        "--desc: descending. --all: the hidden ones too, with what hides them. --empty-last: the empty "
-        "value at the end.\n"
+        "By --order app special buttons stand in front, with --desc behind.\n"
+        "--desc: descending. --all: the hidden ones too, with what hides them. --expand: of these only the "
+        "members that conditions have picked. --empty-last: the empty value at the end. --conditions-last: "
+        "the special buttons with a condition behind all.\n"
         "\"records\" are those of the button, \"in force\" those of them that the item stands on. * "
         "marks the selected ones.\n"
         "At most 50 are shown (with --json all) unless --max tells another number (0: all).";
     btns.example = "buttons region --order name --all";
     btns.minWords = btns.maxWords = 1;
-    btns.options = {{"--order", true}, {"--desc"}, {"--all"}, {"--empty-last"}, {"--max", true}};
+    btns.options = {{"--order", true},     {"--desc"},     {"--all"}, {"--expand"}, {"--empty-last"},
+                    {"--conditions-last"}, {"--max", true}};
     btns.run = RunBtns;
     btns.show = ShowBtns;
     commands.Add(std::move(btns));
@@ -275,6 +318,18 @@ void SCItemCommands::AddTo(CCommandSet& commands)
     alias.run = RunAlias;
     alias.show = ShowAlias;
     commands.Add(std::move(alias));
+
+    SCommand emptyValue;
+    emptyValue.form = "empty-value ITEM [on|off]";
+    emptyValue.summary = "shows or sets whether the empty value of an item is displayed";
+    emptyValue.explanation =
+        "Hidden, it takes part in nothing. Setting it, also to what it is, clears all selections.";
+    emptyValue.example = "empty-value shop off";
+    emptyValue.minWords = 1;
+    emptyValue.maxWords = 2;
+    emptyValue.run = RunEmptyValue;
+    emptyValue.show = ShowEmptyValue;
+    commands.Add(std::move(emptyValue));
 }
 
 } // namespace NSKZ::Host

@@ -3,17 +3,14 @@
 #include "CCommandArgs.h"
 #include "CCommandSet.h"
 #include "CTextOutput.h"
-#include "CWorkspace.h"
-#include "ECCommandError.h"
+#include "SCEnvChange.h"
 #include "SCNameWord.h"
 #include "SCNumberText.h"
-#include "SCommandContext.h"
 #include "SCShownText.h"
 
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
-#include <new>
 
 namespace NSKZ::Host {
 
@@ -36,14 +33,8 @@ static_assert(CBUIDataMngr::RELATIONMODE_NONE == 1 && CBUIDataMngr::RELATIONMODE
 template <class TChange>
 CAnswer ChangeSelection(SCommandContext& context, const TChange& change)
 {
-    CBUIDataMngr& env = context.workspace.GetEnv();
     CAnswer answer;
-    try {
-        answer["result"] = change(env);
-    } catch (const std::bad_alloc&) {
-        env.ClearAllBtnSelections(true); // what is half done goes
-        throw ECCommandError("There is not enough memory; all selections were cleared.");
-    }
+    answer["result"] = SCEnvChange::Run(context, change);
     answer["records"] = context.workspace.GetTargetRecs().size();
     return answer;
 }
@@ -456,9 +447,9 @@ void SCSelectionCommands::AddTo(CCommandSet& commands)
 
     SCommand reset;
     reset.form = "reset";
-    reset.summary = "drops the selections and the limitation";
-    reset.explanation =
-        "What follows from the table stays, and so do aliases, the mode and multiple selection.";
+    reset.summary = "drops the selections, the limitation and the special buttons";
+    reset.explanation = "A hidden empty value is displayed again. What follows from the table stays, and so "
+                        "do aliases, the mode and multiple selection.";
     reset.example = "reset";
     reset.run = RunReset;
     reset.show = ShowSelectionChange;

@@ -44,19 +44,25 @@ CAnswer DescribeCommand(const SCommand& command)
 
 CAnswer RunHelp(SCommandContext& context, const CCommandArgs& args)
 {
-    if (!args.GetWords().empty()) {
-        const SCommand* const command = context.commands.Find(args.GetWords()[0]);
-        if (command == nullptr)
-            throw ECCommandError("There is no command \"" + args.GetWords()[0] + "\"; \"help\" lists them.");
-        return DescribeCommand(*command);
-    }
+    const std::vector<std::string>& words = args.GetWords();
     CAnswer list = CAnswer::array();
-    for (const SCommand& command : context.commands.GetAll())
-        list.push_back(DescribeCommand(command));
     CAnswer answer;
-    answer["commands"] = std::move(list);
-    answer["naming"] = NAMING;
-    return answer;
+    if (words.empty()) {
+        for (const SCommand& command : context.commands.GetAll())
+            list.push_back(DescribeCommand(command));
+        answer["commands"] = std::move(list);
+        answer["naming"] = NAMING;
+        return answer;
+    }
+    if (words.size() == 1) {
+        for (const SCommand* const command : context.commands.GetGroup(words.front()))
+            list.push_back(DescribeCommand(*command));
+        if (!list.empty()) {
+            answer["commands"] = std::move(list);
+            return answer;
+        }
+    }
+    return DescribeCommand(context.commands.FindByWords(words));
 }
 
 void ShowHelp(SCommandContext&, const CAnswer& answer, CTextOutput& output)
@@ -67,7 +73,8 @@ void ShowHelp(SCommandContext&, const CAnswer& answer, CTextOutput& output)
             rows.push_back({{command.at("command"), command.at("summary")}});
         output.WriteTable({{"", false, CTextOutput::STYLE_HEAD}, CTextOutput::SColumn::Uncut("")}, rows);
         output.WriteLine("");
-        output.WriteText(answer.at("naming").get<std::string>());
+        if (answer.contains("naming"))
+            output.WriteText(answer.at("naming").get<std::string>());
         output.WriteLine("\"help COMMAND\" tells more.");
         return;
     }
@@ -136,7 +143,7 @@ void SCSessionCommands::AddTo(CCommandSet& commands)
     help.summary = "lists the commands, or tells one's form with an example";
     help.explanation = NAMING;
     help.example = "help press";
-    help.maxWords = 1;
+    help.maxWords = 2;
     help.run = RunHelp;
     help.show = ShowHelp;
     commands.Add(std::move(help));

@@ -29,8 +29,9 @@ struct SCommand
     };
     static constexpr std::size_t ANY_NUMBER = std::numeric_limits<std::size_t>::max();
 
-    std::string form;    // "press ITEM BUTTON... [--hidden]": its first word is the name
-    std::string summary; // one line
+    std::string form;          // "press ITEM BUTTON... [--hidden]": it begins with the name
+    std::size_t nameWords = 1; // of the form: two for "special list", which belongs to the group "special"
+    std::string summary;       // one line
     std::string explanation;
     std::string example;
     std::size_t minWords = 0; // beside the name and the options
@@ -41,7 +42,11 @@ struct SCommand
     // For people; what `run` answered.
     std::function<void(SCommandContext&, const CAnswer&, CTextOutput&)> show;
 
-    std::string GetName() const { return form.substr(0, form.find(' ')); }
+    std::string GetName() const;
+    // Whether the word is an option whose value is the word behind it.
+    bool TakesValue(const std::string& word) const;
+    // Whether `words` begin with the name, each word of it a word of its own.
+    bool IsNamedBy(const std::vector<std::string>& words) const;
 };
 
 } // namespace NSKZ::Host

@@ -7,6 +7,8 @@
 
 namespace NSKZ::Host {
 
+class ECCndError;
+
 // Where the answers of commands go. Each answer is out when its operation returns.
 class VCAnswerWriter
 {
@@ -23,6 +25,8 @@ public:
     virtual void WriteAnswer(const SCommand& command, SCommandContext& context, const CAnswer& answer) = 0;
     // Why a command was refused; `place` tells where it stands in a script, or is empty.
     virtual void WriteError(const std::string& place, const std::string& sentence) = 0;
+    // The same for a typed condition, with the place in it.
+    virtual void WriteCndError(const std::string& place, const ECCndError& error) = 0;
     // Whether all could be written so far.
     virtual bool IsGood() const = 0;
 };

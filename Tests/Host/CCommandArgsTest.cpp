@@ -83,6 +83,14 @@ TEST(CCommandArgs, GetChoiceRefusesOtherValues)
     EXPECT_EQ(CCommandArgs(MakeCommand(), {"press", "a"}).GetChoice("--order", {"app", "name"}), "app");
 }
 
+TEST(CCommandArgs, TheWordsOfANameOfTwoAreNoArguments)
+{
+    SCommand command = MakeCommand();
+    command.form = "group press ITEM [WORD]";
+    command.nameWords = 2;
+    EXPECT_EQ(CCommandArgs(command, {"group", "press", "a"}).GetWords(), std::vector<std::string>{"a"});
+}
+
 TEST(CCommandArgs, ReadSwitchKnowsOnAndOff)
 {
     EXPECT_TRUE(CCommandArgs(MakeCommand(), {"press", "on"}).ReadSwitch(0));

@@ -1,5 +1,6 @@
 #include "CCommandSet.h"
 
+#include "ECCommandError.h"
 #include "SCBtnReason.h"
 
 #include <gtest/gtest.h>
@@ -32,6 +33,37 @@ TEST(CCommandSet, FindKnowsWholeNamesOnly)
     EXPECT_EQ(commands.Find("pres"), nullptr);
     EXPECT_EQ(commands.Find("press ITEM"), nullptr);
     EXPECT_EQ(commands.Find(""), nullptr);
+}
+
+TEST(CCommandSet, CommandsOfAGroupAreFoundByBothWordsOfTheirNames)
+{
+    CCommandSet commands;
+    SCommand command;
+    command.form = "group first ITEM";
+    command.nameWords = 2;
+    commands.Add(command);
+    command.form = "group second";
+    commands.Add(command);
+    EXPECT_EQ(commands.FindByWords({"group", "first", "x"}).form, "group first ITEM");
+    EXPECT_EQ(commands.FindByWords({"group", "second"}).form, "group second");
+    EXPECT_EQ(commands.FindByWords({"press", "first"}).GetName(), "press");
+    EXPECT_EQ(commands.GetGroup("group").size(), 2u);
+    EXPECT_TRUE(commands.GetGroup("press").empty());
+    EXPECT_TRUE(commands.GetGroup("grou").empty());
+    command.form = "group second ELSE";
+    EXPECT_THROW(commands.Add(command), std::logic_error);
+    const auto errorOf = [&commands](const std::vector<std::string>& words) {
+        try {
+            commands.FindByWords(words);
+        } catch (const ECCommandError& error) {
+            return std::string(error.what());
+        }
+        return std::string();
+    };
+    EXPECT_EQ(errorOf({"group"}), "Several commands begin with \"group\"; \"help group\" lists them.");
+    EXPECT_EQ(errorOf({"group", "third"}),
+              "There is no command \"group third\"; \"help group\" lists those that begin so.");
+    EXPECT_EQ(errorOf({"group first"}), "There is no command \"group first\"; \"help\" lists them.");
 }
 
 TEST(CCommandSet, AddRefusesATakenName)

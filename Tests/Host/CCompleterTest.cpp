@@ -4,6 +4,8 @@
 #include "CWorkspace.h"
 #include "HostFixture.h"
 
+#include <set>
+
 namespace NSKZ::Test {
 
 // Completion over a table with blanks and marks in its texts.
@@ -33,9 +35,39 @@ protected:
 
 TEST_F(CCompleterTest, OffersCommandsFirstAndBehindHelp)
 {
-    EXPECT_EQ(Words("", 0).size(), commands.GetAll().size());
-    EXPECT_EQ(Words("pre", 0).size(), commands.GetAll().size());
-    EXPECT_EQ(Words("help pre", 5).size(), commands.GetAll().size());
+    const Texts words = Words("", 0);
+    std::set<std::string> expected;
+    for (const Host::SCommand& command : commands.GetAll())
+        expected.insert(command.GetName().substr(0, command.GetName().find(' ')));
+    EXPECT_EQ(std::set<std::string>(words.begin(), words.end()), expected);
+    EXPECT_EQ(words.size(), expected.size());
+    EXPECT_EQ(Words("pre", 0), words);
+    EXPECT_EQ(Words("help pre", 5), words);
+    EXPECT_EQ(Words("help press ", 11), Texts{});
+}
+
+TEST_F(CCompleterTest, OffersTheSecondWordsOfAGroupOfCommands)
+{
+    Host::SCommand command;
+    command.form = "group first ITEM [--how well|badly] [--max N]";
+    command.nameWords = 2;
+    command.options = {{"--how", true}, {"--max", true}};
+    commands.Add(command);
+    command.form = "group second";
+    commands.Add(command);
+    EXPECT_EQ(Words("group ", 6), (Texts{"first", "second"}));
+    EXPECT_EQ(Words("help group se", 11), (Texts{"first", "second"}));
+    EXPECT_EQ(Words("group first ", 12), (Texts{"region", "unit\\ price", "@@7"}));
+    EXPECT_EQ(Words("group first --", 12), (Texts{"--how", "--max"}));
+    EXPECT_EQ(Words("group third ", 12), Texts{});
+}
+
+TEST_F(CCompleterTest, OffersTheValuesOfAnOptionAndPassesThemOver)
+{
+    EXPECT_EQ(Words("buttons region --order ", 23), (Texts{"app", "name"}));
+    EXPECT_EQ(Words("buttons region --max ", 21), Texts{});
+    EXPECT_EQ(Words("buttons --order name ", 21), (Texts{"region", "unit\\ price", "@@7"}));
+    EXPECT_EQ(Words("records-of region --max 3 East ", 31), (Texts{"New\\ York", "East"}));
 }
 
 TEST_F(CCompleterTest, OffersItemsAsTheyMustBeWritten)
@@ -71,6 +103,23 @@ TEST_F(CCompleterTest, OffersTheDisplayedButtonsOfTheNamedItem)
     EXPECT_EQ(Words("press region East ", 18), (Texts{"New\\ York", "East"}));
     EXPECT_EQ(Words("press --hidden @@7 ", 19), (Texts{"##1", "b"}));
     EXPECT_EQ(Words("press nothing ", 14), Texts{});
+}
+
+TEST_F(CCompleterTest, OffersSpecialButtonsAndTheirMembers)
+{
+    const std::vector<DWORD> members = {3};
+    DWORD btnID = 0;
+    workspace->GetEnv().CreateSpBtn(btnID, 1, NSKZCore::SCBUICoreCom::BTNTYPE_CLL, "The fold",
+                                    NSKZCore::VCSpBtn::MMBBTNSELMTH_SELECT, &members, nullptr);
+    EXPECT_EQ(Words("special members region ", 23), Texts{"The\\ fold"});
+    EXPECT_EQ(Words("special remove-members region The\\ fold ", 40), Texts{"East"});
+    EXPECT_EQ(Words("special remove-members region East ", 35), Texts{});
+    EXPECT_EQ(Words("special add-members region The\\ fold ", 37), (Texts{"New\\ York", "The\\ fold"}));
+    EXPECT_EQ(Words("special set-members region The\\ fold ", 37),
+              (Texts{"New\\ York", "The\\ fold", "--none"}));
+    EXPECT_EQ(Words("special create region ", 22), (Texts{"inc", "cll"}));
+    EXPECT_EQ(Words("special create region inc ", 26), Texts{});
+    EXPECT_EQ(Words("special effective region The\\ fold ", 35), (Texts{"on", "off"}));
 }
 
 TEST_F(CCompleterTest, OffersOptionsAndAlternatives)

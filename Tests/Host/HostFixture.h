@@ -40,9 +40,16 @@ protected:
     // hierarchy, records and mode tell. `before` are commands that go well.
     std::string Error(const std::string& command, const std::vector<std::string>& before = {}) const
     {
+        const Json answer = ErrorAnswer(command, before);
+        EXPECT_EQ(answer.size(), 2u) << answer.dump();
+        return answer.value("error", "");
+    }
+    // The same as a whole.
+    Json ErrorAnswer(const std::string& command, const std::vector<std::string>& before = {}) const
+    {
         static const std::vector<std::string> STATE = {
-            "items", "selection",        "hierarchy",      "records --list", "mode",
-            "multi", "buttons @2 --all", "selected-items", "link-tables"};
+            "items", "selection",      "hierarchy",   "records --list",   "mode",
+            "multi", "selected-items", "link-tables", "buttons @2 --all", "special list --all"};
         std::vector<std::string> commands = before;
         commands.insert(commands.end(), STATE.begin(), STATE.end());
         commands.push_back(command);
@@ -53,13 +60,12 @@ protected:
         const std::vector<Json> answers = process.GetAnswers();
         EXPECT_EQ(answers.size(), commands.size());
         if (answers.size() != commands.size())
-            return {};
+            return Json::object();
         for (std::size_t i = before.size(); i < before.size() + STATE.size(); ++i)
             EXPECT_EQ(answers[i], answers[i + STATE.size() + 1]) << command << " changed " << commands[i];
         const Json& answer = answers[before.size() + STATE.size()];
         EXPECT_EQ(answer.at("ok"), false) << command;
-        EXPECT_EQ(answer.size(), 2u) << answer.dump();
-        return answer.value("error", "");
+        return answer;
     }
 
     // One key of each object of a list.

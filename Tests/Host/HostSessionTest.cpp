@@ -172,12 +172,49 @@ TEST_F(HostSession, HelpListsEveryCommandAndTellsOne)
 {
     const Json list = LastAnswer({"help"}).at("commands");
     const Json names = Pluck(list, "command");
-    for (const char* name :
-         {"items",       "buttons",    "button",      "press",         "release",        "press-all",
-          "release-all", "clear",      "reset",       "mode",          "multi",          "selection",
-          "restore",     "hierarchy",  "records",     "records-of",    "related",        "limit",
-          "sum",         "alias",      "select-item", "unselect-item", "selected-items", "clear-items",
-          "new-buttons", "difference", "link-tables", "help",          "quit",           "exit"})
+    for (const char* name : {"items",
+                             "buttons",
+                             "button",
+                             "press",
+                             "release",
+                             "press-all",
+                             "release-all",
+                             "clear",
+                             "reset",
+                             "mode",
+                             "multi",
+                             "selection",
+                             "restore",
+                             "hierarchy",
+                             "records",
+                             "records-of",
+                             "related",
+                             "limit",
+                             "sum",
+                             "alias",
+                             "select-item",
+                             "unselect-item",
+                             "selected-items",
+                             "clear-items",
+                             "new-buttons",
+                             "difference",
+                             "link-tables",
+                             "help",
+                             "quit",
+                             "exit",
+                             "empty-value",
+                             "special create",
+                             "special list",
+                             "special members",
+                             "special set-members",
+                             "special add-members",
+                             "special remove-members",
+                             "special where",
+                             "special holders",
+                             "special effective",
+                             "special disp-members",
+                             "special destroy",
+                             "special renew"})
         EXPECT_NE(std::find(names.begin(), names.end(), name), names.end()) << name;
     const Json press = LastAnswer({"help press"});
     EXPECT_EQ(press.at("command"), "press");
@@ -188,6 +225,21 @@ TEST_F(HostSession, HelpListsEveryCommandAndTellsOne)
     for (const Json& command : list)
         EXPECT_NE(shown.GetOutput().find(command.at("summary").get<std::string>()), std::string::npos);
     EXPECT_NE(shown.GetOutput().find("Example: sum region amount --method average"), std::string::npos);
+}
+
+TEST_F(HostSession, HelpTellsOneCommandOfAGroupOrLists)
+{
+    const Json group = LastAnswer({"help special"}).at("commands");
+    EXPECT_EQ(group.size(), 12u);
+    for (const Json& command : group)
+        EXPECT_TRUE(command.at("command").get<std::string>().starts_with("special ")) << command.dump();
+    EXPECT_EQ(LastAnswer({"help special where"}).at("command"), "special where");
+    EXPECT_EQ(Error("help special nonsense"),
+              "There is no command \"special nonsense\"; \"help special\" lists those that begin so.");
+    EXPECT_EQ(Error("special"), "Several commands begin with \"special\"; \"help special\" lists them.");
+    const CHostProcess shown = CHostProcess::Run({table, "-c", "help special"});
+    EXPECT_NE(shown.GetOutput().find("special renew"), std::string::npos);
+    EXPECT_EQ(shown.GetOutput().find("press"), shown.GetOutput().rfind("press")) << shown.GetOutput();
 }
 
 TEST_F(HostSession, EveryExampleOfHelpIsUnderstood)
@@ -203,9 +255,15 @@ TEST_F(HostSession, EveryExampleOfHelpIsUnderstood)
         return dir.WriteFile("bigger.csv", text);
     }();
     for (const std::string& example : examples) {
-        const bool needsDifference = example == "difference";
-        const CHostProcess process =
-            CHostProcess::RunCommands(bigger, {needsDifference ? "mode difference" : "items", example});
+        std::vector<std::string> commands;
+        if (example == "difference")
+            commands.push_back("mode difference");
+        if (example.starts_with("special ")) {
+            commands.push_back("special create region inc Both West");
+            commands.push_back("special create region cll Best --where 'amount sum top 1'");
+        }
+        commands.push_back(example);
+        const CHostProcess process = CHostProcess::RunCommands(bigger, commands);
         EXPECT_EQ(process.GetStatus(), 0) << example << process.GetOutput();
     }
 }

@@ -350,7 +350,8 @@ TEST(CSumValueCacheMngr, ManySumsOfFewRecordsComeFromOnePassAndAreTheSame)
     const auto oneByOne = makeEnv();
     List btnIDs;
     atOnce->GetAllBtnIDListOfBtnClass(1, btnIDs, true);
-    btnIDs.push_back(5000); // no button of the class: no records
+    btnIDs.push_back(5000);                         // no button of the class: no records
+    btnIDs.push_back(SCBUICoreCom::BTN_ID_NRM_END); // however high its identifier
     const CSumValueCacheMngr& known = atOnce->GetSumValueCacheMngrObjRef();
     const CSumValueCacheMngr& asked = oneByOne->GetSumValueCacheMngrObjRef();
     for (const ESumMethodForCnd method :

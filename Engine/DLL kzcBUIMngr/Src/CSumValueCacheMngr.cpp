@@ -296,17 +296,19 @@ void CSumValueCacheMngr::MakeValuesKnown(DWORD btnClassID, const std::vector<DWO
                                          bool sums) const
 {
     CSumValueCache& cache = GetSumValueCacheObjConstRef(btnClassID);
-    std::vector<DWORD> unknownIDs;
+    const VCBtnClass* btnClass = owner->FindBtnClass(btnClassID);
+    if (btnClass == nullptr)
+        return;
+    std::vector<DWORD> unknownIDs; // of buttons that there are, so that what goes by identifier stays short
     DWORD endID = 0;
     for (const DWORD btnID : btnIDs) {
         const CSumValue* known = nullptr;
-        if (!SCBUICoreCom::IsSrcBtn(btnID) ||
+        if (!SCBUICoreCom::IsSrcBtn(btnID) || !btnClass->ExistTheBtn(btnID) ||
             (cache.GetSumValue(btnID, numID, known) && (sums ? known->hasSum : known->hasCount)))
             continue;
         unknownIDs.push_back(btnID);
         endID = std::max(endID, btnID + 1);
     }
-    const VCBtnClass* btnClass = nullptr;
     const CCoreSumMngr* coreSumMngr = nullptr;
     if (unknownIDs.size() < 2 || !PrepareQuery(btnClassID, btnClass, coreSumMngr) ||
         !owner->bnLink->ExistFld(btnClassID) || !IsOnePassCheaper(btnClassID, unknownIDs))
