@@ -184,6 +184,8 @@ public:
     std::vector<NSKZCore::SSelectBtnIDList> GetAllBtnSelectionInfo() const;
     bool GetSelBtnsInfoForDiffCnd(DWORD& classID, DWORD& standardBtnID, DWORD& targetBtnID) const;
     bool IsBtnSelectiveState() const;
+    // Selective state, or a difference pair, which may be of ineffective buttons.
+    bool HasSelection() const { return IsBtnSelectiveState() || diffClassID != 0; }
     IDList GetBtnAppOrdList(const SModelItem& item, unsigned int flags) const;
     IDList GetBtnNameOrdList(const SModelItem& item, unsigned int flags) const;
     IDList GetBtnUnknownOrdList(const SModelItem& item, unsigned int flags, const IDList& order) const;
@@ -256,7 +258,7 @@ private:
     void Destroy(SModelItem& item, DWORD btnID);
     void EnterName(SModelItem& item, DWORD btnID);
     void RemoveName(SModelItem& item, DWORD btnID);
-    void CloseChange(SModelItem& item, bool wasSelective);
+    void CloseChange(SModelItem& item, bool wasSelected);
 
     // Members by condition
     bool ResetMembers();

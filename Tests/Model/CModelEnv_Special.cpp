@@ -20,6 +20,7 @@ using NSKZCore::VISINFO_CNDCLLMEMBER;
 using NSKZCore::VISINFO_EMPVALNODISP;
 using NSKZCore::VISINFO_INCMEMBER;
 using NSKZCore::VISINFO_INEFFECTIVE;
+using NSKZCore::VISINFO_LIMITEDREC;
 using NSKZCore::VISINFO_MASK_NOTALIVE;
 using NSKZCore::VISINFO_NOLIVEMEMBER;
 using NSKZCore::VISINFO_NOMEMBER;
@@ -118,7 +119,7 @@ CModelEnv::ECreate CModelEnv::CreateSpBtn(DWORD& btnID, DWORD classID, const SMa
         return VCBtnClass::CREATESPBTN_UNKNOWNSELMTH;
     if (!isInc && making.type != SCBUICoreCom::BTNTYPE_CLL)
         return VCBtnClass::CREATESPBTN_BADTYPE;
-    const bool wasSelective = IsBtnSelectiveState();
+    const bool wasSelected = HasSelection();
 
     // What was released is given out again, the smallest first: so the smallest one that is free.
     DWORD id = isInc ? SCBUICoreCom::BTN_ID_INC_BEGIN : SCBUICoreCom::BTN_ID_CLL_BEGIN;
@@ -149,7 +150,7 @@ CModelEnv::ECreate CModelEnv::CreateSpBtn(DWORD& btnID, DWORD classID, const SMa
     EnterName(*item, id);
 
     // Sums stay, but the totals when an inc button was made.
-    if (wasSelective) {
+    if (wasSelected) {
         ClearAllBtnSelections(true);
     } else {
         if (hasSumMngr)
@@ -164,10 +165,10 @@ CModelEnv::ECreate CModelEnv::CreateSpBtn(DWORD& btnID, DWORD classID, const SMa
     return VCBtnClass::CREATESPBTN_OK;
 }
 
-void CModelEnv::CloseChange(SModelItem& item, bool wasSelective)
+void CModelEnv::CloseChange(SModelItem& item, bool wasSelected)
 {
     ForgetSums();
-    if (wasSelective) {
+    if (wasSelected) {
         ClearAllBtnSelections(true);
         return;
     }
@@ -181,11 +182,11 @@ bool CModelEnv::DestroySpBtn(DWORD classID, DWORD btnID)
     SModelItem* const item = FindItem(classID);
     if (item == nullptr)
         return false;
-    const bool wasSelective = IsBtnSelectiveState();
+    const bool wasSelected = HasSelection();
     const bool exists = SCBUICoreCom::IsSpBtn(btnID) && item->btns.count(btnID) != 0;
     if (exists)
         Destroy(*item, btnID);
-    CloseChange(*item, wasSelective);
+    CloseChange(*item, wasSelected);
     return exists;
 }
 
@@ -214,14 +215,14 @@ bool CModelEnv::SetEffectiveInfoOfSpBtn(DWORD classID, DWORD btnID, bool effecti
     SModelItem* const item = FindItem(classID);
     if (item == nullptr || !SCBUICoreCom::IsSpBtn(btnID) || item->btns.count(btnID) == 0)
         return false;
-    const bool wasSelective = IsBtnSelectiveState();
+    const bool wasSelected = HasSelection();
     if (item->btns.at(btnID).effective != effective) {
         if (effective)
             SwitchOn(*item, btnID);
         else
             SwitchOff(*item, btnID);
     }
-    CloseChange(*item, wasSelective);
+    CloseChange(*item, wasSelected);
     return true;
 }
 
@@ -279,12 +280,12 @@ CModelEnv::EOpeToMembers CModelEnv::SetMemberBtnIDListOfSpBtn(DWORD classID, DWO
         return VCBtnClass::OPEMMBBTN_NOSPBTN;
     if (item->btns.at(btnID).byCondition)
         return VCBtnClass::OPEMMBBTN_NOTSELECT;
-    const bool wasSelective = IsBtnSelectiveState();
+    const bool wasSelected = HasSelection();
     const IDList members = WithoutRepetition(given);
     if (!AreAppropriateMembers(*item, btnID, members))
         return VCBtnClass::OPEMMBBTN_BADMEMBER;
     ChangeMembers(*item, btnID, members);
-    CloseChange(*item, wasSelective);
+    CloseChange(*item, wasSelected);
     return VCBtnClass::OPEMMBBTN_OK;
 }
 
@@ -297,7 +298,7 @@ CModelEnv::ESetCnd CModelEnv::SetMemberBtnCndOfSpBtn(DWORD classID, DWORD btnID,
     if (!btn.byCondition)
         return VCBtnClass::SETMMBBTNCND_NOTCNDBTN;
     btn.cnd = cnd;
-    CloseChange(*item, IsBtnSelectiveState());
+    CloseChange(*item, HasSelection());
     return VCBtnClass::SETMMBBTNCND_OK;
 }
 
@@ -310,7 +311,7 @@ bool CModelEnv::ClearMemberBtnCndOfSpBtn(DWORD classID, DWORD btnID)
     btn.cnd.reset();
     if (btn.byCondition)
         ChangeMembers(*item, btnID, {});
-    CloseChange(*item, IsBtnSelectiveState());
+    CloseChange(*item, HasSelection());
     return true;
 }
 
@@ -327,7 +328,7 @@ bool CModelEnv::SetDispMemberBtnInfoOfIncBtn(DWORD classID, DWORD btnID, bool di
                 AdjustIncReason(*item, item->btns.at(memberID));
         }
     }
-    CloseChange(*item, IsBtnSelectiveState());
+    CloseChange(*item, HasSelection());
     return true;
 }
 
@@ -347,7 +348,7 @@ bool CModelEnv::SetDispEmpValBtnInfoOfBtnClass(DWORD classID, bool disp)
         empVal.holders.clear();
         SetReason(empVal, VISINFO_SELCLLMEMBER | VISINFO_CNDCLLMEMBER | VISINFO_INCMEMBER, false);
     }
-    CloseChange(*item, IsBtnSelectiveState());
+    CloseChange(*item, HasSelection());
     return true;
 }
 
@@ -474,6 +475,8 @@ void CModelEnv::AdjustLiveMemberReason(SModelItem& item, const std::set<DWORD>& 
                 return member != item.btns.end() && (member->second.visibleInfo & VISINFO_MASK_NOTALIVE) == 0;
             });
             SetReason(spBtn, VISINFO_NOLIVEMEMBER, !lives);
+            if (lives && spBtn.effective) // through its member the limitation reaches it
+                SetReason(spBtn, VISINFO_LIMITEDREC, false);
             changed = changed || spBtn.visibleInfo != before;
         }
     }

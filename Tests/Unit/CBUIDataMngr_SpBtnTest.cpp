@@ -561,6 +561,36 @@ TEST_F(CBUIDataMngr_SpBtnTest, TheLimitationIsToldToTheWholeNesting)
     EXPECT_EQ(Displayed(SHOP), List({outer, other, madeMeanwhile}));
 }
 
+TEST_F(CBUIDataMngr_SpBtnTest, AConditionThatPicksWithinTheLimitationIsReachedByIt)
+{
+    const DWORD best = MakeCndCll(SHOP, MakeCnd(ESelCondition::Rank_High, 1));
+    EXPECT_EQ(Members(SHOP, best), List({C}));
+    const DWORD recs[] = {0, 1, 2};
+    env.SetLimitedRecList(recs, 2); // its member is outside, and then it picks another
+    EXPECT_EQ(Members(SHOP, best), List({A}));
+    EXPECT_EQ(Displayed(SHOP), List({best})); // nothing is folded into what nobody sees
+    const DWORD inc = MakeInc(SHOP, {C});
+    env.SetLimitedRecList(recs, 3);
+    EXPECT_EQ(Why(SHOP, inc), VISINFO_LIMITEDREC | VISINFO_NOLIVEMEMBER);
+    EXPECT_EQ(env.SetMemberBtnIDListOfSpBtn(SHOP, inc, {C, B}), Class::OPEMMBBTN_OK);
+    EXPECT_EQ(Why(SHOP, inc), VISINFO_CNDCLLMEMBER); // and it ranks first
+}
+
+TEST_F(CBUIDataMngr_SpBtnTest, NoPairNamesAButtonThatIsGone)
+{
+    const DWORD inc = MakeInc(SHOP, {A});
+    EXPECT_TRUE(env.SetEffectiveInfoOfSpBtn(SHOP, inc, false));
+    env.SetRelationMode(CBUIDataMngr::RELATIONMODE_DIFFERENCE);
+    EXPECT_TRUE(env.SelectTheBtn(SHOP, inc, true)); // a button that sleeps makes no class selective
+    EXPECT_TRUE(env.DestroySpBtn(SHOP, inc));
+    DWORD btnClassID = 4711;
+    DWORD standard = 4711;
+    DWORD target = 4711;
+    EXPECT_TRUE(env.GetSelBtnsInfoForDiffCnd(btnClassID, standard, target));
+    EXPECT_EQ(btnClassID, 0u);
+    EXPECT_EQ(standard, 0u);
+}
+
 TEST_F(CBUIDataMngr_SpBtnTest, ClearOfFixedSpecDropsWhatUsersBuilt)
 {
     const DWORD inc = MakeInc(SHOP, {A});

@@ -393,8 +393,11 @@ private:
     bool ResetMemberBtnBasedOnTheCnd(DWORD btnClassID);
     bool ResetMemberBtnBasedOnTheCnd(DWORD btnClassID, std::set<DWORD>& visited);
     void ResetMembersOfEffectiveSpBtns(VCBtnClass& btnClass);
-    // What every change of a special button ends in; `wasSelective` was noted before it.
-    void CloseChangeOfSpBtn(DWORD btnClassID, bool wasSelective);
+    // Whether there is anything that a change of a special button makes wrong: a class in selective state or
+    // a difference pair, which may be of ineffective buttons.
+    bool HasSelection() const;
+    // What every change of a special button ends in; `wasSelected` was noted before it.
+    void CloseChangeOfSpBtn(DWORD btnClassID, bool wasSelected);
 
     // Relation
     using BtnIDsOfClasses = std::map<DWORD, std::vector<DWORD>>; // by source class

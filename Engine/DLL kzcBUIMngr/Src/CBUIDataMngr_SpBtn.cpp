@@ -138,13 +138,13 @@ VCBtnClass::EMthRetOfCreateSpBtn CBUIDataMngr::CreateSpBtn(DWORD& btnID, DWORD b
         return VCBtnClass::CREATESPBTN_BADTYPE;
     if (isInc && method == VCSpBtn::MMBBTNSELMTH_CONDITION)
         return VCBtnClass::CREATESPBTN_UNKNOWNSELMTH;
-    const bool wasSelective = IsBtnSelectiveState();
+    const bool wasSelected = HasSelection();
     const VCBtnClass::EMthRetOfCreateSpBtn result =
         isInc ? btnClass->CreateIncBtn(name, method, members, cnd, btnID)
               : btnClass->CreateCllBtn(name, method, members, cnd, btnID);
     if (result != VCBtnClass::CREATESPBTN_OK)
         return result;
-    if (wasSelective)
+    if (wasSelected)
         ClearAllBtnSelections(true);
     else
         ResetMemberBtnBasedOnTheCnd(btnClass);
@@ -153,10 +153,15 @@ VCBtnClass::EMthRetOfCreateSpBtn CBUIDataMngr::CreateSpBtn(DWORD& btnID, DWORD b
     return result;
 }
 
-void CBUIDataMngr::CloseChangeOfSpBtn(DWORD btnClassID, bool wasSelective)
+bool CBUIDataMngr::HasSelection() const
+{
+    return IsBtnSelectiveState() || diffBtnClassID != SCBUICoreCom::BTNCLS_ID_UNSETTING;
+}
+
+void CBUIDataMngr::CloseChangeOfSpBtn(DWORD btnClassID, bool wasSelected)
 {
     sumValueCacheMngr->ClearSumValueCache();
-    if (wasSelective || IsBtnSelectiveState()) {
+    if (wasSelected || HasSelection()) {
         ClearAllBtnSelections(true);
     } else {
         ResetMemberBtnBasedOnTheCnd(btnClassID);
@@ -168,21 +173,21 @@ bool CBUIDataMngr::DestroySpBtn(DWORD btnClassID, DWORD btnID)
     VCBtnClass* const btnClass = FindBtnClass(btnClassID);
     if (btnClass == nullptr)
         return false;
-    const bool wasSelective = IsBtnSelectiveState();
+    const bool wasSelected = HasSelection();
     const bool isDestroyed = SCBUICoreCom::IsIncBtn(btnID)   ? btnClass->DestroyIncBtn(btnID)
                              : SCBUICoreCom::IsCllBtn(btnID) ? btnClass->DestroyCllBtn(btnID)
                                                              : false;
-    CloseChangeOfSpBtn(btnClassID, wasSelective);
+    CloseChangeOfSpBtn(btnClassID, wasSelected);
     return isDestroyed;
 }
 
 bool CBUIDataMngr::SetEffectiveInfoOfSpBtn(DWORD btnClassID, DWORD btnID, bool effective)
 {
     VCBtnClass* const btnClass = FindBtnClass(btnClassID);
-    const bool wasSelective = IsBtnSelectiveState();
+    const bool wasSelected = HasSelection();
     if (btnClass == nullptr || !btnClass->SetEffectiveInfoOfSpBtn(btnID, effective))
         return false;
-    CloseChangeOfSpBtn(btnClassID, wasSelective);
+    CloseChangeOfSpBtn(btnClassID, wasSelected);
     return true;
 }
 
@@ -195,11 +200,11 @@ CBUIDataMngr::SetMemberBtnIDListOfSpBtn(DWORD btnClassID, DWORD btnID, const std
         return VCBtnClass::OPEMMBBTN_NOSPBTN;
     if (selMth != VCSpBtn::MMBBTNSELMTH_SELECT)
         return VCBtnClass::OPEMMBBTN_NOTSELECT;
-    const bool wasSelective = IsBtnSelectiveState();
+    const bool wasSelected = HasSelection();
     const VCBtnClass::EMthRetOfOpeToMmbBtnIDList result =
         btnClass->SetMemberBtnIDListOfSpBtn(btnID, mmbBtnIDs);
     if (result == VCBtnClass::OPEMMBBTN_OK)
-        CloseChangeOfSpBtn(btnClassID, wasSelective);
+        CloseChangeOfSpBtn(btnClassID, wasSelected);
     return result;
 }
 
@@ -209,33 +214,33 @@ VCBtnClass::EMthRetOfSetMmbBtnCnd CBUIDataMngr::SetMemberBtnCndOfSpBtn(DWORD btn
     VCBtnClass* const btnClass = FindBtnClass(btnClassID);
     if (btnClass == nullptr)
         return VCBtnClass::SETMMBBTNCND_NOSPBTN;
-    const bool wasSelective = IsBtnSelectiveState();
+    const bool wasSelected = HasSelection();
     const VCBtnClass::EMthRetOfSetMmbBtnCnd result = btnClass->SetMemberBtnCndOfSpBtn(btnID, cnd);
     if (result == VCBtnClass::SETMMBBTNCND_OK)
-        CloseChangeOfSpBtn(btnClassID, wasSelective);
+        CloseChangeOfSpBtn(btnClassID, wasSelected);
     return result;
 }
 
 bool CBUIDataMngr::ClearMemberBtnCndOfSpBtn(DWORD btnClassID, DWORD btnID)
 {
     VCBtnClass* const btnClass = FindBtnClass(btnClassID);
-    const bool wasSelective = IsBtnSelectiveState();
+    const bool wasSelected = HasSelection();
     if (btnClass == nullptr || !btnClass->ClearMemberBtnCndOfSpBtn(btnID))
         return false;
     VCSpBtn::EMmbBtnSelMth selMth = VCSpBtn::MMBBTNSELMTH_SELECT;
     if (btnClass->GetMmbBtnSelMthOfSpBtn(btnID, selMth) && selMth == VCSpBtn::MMBBTNSELMTH_CONDITION)
         btnClass->SetMemberBtnIDListOfSpBtn(btnID, {});
-    CloseChangeOfSpBtn(btnClassID, wasSelective);
+    CloseChangeOfSpBtn(btnClassID, wasSelected);
     return true;
 }
 
 bool CBUIDataMngr::SetDispMemberBtnInfoOfIncBtn(DWORD btnClassID, DWORD btnID, bool disp)
 {
     VCBtnClass* const btnClass = FindBtnClass(btnClassID);
-    const bool wasSelective = IsBtnSelectiveState();
+    const bool wasSelected = HasSelection();
     if (btnClass == nullptr || !btnClass->SetDispMemberBtnInfoOfIncBtn(btnID, disp))
         return false;
-    CloseChangeOfSpBtn(btnClassID, wasSelective);
+    CloseChangeOfSpBtn(btnClassID, wasSelected);
     return true;
 }
 
@@ -244,9 +249,9 @@ bool CBUIDataMngr::SetDispEmpValBtnInfoOfBtnClass(DWORD btnClassID, bool disp)
     auto* const btnClass = dynamic_cast<VCSrcBtnClass*>(FindBtnClass(btnClassID));
     if (btnClass == nullptr)
         return false;
-    const bool wasSelective = IsBtnSelectiveState();
+    const bool wasSelected = HasSelection();
     btnClass->SetDispEmpValBtnInfo(disp);
-    CloseChangeOfSpBtn(btnClassID, wasSelective);
+    CloseChangeOfSpBtn(btnClassID, wasSelected);
     return true;
 }
 

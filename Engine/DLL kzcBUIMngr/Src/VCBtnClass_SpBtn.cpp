@@ -546,6 +546,9 @@ void VCBtnClass::ReplaceMembers(VCSpBtn& spBtn, std::vector<DWORD> mmbBtnIDs, un
     } else {
         above = ListWithAllAbove(ListEffectiveHolders(spBtn)); // they see whether it has members
     }
+    SpBtnsOfClasses limited;
+    std::copy_if(above.begin(), above.end(), std::back_inserter(limited),
+                 [](const auto& holder) { return (holder.second->visibleInfo & VISINFO_LIMITEDREC) != 0; });
     const unsigned int formerNoMember = spBtn.visibleInfo & VISINFO_NOMEMBER;
     const std::int64_t formerTime = spBtn.updateTime;
     const auto replace = [&](std::vector<DWORD>& list, unsigned int bit, std::int64_t time) {
@@ -562,6 +565,8 @@ void VCBtnClass::ReplaceMembers(VCSpBtn& spBtn, std::vector<DWORD> mmbBtnIDs, un
         ResetInsideInfoForSpBtns(above, true, true);
     } catch (...) {
         replace(mmbBtnIDs, formerNoMember, formerTime);
+        for (const auto& [btnClass, holder] : limited)
+            btnClass->SetOwnVisibleInfo(*holder, VISINFO_LIMITEDREC, true);
         for (const auto& [btnClass, holder] : above) {
             btnClass->AdjstVisibleInfoBasedOnTheMmbBtnStateChangeOfSpBtn(*holder);
             holder->isRowOutdated = true;
@@ -891,6 +896,9 @@ void VCBtnClass::ResetInsideInfoForSpBtns(const SpBtnsOfClasses& spBtns, bool bu
         if (isPassedOver(*btnClass))
             continue;
         btnClass->AdjstVisibleInfoBasedOnTheMmbBtnStateChangeOfSpBtn(*spBtn);
+        // Through a live member the limitation reaches it, whatever its members were before.
+        if (spBtn->effective && (spBtn->visibleInfo & VISINFO_NOLIVEMEMBER) == 0)
+            btnClass->SetOwnVisibleInfo(*spBtn, VISINFO_LIMITEDREC, false);
         spBtn->isRowOutdated = spBtn->isRowOutdated || buildRpLink;
     }
     if (!buildRpLink)
