@@ -435,12 +435,15 @@ bool CModelEnv::SelectBtns(DWORD classID, const IDList& given, bool select, bool
 
     bool related = true;
     if (mode == CBUIDataMngr::RELATIONMODE_DIFFERENCE) {
-        related = PressDifference(*item, btnIDs, select) && RelateByDifference(*item);
+        if (!PressDifference(*item, btnIDs, select))
+            return false;
+        related = RelateByDifference(*item);
     } else {
         IDList relating;
         for (const DWORD btnID : btnIDs) {
             if (!item->SelectBtn(btnID, select)) {
                 ResetRelationReason();
+                ForgetSums();
                 return false;
             }
             if (includeHidden || item->btns.at(btnID).visibleInfo == 0)
@@ -453,8 +456,10 @@ bool CModelEnv::SelectBtns(DWORD classID, const IDList& given, bool select, bool
         else if (mode == CBUIDataMngr::RELATIONMODE_AND)
             related = RelateByAnd(*item);
     }
-    if (!related)
+    if (!related) {
+        ForgetSums();
         return false;
+    }
     AdjustSumsToPress(classID);
     return mode == CBUIDataMngr::RELATIONMODE_NONE || ResetMembers();
 }
@@ -462,7 +467,7 @@ bool CModelEnv::SelectBtns(DWORD classID, const IDList& given, bool select, bool
 bool CModelEnv::PressDifference(SModelItem& item, const IDList& btnIDs, bool select)
 {
     for (const DWORD btnID : btnIDs) {
-        if (select && item.btns.count(btnID) == 0)
+        if (select && (item.btns.count(btnID) == 0 || !item.btns.at(btnID).effective))
             return false;
     }
     if (SModelItem* const former = FindItem(diffClassID)) {

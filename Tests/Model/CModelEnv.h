@@ -184,8 +184,8 @@ public:
     std::vector<NSKZCore::SSelectBtnIDList> GetAllBtnSelectionInfo() const;
     bool GetSelBtnsInfoForDiffCnd(DWORD& classID, DWORD& standardBtnID, DWORD& targetBtnID) const;
     bool IsBtnSelectiveState() const;
-    // Selective state, or a difference pair, which may be of ineffective buttons.
-    bool HasSelection() const { return IsBtnSelectiveState() || diffClassID != 0; }
+    // Selective state, a level or a difference pair.
+    bool HasSelection() const { return IsBtnSelectiveState() || !levels.empty() || diffClassID != 0; }
     IDList GetBtnAppOrdList(const SModelItem& item, unsigned int flags) const;
     IDList GetBtnNameOrdList(const SModelItem& item, unsigned int flags) const;
     IDList GetBtnUnknownOrdList(const SModelItem& item, unsigned int flags, const IDList& order) const;

@@ -11,6 +11,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <numeric>
 #include <sstream>
 
 using namespace NSKZ::NSKZCore;
@@ -516,11 +517,16 @@ TEST_F(CBUIDataMngr_SpBtnTest, OneButtonIsJudgedAloneByEveryCondition)
     EXPECT_TRUE(env.ResetMemberBtnBasedOnTheCndOfCllBtns(shop, A)); // hidden or not
     EXPECT_EQ(Members(SHOP, lower), List({inc, A}));
     EXPECT_EQ(Members(SHOP, higher), List({B, C}));
+    EXPECT_EQ(Sum(SHOP, higher), 180.0);
     shop->DeleteMemberBtnIDListOfSpBtn(higher, C);
     shop->AddMemberBtnIDListOfSpBtn(lower, C);
+    shop->DeleteMemberBtnIDListOfSpBtn(higher, B);
     EXPECT_TRUE(env.ResetMemberBtnBasedOnTheCndOfCllBtns(shop, C));
+    EXPECT_EQ(Members(SHOP, higher), List({C}));
+    EXPECT_EQ(Sum(SHOP, higher), 110.0); // what it covers has changed
+    EXPECT_TRUE(env.ResetMemberBtnBasedOnTheCndOfCllBtns(shop, B));
     EXPECT_EQ(Members(SHOP, lower), List({inc, A}));
-    EXPECT_EQ(Members(SHOP, higher), List({B, C}));
+    EXPECT_EQ(Members(SHOP, higher), List({C, B}));
     EXPECT_TRUE(env.ResetMemberBtnBasedOnTheCndOfCllBtns(shop, lower)); // a cll button is not judged
     EXPECT_FALSE(env.ResetMemberBtnBasedOnTheCndOfCllBtns(nullptr, A));
 }
@@ -576,12 +582,16 @@ TEST_F(CBUIDataMngr_SpBtnTest, AConditionThatPicksWithinTheLimitationIsReachedBy
     EXPECT_EQ(Why(SHOP, inc), VISINFO_CNDCLLMEMBER); // and it ranks first
 }
 
-TEST_F(CBUIDataMngr_SpBtnTest, NoPairNamesAButtonThatIsGone)
+TEST_F(CBUIDataMngr_SpBtnTest, NoPairNamesAButtonThatIsGoneOrSleeps)
 {
     const DWORD inc = MakeInc(SHOP, {A});
     EXPECT_TRUE(env.SetEffectiveInfoOfSpBtn(SHOP, inc, false));
     env.SetRelationMode(CBUIDataMngr::RELATIONMODE_DIFFERENCE);
-    EXPECT_TRUE(env.SelectTheBtn(SHOP, inc, true)); // a button that sleeps makes no class selective
+    EXPECT_FALSE(env.SelectTheBtn(SHOP, inc, true));
+    EXPECT_FALSE(env.SelectBtns(SHOP, {A, inc}, true, true));
+    EXPECT_EQ(Why(KIND, Z), 0u);
+    EXPECT_TRUE(env.SetEffectiveInfoOfSpBtn(SHOP, inc, true));
+    EXPECT_TRUE(env.SelectTheBtn(SHOP, inc, true));
     EXPECT_TRUE(env.DestroySpBtn(SHOP, inc));
     DWORD btnClassID = 4711;
     DWORD standard = 4711;
@@ -603,7 +613,120 @@ TEST_F(CBUIDataMngr_SpBtnTest, ClearOfFixedSpecDropsWhatUsersBuilt)
     EXPECT_EQ(MakeInc(SHOP, {B}), inc);
 }
 
+TEST_F(CBUIDataMngr_SpBtnTest, ARefusedPressLeavesNoSumOfLevelsThatHaveGone)
+{
+    env.SetMultiSelectionInfo(true);
+    EXPECT_TRUE(env.SelectTheBtn(SHOP, A, true));
+    EXPECT_TRUE(env.SelectTheBtn(KIND, X, true));
+    EXPECT_EQ(Sum(AMOUNT, 3), 0.0); // of 20, which goes with y
+    EXPECT_FALSE(env.SelectBtns(SHOP, {999}, true, false));
+    EXPECT_EQ(TargetRecs(), List({0, 1}));
+    EXPECT_EQ(Sum(AMOUNT, 3), 20.0);
+}
+
 // --- Exhausted memory
+
+TEST(CBUIDataMngr_SpBtn, SumsThatExhaustedMemoryMadeWrongAreForgotten)
+{
+    std::vector<std::string> shops;
+    for (int i = 0; i < 412; ++i)
+        shops.push_back("s" + std::to_string(i));
+    const std::vector<std::string> ones(shops.size(), "1");
+    const CSourceDataMngr table = MakeTable({{"shop", TEXT, shops}, {"amount", NUM, ones}});
+    const CCoreSumMngr sums(table);
+    List many(405);
+    std::iota(many.begin(), many.end(), DWORD{2});
+    many.push_back(INC);
+    const List few{408, 409, 410};
+    const auto prepare = [&](CBUIDataMngr::ERelationMode mode) {
+        auto env = std::make_unique<CBUIDataMngr>(1, ON_MEM, ON_MEM, table, &sums, nullptr);
+        env->SetRelationMode(mode);
+        DWORD btnID = 0;
+        env->CreateSpBtn(btnID, SHOP, INC_TYPE, "few", SELECT, &few, nullptr);
+        env->CreateSpBtn(btnID, SHOP, INC_TYPE, "many", SELECT, &many, nullptr);
+        double value = 0.0;
+        env->GetSumValueCacheMngrObjRef().GetSumValue(SHOP, INC, 2, value);
+        env->GetSumValueCacheMngrObjRef().GetSumValue(SHOP, INC + 1, 2, value);
+        EXPECT_EQ(value, 408.0);
+        env->GetSumValueCacheMngrObjRef().GetTotalValue(SHOP, 2, value);
+        return env;
+    };
+    using Operation = void (*)(CBUIDataMngr&);
+    const Operation operations[] = {
+        [](CBUIDataMngr& env) { env.DestroySpBtn(SHOP, INC); },
+        [](CBUIDataMngr& env) { env.SetEffectiveInfoOfSpBtn(SHOP, INC, false); },
+        [](CBUIDataMngr& env) { env.SetMemberBtnIDListOfSpBtn(SHOP, INC, {411}); },
+        [](CBUIDataMngr& env) { env.SetDispEmpValBtnInfoOfBtnClass(SHOP, false); },
+        [](CBUIDataMngr& env) {
+            DWORD btnID = 0;
+            const List members{411};
+            env.CreateSpBtn(btnID, SHOP, INC_TYPE, "one more", SELECT, &members, nullptr);
+        },
+    };
+    for (const auto mode : {CBUIDataMngr::RELATIONMODE_NONE, CBUIDataMngr::RELATIONMODE_AND}) {
+        for (const Operation operation : operations) {
+            const int failures = FailEveryAllocation(
+                [&] { return prepare(mode); }, [operation](const auto& env) { operation(*env); },
+                [&](const auto& env) {
+                    env->ClearAllBtnSelections(true);
+                    List btnIDs;
+                    env->GetAllBtnIDListOfBtnClass(SHOP, btnIDs, false);
+                    CSumValueCacheMngr& known = env->GetSumValueCacheMngrObjRef();
+                    CSumValueCacheMngr fresh(*env);
+                    for (const DWORD btnID : btnIDs) {
+                        double value = 0.0;
+                        double right = 0.0;
+                        EXPECT_TRUE(known.GetSumValue(SHOP, btnID, 2, value));
+                        EXPECT_TRUE(fresh.GetSumValue(SHOP, btnID, 2, right));
+                        EXPECT_EQ(value, right) << btnID;
+                    }
+                    double total = 0.0;
+                    double rightTotal = 0.0;
+                    EXPECT_TRUE(known.GetTotalValue(SHOP, 2, total));
+                    EXPECT_TRUE(fresh.GetTotalValue(SHOP, 2, rightTotal));
+                    EXPECT_EQ(total, rightTotal);
+                });
+            EXPECT_GE(failures, 1);
+        }
+    }
+}
+
+TEST(CBUIDataMngr_SpBtn, ClearOfFixedSpecThatRunsOutOfMemoryLeavesNoButtonWithoutItsRecords)
+{
+    std::vector<std::string> values;
+    for (int i = 0; i < 410; ++i)
+        values.push_back("v" + std::to_string(i));
+    const CSourceDataMngr table = MakeTable({{"a", TEXT, values}, {"b", TEXT, values}});
+    List many(405);
+    std::iota(many.begin(), many.end(), DWORD{2});
+    for (std::size_t nth = 1;; ++nth) {
+        CBUIDataMngr env(1, ON_MEM, ON_MEM, table, nullptr, nullptr);
+        DWORD btnID = 0;
+        for (const DWORD btnClassID : {DWORD{1}, DWORD{2}})
+            env.CreateSpBtn(btnID, btnClassID, INC_TYPE, "many", SELECT, &many, nullptr);
+        CAllocFault fault; // a table that cannot be shrunk stays as it is, so not every failure comes out
+        fault.Arm(nth);
+        try {
+            env.ClearOfFixedSpec();
+        } catch (const std::bad_alloc&) {
+        }
+        if (!fault.Disarm()) {
+            EXPECT_GE(nth, 3u);
+            break;
+        }
+        for (const DWORD btnClassID : {DWORD{1}, DWORD{2}}) {
+            List spBtnIDs;
+            env.GetAllSpBtnIDListOfBtnClass(btnClassID, spBtnIDs, true);
+            EXPECT_EQ(spBtnIDs, List());
+            List recs(values.size());
+            DWORD count = 0;
+            EXPECT_EQ(env.CreateSpBtn(btnID, btnClassID, INC_TYPE, "many", SELECT, &many, nullptr),
+                      Class::CREATESPBTN_OK);
+            EXPECT_TRUE(env.GetRecListThatRelatesToBtn(btnClassID, btnID, recs.data(), count));
+            EXPECT_EQ(count, 405u);
+        }
+    }
+}
 
 TEST_F(CBUIDataMngr_SpBtnTest, AfterExhaustedMemoryAClearedSelectionIsAllItTakes)
 {

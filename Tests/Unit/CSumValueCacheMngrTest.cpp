@@ -321,7 +321,8 @@ TEST_F(CSumValueCacheMngrTest, WorthsAreWhatTheOperationsTellOneByOne)
     EXPECT_EQ(cache.GetBtnWorths(ESumMethodForCnd::Sum, SHOP, {2, SCBUICoreCom::BTN_ID_INC_BEGIN}, AMOUNT),
               nullptr);
     EXPECT_NE(cache.GetBtnWorths(ESumMethodForCnd::Sum, SHOP, {}, AMOUNT), nullptr);
-    env.SetCoreSumMngrPtr(nullptr);
+    env.SetCoreSumMngrPtr(nullptr); // what is known is still told
+    EXPECT_NE(cache.GetBtnWorths(ESumMethodForCnd::Sum, SHOP, btnIDs, AMOUNT), nullptr);
     cache.ClearSumValueCache();
     EXPECT_EQ(cache.GetBtnWorths(ESumMethodForCnd::Sum, SHOP, btnIDs, AMOUNT), nullptr);
 }

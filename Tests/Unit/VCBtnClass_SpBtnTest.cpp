@@ -1,5 +1,6 @@
 #include "CBnLink_OnMemVer.h"
 #include "CCllBtn.h"
+#include "CFormattedMsg.h"
 #include "CIncBtn.h"
 #include "CNumBtnClass.h"
 #include "CRpLink_OnMemVer.h"
@@ -43,6 +44,20 @@ public:
         : VCSrcBtnClass(classID, 1, "empty", nullptr, rpLinkOfEnv)
     {}
     SCBUICoreCom::EBtnClassType GetBtnClassType() const override { return SCBUICoreCom::BTNCLSTYPE_NORMAL; }
+    bool GetBtnMngrInfoOfSpBtn(DWORD btnID, bool& managedByUser) const override
+    {
+        if (unmanagedIDs.count(btnID) != 0)
+            return false;
+        if (carryingIDs.count(btnID) != 0)
+            return true;
+        if (systemIDs.count(btnID) == 0)
+            return VCSrcBtnClass::GetBtnMngrInfoOfSpBtn(btnID, managedByUser);
+        managedByUser = false;
+        return true;
+    }
+    std::set<DWORD> systemIDs;    // managed by the system
+    std::set<DWORD> unmanagedIDs; // of which the class says nothing
+    std::set<DWORD> carryingIDs;  // of which it says that it knows, and does not say what
     using VCSrcBtnClass::CheckAppropriateMmbBtnOrNot;
     using VCSrcBtnClass::CheckWhetherToHaveSpecificBtnID;
     using VCSrcBtnClass::cllBlankIDList;
@@ -421,6 +436,42 @@ TEST_F(VCBtnClass_SpBtnTest, ALoopMadeByAddingEndsEveryWalk)
     EXPECT_EQ(roots, List()); // each is held by the other
     EXPECT_TRUE(btnClass.DestroyCllBtn(outer));
     EXPECT_EQ(Members(inner), List({A}));
+}
+
+TEST_F(VCBtnClass_SpBtnTest, ANewButtonClosesNoLoopThroughAnIdentifierThatWasAddedUntested)
+{
+    const DWORD holder = MakeInc({A});
+    EXPECT_EQ(btnClass.AddMemberBtnIDListOfSpBtn(holder, INC + 1), Class::OPEMMBBTN_OK); // there is none yet
+    DWORD btnID = 0;
+    const List members{holder};
+    EXPECT_EQ(btnClass.CreateIncBtn("x", SELECT, &members, nullptr, btnID), Class::CREATESPBTN_BADMEMBER);
+    EXPECT_EQ(MakeInc({B}), INC + 1);
+}
+
+TEST_F(VCBtnClass_SpBtnTest, AButtonWakesInAHolderThatNamesValuesWhichCameLater)
+{
+    const DWORD member = MakeInc({A});
+    const DWORD holder = MakeInc({member, 7, 8});
+    btnClass.SetEffectiveInfoOfSpBtn(member, false);
+    const char* const values[] = {"f", "g"};
+    DWORD added[2];
+    TCBtnIDAssArr<DWORD> counts;
+    btnClass.AddRecs(5, 2, values, added, counts);
+    EXPECT_EQ(added[1], 8u);
+    btnClass.SetEffectiveInfoOfSpBtn(member, true);
+    EXPECT_EQ(Members(holder), List({7, 8, member}));
+    EXPECT_EQ(Holders(8), List({holder}));
+    EXPECT_EQ(Why(7), VISINFO_INCMEMBER);
+}
+
+TEST_F(VCBtnClass_SpBtnTest, AddingTakesNoReasonAwayFromFormerMembers)
+{
+    const DWORD cll = MakeCll({A});
+    const DWORD cnd = MakeCnd({A});
+    btnClass.DestroyCllBtn(cll);
+    EXPECT_EQ(Why(A), VISINFO_SELCLLMEMBER | VISINFO_CNDCLLMEMBER);
+    EXPECT_EQ(btnClass.AddMemberBtnIDListOfSpBtn(cnd, B), Class::OPEMMBBTN_OK);
+    EXPECT_EQ(Why(A), VISINFO_SELCLLMEMBER | VISINFO_CNDCLLMEMBER);
 }
 
 TEST_F(VCBtnClass_SpBtnTest, TheLoopTestKnowsWhatIneffectiveButtonsRemember)
@@ -802,7 +853,9 @@ TEST_F(VCBtnClass_SpBtnTest, ASpecialMemberThatIsMissingIsAbnormal)
         btnClass.GetRecListThatRelatesToBtn(inc, recs, count, buffers);
         FAIL() << "nothing was thrown";
     } catch (const ECAbnormalData& error) {
-        EXPECT_NE(std::strstr(error.what(), "3"), nullptr);
+        const CFormattedMsg expected(SCBUICoreStrDef::MSG_NOTEXIST_MMBBTN, {CLASS_ID, CLL + 5});
+        EXPECT_STREQ(error.GetMessageText(), expected.GetText());
+        EXPECT_STREQ(error.GetFunction(), "NSKZ::NSKZCore::VCBtnClass::GetRecListThatRelatesToBtn");
         EXPECT_EQ(error.GetLine(), 5165);
         EXPECT_STREQ(error.GetFile(), "Src/VCBtnClass");
     }
@@ -887,6 +940,30 @@ TEST(VCBtnClass_SpBtn, FourHundredMembersGetARowOfTheirOwn)
     EXPECT_EQ(fixture.Recs(cnd).size(), 430u);
     EXPECT_TRUE(fixture.btnClass.DestroyIncBtn(inc));
     EXPECT_EQ(fixture.RowSize(inc), 0u);
+}
+
+TEST(VCBtnClass_SpBtn, ARowWithAMissingMemberIsNotTakenForTrue)
+{
+    std::vector<std::string> texts;
+    for (int i = 0; i < 410; ++i)
+        texts.push_back("v" + std::to_string(i));
+    std::vector<const char*> values;
+    for (const std::string& text : texts)
+        values.push_back(text.c_str());
+    CClassFixture fixture(values);
+    List members(405);
+    std::iota(members.begin(), members.end(), DWORD{2});
+    const DWORD inc = fixture.MakeInc(members);
+    EXPECT_EQ(fixture.btnClass.AddMemberBtnIDListOfSpBtn(inc, CLL + 9), Class::OPEMMBBTN_OK);
+    List areas[3] = {List(410), List(410), List(410)};
+    DWORD* recs = areas[0].data();
+    DWORD* buffers[] = {areas[1].data(), areas[2].data()};
+    DWORD count = 0;
+    EXPECT_THROW(fixture.btnClass.GetRecListThatRelatesToBtn(inc, recs, count, buffers), ECAbnormalData);
+    EXPECT_EQ(fixture.btnClass.DeleteMemberBtnIDListOfSpBtn(inc, 2), Class::OPEMMBBTN_OK);
+    EXPECT_THROW(fixture.btnClass.GetRecListThatRelatesToBtn(inc, recs, count, buffers), ECAbnormalData);
+    EXPECT_EQ(fixture.btnClass.DeleteMemberBtnIDListOfSpBtn(inc, CLL + 9), Class::OPEMMBBTN_OK);
+    EXPECT_EQ(fixture.Recs(inc).size(), 404u);
 }
 
 // --- Deep and wide nesting
@@ -981,6 +1058,20 @@ TEST_F(VCBtnClass_SpBtnTest, SpecialButtonsStandInFrontByCreation)
     EXPECT_EQ(AppOrder(Class::ORDLIST_NORMAL), List({olderCnd, cnd, sameAsYoung, D, E}));
     EXPECT_EQ(AppOrder(Class::ORDLIST_INCLUDE_NONDISPBTNS),
               List({old, olderCnd, cnd, sameAsYoung, A, B, C, D, E}));
+}
+
+TEST_F(VCBtnClass_SpBtnTest, ButtonsOfTheSystemStandBehindThoseOfUsers)
+{
+    List made;
+    for (DWORD i = 0; i < 5; ++i) {
+        made.push_back(MakeInc({A}));
+        btnClass.FindSpBtn(made.back())->createTime = 10 + i;
+    }
+    btnClass.systemIDs = {made[0], made[2]};
+    btnClass.unmanagedIDs = {made[1]};
+    btnClass.carryingIDs = {made[3]}; // as the one before it: the system's
+    EXPECT_EQ(AppOrder(Class::ORDLIST_NORMAL), List({made[4], made[0], made[2], made[3], B, C, D, E}));
+    EXPECT_EQ(AppOrder(Class::ORDLIST_DESCEND), List({E, D, C, B, made[3], made[2], made[0], made[4]}));
 }
 
 TEST(VCBtnClass_SpBtn, ConditionButtonsAtTheEndStandBehindTheEmptyValue)

@@ -111,9 +111,9 @@ void CBUIDataMngr::Clear()
 
 void CBUIDataMngr::ClearOfFixedSpec()
 {
-    rpLink->ClearOfFixedSpec();
     for (const auto& [btnClassID, btnClass] : btnClasses)
         btnClass->ClearOfFixedSpec();
+    rpLink->ClearOfFixedSpec(); // the rows of buttons that are gone: no harm if memory runs out in it
     selBtnClassIDList.clear();
     ClearNumCnd();
     ClearHierInfo();

@@ -114,10 +114,10 @@ public:
     // --- Record limitation and numeric condition
 
     // Limits the analysis to the listed records: buttons without a record among them are hidden, and every
-    // selection starts from them. `limitedRecList` is ascending and is copied; a number
-    // that is no record, or not greater than the ones before it, is dropped. A count of 0 clears the
-    // limitation. Clears all selections and sums. If memory is exhausted nothing changes, or, if there are
-    // special buttons, no limitation is in force.
+    // selection starts from them. `limitedRecList` is ascending and is copied; a number that is no record, or
+    // not greater than the ones before it, is dropped. A count of 0 clears the limitation. Clears all
+    // selections and sums. If memory is exhausted nothing changes, or, if there are special buttons, no
+    // limitation is in force.
     void SetLimitedRecList(const DWORD* limitedRecList, DWORD limitedRecCount);
     void ClearLimitedRecList();
     bool IsRecListLimitationExecuted() const noexcept { return recListLimited || numCndRecListLimited; }
@@ -168,7 +168,7 @@ public:
     // are dissolved; in Or and And a press in another class starts afresh; without multiple selection a press
     // replaces. Hidden buttons become selected but take part in the relation only with `includeNonDispBtns`.
     // In Difference the first button is the standard, the second, or the next press in the class, the target;
-    // releasing undoes the target first.
+    // releasing undoes the target first. A special button that is switched off is no button of a pair.
     //
     // False for an unknown or ineffective class; for an unknown button, with the changes before it kept; for
     // an empty list in Difference; and, with everything done, without a sum manager in any mode but None.
@@ -307,7 +307,8 @@ public:
     // SETMMBBTNCND_NOSPBTN.
     VCBtnClass::EMthRetOfSetMmbBtnCnd SetMemberBtnCndOfSpBtn(DWORD btnClassID, DWORD btnID,
                                                              const IBtnCnd& cnd);
-    // Lets the condition of a special button go, and the members that it picked.
+    // Lets the condition of a special button go, and the members that it picked; of one that selects by list
+    // nothing goes, but sums and selections are cleared as well.
     bool ClearMemberBtnCndOfSpBtn(DWORD btnClassID, DWORD btnID);
     // Whether the members of an inc button stay displayed beside it.
     bool SetDispMemberBtnInfoOfIncBtn(DWORD btnClassID, DWORD btnID, bool disp);
@@ -393,9 +394,13 @@ private:
     bool ResetMemberBtnBasedOnTheCnd(DWORD btnClassID);
     bool ResetMemberBtnBasedOnTheCnd(DWORD btnClassID, std::set<DWORD>& visited);
     void ResetMembersOfEffectiveSpBtns(VCBtnClass& btnClass);
-    // Whether there is anything that a change of a special button makes wrong: a class in selective state or
-    // a difference pair, which may be of ineffective buttons.
+    // Whether there is anything that a change of a special button makes wrong: a class in selective state, a
+    // level or a difference pair.
     bool HasSelection() const;
+    template <class TChange>
+    auto ChangeSpBtn(const TChange& change);
+    template <class TChange>
+    bool ChangeBtnClass(DWORD btnClassID, const TChange& change);
     // What every change of a special button ends in; `wasSelected` was noted before it.
     void CloseChangeOfSpBtn(DWORD btnClassID, bool wasSelected);
 

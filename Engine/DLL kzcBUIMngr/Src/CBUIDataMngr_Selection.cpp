@@ -66,6 +66,7 @@ bool CBUIDataMngr::SelectBtns(DWORD btnClassID, const std::vector<DWORD>& btnIDs
             unsigned int visibleInfo = 0;
             if (!btnClass->SetSelectionInfoOfBtn(btnID, select, visibleInfo)) {
                 ResetVisibleInfoBasedOnRelationOfAllBtns();
+                sumValueCacheMngr->ClearSumValueCache(); // levels may have gone
                 return false;
             }
             if (includeNonDispBtns || visibleInfo == 0)
@@ -76,8 +77,10 @@ bool CBUIDataMngr::SelectBtns(DWORD btnClassID, const std::vector<DWORD>& btnIDs
         btnIDs = std::move(relatedBtnIDs);
     }
 
-    if (!ExecRelation(level, btnClassID, btnIDs, select))
+    if (!ExecRelation(level, btnClassID, btnIDs, select)) {
+        sumValueCacheMngr->ClearSumValueCache(); // levels may have gone
         return false;
+    }
     AdjstSumValueCacheToSelectBtn(btnClassID);
     return relationMode == RELATIONMODE_NONE || ResetMemberBtnBasedOnTheCnd();
 }
@@ -85,11 +88,9 @@ bool CBUIDataMngr::SelectBtns(DWORD btnClassID, const std::vector<DWORD>& btnIDs
 bool CBUIDataMngr::SelectBtnsForDiffCnd(VCBtnClass& btnClass, const std::vector<DWORD>& btnIDs, bool select)
 {
     const DWORD btnClassID = btnClass.GetID();
-    const auto isUnknown = [&btnClass](DWORD btnID) {
-        bool sel = false;
-        return !btnClass.GetSelectionInfoOfBtn(btnID, sel);
-    };
-    if (select && std::any_of(btnIDs.begin(), btnIDs.end(), isUnknown))
+    // A special button that is switched off takes no part, and so makes no pair.
+    if (select && !std::all_of(btnIDs.begin(), btnIDs.end(),
+                               [&btnClass](DWORD btnID) { return btnClass.ExistTheBtn(btnID); }))
         return false;
     if (VCBtnClass* const diffBtnClass = FindBtnClass(diffBtnClassID)) {
         diffBtnClass->SetSelectionInfoOfBtn(diffStandardBtnID, false);

@@ -124,6 +124,19 @@ bool CBUIDataMngr::GetDispMemberBtnInfoOfIncBtn(DWORD btnClassID, DWORD btnID, b
 
 // --- Changes
 
+// Runs a change. If memory runs out in it some of it may stand, and what is known of sums is not to be relied
+// on.
+template <class TChange>
+auto CBUIDataMngr::ChangeSpBtn(const TChange& change)
+{
+    try {
+        return change();
+    } catch (...) {
+        sumValueCacheMngr->ClearSumValueCache();
+        throw;
+    }
+}
+
 VCBtnClass::EMthRetOfCreateSpBtn CBUIDataMngr::CreateSpBtn(DWORD& btnID, DWORD btnClassID,
                                                            SCBUICoreCom::EBtnType type, const char* name,
                                                            VCSpBtn::EMmbBtnSelMth method,
@@ -139,23 +152,26 @@ VCBtnClass::EMthRetOfCreateSpBtn CBUIDataMngr::CreateSpBtn(DWORD& btnID, DWORD b
     if (isInc && method == VCSpBtn::MMBBTNSELMTH_CONDITION)
         return VCBtnClass::CREATESPBTN_UNKNOWNSELMTH;
     const bool wasSelected = HasSelection();
-    const VCBtnClass::EMthRetOfCreateSpBtn result =
-        isInc ? btnClass->CreateIncBtn(name, method, members, cnd, btnID)
-              : btnClass->CreateCllBtn(name, method, members, cnd, btnID);
-    if (result != VCBtnClass::CREATESPBTN_OK)
+    return ChangeSpBtn([&] {
+        const VCBtnClass::EMthRetOfCreateSpBtn result =
+            isInc ? btnClass->CreateIncBtn(name, method, members, cnd, btnID)
+                  : btnClass->CreateCllBtn(name, method, members, cnd, btnID);
+        if (result != VCBtnClass::CREATESPBTN_OK)
+            return result;
+        if (wasSelected)
+            ClearAllBtnSelections(true);
+        else
+            ResetMemberBtnBasedOnTheCnd(btnClass);
+        if (isInc)
+            sumValueCacheMngr->ClearTotalValue(btnClassID);
         return result;
-    if (wasSelected)
-        ClearAllBtnSelections(true);
-    else
-        ResetMemberBtnBasedOnTheCnd(btnClass);
-    if (isInc)
-        sumValueCacheMngr->ClearTotalValue(btnClassID);
-    return result;
+    });
 }
 
 bool CBUIDataMngr::HasSelection() const
 {
-    return IsBtnSelectiveState() || diffBtnClassID != SCBUICoreCom::BTNCLS_ID_UNSETTING;
+    return IsBtnSelectiveState() || !hierarchies.empty() ||
+           diffBtnClassID != SCBUICoreCom::BTNCLS_ID_UNSETTING;
 }
 
 void CBUIDataMngr::CloseChangeOfSpBtn(DWORD btnClassID, bool wasSelected)
@@ -168,91 +184,96 @@ void CBUIDataMngr::CloseChangeOfSpBtn(DWORD btnClassID, bool wasSelected)
     }
 }
 
+// Runs a change of a class and what every change of a special button ends in; false for an unknown class and
+// where the change is refused.
+template <class TChange>
+bool CBUIDataMngr::ChangeBtnClass(DWORD btnClassID, const TChange& change)
+{
+    VCBtnClass* const btnClass = FindBtnClass(btnClassID);
+    if (btnClass == nullptr)
+        return false;
+    const bool wasSelected = HasSelection();
+    return ChangeSpBtn([&] {
+        const bool isChanged = change(*btnClass);
+        if (isChanged)
+            CloseChangeOfSpBtn(btnClassID, wasSelected);
+        return isChanged;
+    });
+}
+
 bool CBUIDataMngr::DestroySpBtn(DWORD btnClassID, DWORD btnID)
 {
     VCBtnClass* const btnClass = FindBtnClass(btnClassID);
     if (btnClass == nullptr)
         return false;
     const bool wasSelected = HasSelection();
-    const bool isDestroyed = SCBUICoreCom::IsIncBtn(btnID)   ? btnClass->DestroyIncBtn(btnID)
-                             : SCBUICoreCom::IsCllBtn(btnID) ? btnClass->DestroyCllBtn(btnID)
-                                                             : false;
-    CloseChangeOfSpBtn(btnClassID, wasSelected);
-    return isDestroyed;
+    return ChangeSpBtn([&] {
+        const bool isDestroyed = SCBUICoreCom::IsIncBtn(btnID)   ? btnClass->DestroyIncBtn(btnID)
+                                 : SCBUICoreCom::IsCllBtn(btnID) ? btnClass->DestroyCllBtn(btnID)
+                                                                 : false;
+        CloseChangeOfSpBtn(btnClassID, wasSelected);
+        return isDestroyed;
+    });
 }
 
 bool CBUIDataMngr::SetEffectiveInfoOfSpBtn(DWORD btnClassID, DWORD btnID, bool effective)
 {
-    VCBtnClass* const btnClass = FindBtnClass(btnClassID);
-    const bool wasSelected = HasSelection();
-    if (btnClass == nullptr || !btnClass->SetEffectiveInfoOfSpBtn(btnID, effective))
-        return false;
-    CloseChangeOfSpBtn(btnClassID, wasSelected);
-    return true;
+    return ChangeBtnClass(
+        btnClassID, [&](VCBtnClass& btnClass) { return btnClass.SetEffectiveInfoOfSpBtn(btnID, effective); });
 }
 
 VCBtnClass::EMthRetOfOpeToMmbBtnIDList
 CBUIDataMngr::SetMemberBtnIDListOfSpBtn(DWORD btnClassID, DWORD btnID, const std::vector<DWORD>& mmbBtnIDs)
 {
-    VCBtnClass* const btnClass = FindBtnClass(btnClassID);
-    VCSpBtn::EMmbBtnSelMth selMth = VCSpBtn::MMBBTNSELMTH_SELECT;
-    if (btnClass == nullptr || !btnClass->GetMmbBtnSelMthOfSpBtn(btnID, selMth))
-        return VCBtnClass::OPEMMBBTN_NOSPBTN;
-    if (selMth != VCSpBtn::MMBBTNSELMTH_SELECT)
-        return VCBtnClass::OPEMMBBTN_NOTSELECT;
-    const bool wasSelected = HasSelection();
-    const VCBtnClass::EMthRetOfOpeToMmbBtnIDList result =
-        btnClass->SetMemberBtnIDListOfSpBtn(btnID, mmbBtnIDs);
-    if (result == VCBtnClass::OPEMMBBTN_OK)
-        CloseChangeOfSpBtn(btnClassID, wasSelected);
+    VCBtnClass::EMthRetOfOpeToMmbBtnIDList result = VCBtnClass::OPEMMBBTN_NOSPBTN;
+    ChangeBtnClass(btnClassID, [&](VCBtnClass& btnClass) {
+        VCSpBtn::EMmbBtnSelMth selMth = VCSpBtn::MMBBTNSELMTH_SELECT;
+        if (!btnClass.GetMmbBtnSelMthOfSpBtn(btnID, selMth))
+            return false;
+        result = selMth == VCSpBtn::MMBBTNSELMTH_SELECT ? btnClass.SetMemberBtnIDListOfSpBtn(btnID, mmbBtnIDs)
+                                                        : VCBtnClass::OPEMMBBTN_NOTSELECT;
+        return result == VCBtnClass::OPEMMBBTN_OK;
+    });
     return result;
 }
 
 VCBtnClass::EMthRetOfSetMmbBtnCnd CBUIDataMngr::SetMemberBtnCndOfSpBtn(DWORD btnClassID, DWORD btnID,
                                                                        const IBtnCnd& cnd)
 {
-    VCBtnClass* const btnClass = FindBtnClass(btnClassID);
-    if (btnClass == nullptr)
-        return VCBtnClass::SETMMBBTNCND_NOSPBTN;
-    const bool wasSelected = HasSelection();
-    const VCBtnClass::EMthRetOfSetMmbBtnCnd result = btnClass->SetMemberBtnCndOfSpBtn(btnID, cnd);
-    if (result == VCBtnClass::SETMMBBTNCND_OK)
-        CloseChangeOfSpBtn(btnClassID, wasSelected);
+    VCBtnClass::EMthRetOfSetMmbBtnCnd result = VCBtnClass::SETMMBBTNCND_NOSPBTN;
+    ChangeBtnClass(btnClassID, [&](VCBtnClass& btnClass) {
+        result = btnClass.SetMemberBtnCndOfSpBtn(btnID, cnd);
+        return result == VCBtnClass::SETMMBBTNCND_OK;
+    });
     return result;
 }
 
 bool CBUIDataMngr::ClearMemberBtnCndOfSpBtn(DWORD btnClassID, DWORD btnID)
 {
-    VCBtnClass* const btnClass = FindBtnClass(btnClassID);
-    const bool wasSelected = HasSelection();
-    if (btnClass == nullptr || !btnClass->ClearMemberBtnCndOfSpBtn(btnID))
-        return false;
-    VCSpBtn::EMmbBtnSelMth selMth = VCSpBtn::MMBBTNSELMTH_SELECT;
-    if (btnClass->GetMmbBtnSelMthOfSpBtn(btnID, selMth) && selMth == VCSpBtn::MMBBTNSELMTH_CONDITION)
-        btnClass->SetMemberBtnIDListOfSpBtn(btnID, {});
-    CloseChangeOfSpBtn(btnClassID, wasSelected);
-    return true;
+    return ChangeBtnClass(btnClassID, [btnID](VCBtnClass& btnClass) {
+        // The members go first: letting the condition go does not fail.
+        VCSpBtn::EMmbBtnSelMth selMth = VCSpBtn::MMBBTNSELMTH_SELECT;
+        if (btnClass.GetMmbBtnSelMthOfSpBtn(btnID, selMth) && selMth == VCSpBtn::MMBBTNSELMTH_CONDITION)
+            btnClass.SetMemberBtnIDListOfSpBtn(btnID, {});
+        return btnClass.ClearMemberBtnCndOfSpBtn(btnID);
+    });
 }
 
 bool CBUIDataMngr::SetDispMemberBtnInfoOfIncBtn(DWORD btnClassID, DWORD btnID, bool disp)
 {
-    VCBtnClass* const btnClass = FindBtnClass(btnClassID);
-    const bool wasSelected = HasSelection();
-    if (btnClass == nullptr || !btnClass->SetDispMemberBtnInfoOfIncBtn(btnID, disp))
-        return false;
-    CloseChangeOfSpBtn(btnClassID, wasSelected);
-    return true;
+    return ChangeBtnClass(
+        btnClassID, [&](VCBtnClass& btnClass) { return btnClass.SetDispMemberBtnInfoOfIncBtn(btnID, disp); });
 }
 
 bool CBUIDataMngr::SetDispEmpValBtnInfoOfBtnClass(DWORD btnClassID, bool disp)
 {
-    auto* const btnClass = dynamic_cast<VCSrcBtnClass*>(FindBtnClass(btnClassID));
-    if (btnClass == nullptr)
-        return false;
-    const bool wasSelected = HasSelection();
-    btnClass->SetDispEmpValBtnInfo(disp);
-    CloseChangeOfSpBtn(btnClassID, wasSelected);
-    return true;
+    return ChangeBtnClass(btnClassID, [disp](VCBtnClass& btnClass) {
+        auto* const srcBtnClass = dynamic_cast<VCSrcBtnClass*>(&btnClass);
+        if (srcBtnClass == nullptr)
+            return false;
+        srcBtnClass->SetDispEmpValBtnInfo(disp);
+        return true;
+    });
 }
 
 // --- Members that conditions pick
@@ -340,10 +361,11 @@ bool CBUIDataMngr::ResetMemberBtnBasedOnTheCndOfCllBtns(VCBtnClass* btnClass, DW
             btnClass->GetMemberBtnCndOfSpBtn(spBtnID, cnd) != VCBtnClass::GETMMBBTNCND_OK ||
             !cnd->CheckWhetherBtnIDAppliesToTheCnd(btnClass, btnID, *sumValueCacheMngr, applies))
             continue;
-        if (applies)
-            btnClass->AddMemberBtnIDListOfSpBtn(spBtnID, btnID);
-        else
-            btnClass->DeleteMemberBtnIDListOfSpBtn(spBtnID, btnID);
+        const VCBtnClass::EMthRetOfOpeToMmbBtnIDList result =
+            applies ? btnClass->AddMemberBtnIDListOfSpBtn(spBtnID, btnID)
+                    : btnClass->DeleteMemberBtnIDListOfSpBtn(spBtnID, btnID);
+        if (result == VCBtnClass::OPEMMBBTN_OK)
+            sumValueCacheMngr->ClearSumValue(btnClass->GetID(), spBtnID); // what it covers has changed
     }
     return true;
 }

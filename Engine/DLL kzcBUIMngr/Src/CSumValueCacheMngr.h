@@ -24,7 +24,8 @@ class VCBtnClass;
 // all of that: they are no more safe to run in parallel than others.
 //
 // Every operation that names a class makes room for its sums, for class 0 too. A query that fails leaves its
-// output untouched and what is kept as it was. Memory exhaustion arrives as std::bad_alloc.
+// output untouched (GetEachValue empties it) and what is kept as it was. Memory exhaustion arrives as
+// std::bad_alloc.
 class KZCBUIMNGR_API CSumValueCacheMngr final : public ISumValueMngr
 {
 public:

@@ -283,6 +283,7 @@ void VCBtnClass::Clear()
     display.Clear();
     srcBtnOfID.clear();
     spBtnOfID.clear();
+    hasAbsentSpMembers = false;
     spBtnCount = 0;
     ineffectiveBtnCount = 0;
     incNextID = SCBUICoreCom::BTN_ID_INC_BEGIN;
@@ -371,6 +372,7 @@ void VCBtnClass::Copy(const VCBtnClass& other, const std::unique_ptr<IRpLink>& r
     newBtnMadeSelState = other.newBtnMadeSelState;
     btnSelState = other.btnSelState;
     selBtnCount = other.selBtnCount;
+    hasAbsentSpMembers = other.hasAbsentSpMembers;
     spBtnCount = other.spBtnCount;
     ineffectiveBtnCount = other.ineffectiveBtnCount;
     incNextID = other.incNextID;

@@ -208,7 +208,7 @@ public:
     // member that is neither a source button nor a special button of the class. Linear in the members below.
     virtual bool GetMinimumMemberBtnIDListOfSpBtn(DWORD btnID, std::set<SBtnClassIDAndBtnID>& btns) const;
     bool GetMinimumMemberBtnIDListInThisBtnClassOfSpBtn(DWORD btnID, std::set<DWORD>& btnIDs) const;
-    // Whether IRpLink has the records of the button: true for every identifier that is not special.
+    // Whether the records of the button have a row in IRpLink: true for every identifier that is not special.
     bool IsBtnWithRpLink(DWORD btnID) const;
 
     // --- Special buttons: changes. Where members change, each special button above is brought up to date.
@@ -225,12 +225,12 @@ public:
                                       const std::vector<DWORD>* members, const IBtnCnd* cnd, DWORD& btnID);
     // Destroys it and releases its identifier; false if there is no button of the kind. It leaves those that
     // hold it, ineffective ones too, and lets its members go. A selected one lowers the count of selected
-    // buttons.
+    // buttons. If memory is exhausted nothing has changed, or all has and rows above are outdated.
     virtual bool DestroyIncBtn(DWORD btnID);
     virtual bool DestroyCllBtn(DWORD btnID);
     // Switches a special button off or on. Off, it leaves those that hold it and lets its members go, but
     // both sides are remembered, and on again they are put back. False for no special button; true if
-    // unchanged.
+    // unchanged. If memory is exhausted nothing has changed, or all has and rows above are outdated.
     virtual bool SetEffectiveInfoOfSpBtn(DWORD btnID, bool isEffective);
     // Replaces the members; an identifier counts once, in first place. An ineffective button stores the list;
     // the members learn of it when it is effective again.
@@ -331,8 +331,8 @@ public:
 
 protected:
     // Enters a button, which is a VCSpBtn if its identifier is not a source button's. False, and the button
-    // is gone, if its identifier is taken. If memory is exhausted
-    // nothing changes, but the button is gone too.
+    // is gone, if its identifier is taken. If memory is exhausted nothing changes, but the button is gone
+    // too.
     bool RegBtn(std::unique_ptr<VCBtn> btn);
     // Lets a special button go: false if there is none of that identifier. What refers to it stays.
     bool UnregSpBtn(DWORD btnID) noexcept;
@@ -468,6 +468,7 @@ protected:
 
     std::vector<VCBtn*> srcBtnOfID;      // by source identifier; null where there is no button
     std::map<DWORD, VCSpBtn*> spBtnOfID; // special buttons
+    bool hasAbsentSpMembers;             // a special button that is not there was once added as a member
     CSrcBtnDisplay display;
     std::vector<DWORD> selBtnIDs; // every selected button, in no order; may repeat and name deselected ones
     std::size_t selBtnIDsKept;    // what was left of them when they were last cut down
@@ -479,8 +480,9 @@ private:
                                      const std::vector<DWORD>* members, const IBtnCnd* cnd, DWORD& btnID,
                                      DWORD& nextID, DWORD endID, std::set<DWORD>& blankIDs);
     void ChangeMemberBtnIDListOfSpBtn(VCSpBtn& spBtn, std::vector<DWORD> mmbBtnIDs);
-    // The same without a change of VISINFO_NOMEMBER.
-    void ReplaceMembers(VCSpBtn& spBtn, std::vector<DWORD> mmbBtnIDs, unsigned int noMember);
+    // The same with VISINFO_NOMEMBER as `noMember` has it; `letFormerGo` false if the former members stay.
+    void ReplaceMembers(VCSpBtn& spBtn, std::vector<DWORD> mmbBtnIDs, unsigned int noMember,
+                        bool letFormerGo);
     void MakeRoomForBackReferences(const std::vector<DWORD>& mmbBtnIDs);
     void LinkMembers(const VCSpBtn& spBtn) noexcept;
     void UnlinkMembers(const VCSpBtn& spBtn) noexcept;

@@ -445,8 +445,11 @@ bool VCBtnClass::SetEffectiveInfoOfSpBtn(DWORD btnID, bool isEffective)
     const SpBtnsOfClasses above = ListWithAllAbove({{this, spBtn}});
     SpBtnsOfClasses holders;
     AddSpBtnsAbove(*spBtn, holders);
-    for (const auto& [btnClass, holder] : holders)
+    for (const auto& [btnClass, holder] : holders) {
         holder->mmbBtnIDList.reserve(holder->mmbBtnIDList.size() + 1);
+        if (btnClass == this)
+            MakeRoomForBackReferences(holder->mmbBtnIDList); // some may have come after it
+    }
     MakeRoomForBackReferences(spBtn->mmbBtnIDList);
     InsertBtnInfoToNameOrdList(spBtn);
     SetOwnVisibleInfo(*spBtn, VISINFO_INEFFECTIVE, false);
@@ -479,9 +482,10 @@ bool VCBtnClass::CheckAppropriateMmbBtnOrNot(const VCSpBtn* spBtn, const std::ve
             return false;
         candidates.push_back(candidate);
     }
-    // Nothing can hold a button that the class does not have yet.
-    return spBtn->mmbBtnSelMth != VCSpBtn::MMBBTNSELMTH_SELECT || candidates.empty() ||
-           FindSpBtn(spBtn->id) == nullptr || !HoldAny(candidates, spBtn->id);
+    // Nothing holds a button that the class does not have yet, unless its identifier was added untested.
+    const bool isNew = FindSpBtn(spBtn->id) == nullptr && !hasAbsentSpMembers;
+    return spBtn->mmbBtnSelMth != VCSpBtn::MMBBTNSELMTH_SELECT || candidates.empty() || isNew ||
+           !HoldAny(candidates, spBtn->id);
 }
 
 bool VCBtnClass::CheckWhetherToHaveSpecificBtnID(DWORD spBtnID, DWORD btnClassID, DWORD targetBtnID) const
@@ -533,10 +537,11 @@ bool VCBtnClass::HoldAny(const std::vector<const VCSpBtn*>& spBtns, DWORD target
 void VCBtnClass::ChangeMemberBtnIDListOfSpBtn(VCSpBtn& spBtn, std::vector<DWORD> mmbBtnIDs)
 {
     const unsigned int noMember = mmbBtnIDs.empty() ? VISINFO_NOMEMBER : 0;
-    ReplaceMembers(spBtn, SCIDList::TakeEachOnce(mmbBtnIDs), noMember);
+    ReplaceMembers(spBtn, SCIDList::TakeEachOnce(mmbBtnIDs), noMember, true);
 }
 
-void VCBtnClass::ReplaceMembers(VCSpBtn& spBtn, std::vector<DWORD> mmbBtnIDs, unsigned int noMember)
+void VCBtnClass::ReplaceMembers(VCSpBtn& spBtn, std::vector<DWORD> mmbBtnIDs, unsigned int noMember,
+                                bool letFormerGo)
 {
     // What needs memory comes first.
     SpBtnsOfClasses above;
@@ -551,8 +556,8 @@ void VCBtnClass::ReplaceMembers(VCSpBtn& spBtn, std::vector<DWORD> mmbBtnIDs, un
                  [](const auto& holder) { return (holder.second->visibleInfo & VISINFO_LIMITEDREC) != 0; });
     const unsigned int formerNoMember = spBtn.visibleInfo & VISINFO_NOMEMBER;
     const std::int64_t formerTime = spBtn.updateTime;
-    const auto replace = [&](std::vector<DWORD>& list, unsigned int bit, std::int64_t time) {
-        if (spBtn.effective)
+    const auto replace = [&](std::vector<DWORD>& list, unsigned int bit, std::int64_t time, bool letGo) {
+        if (spBtn.effective && letGo)
             AdjstRelatedInfoOnMmbBtnOfSpBtn(&spBtn, false);
         SetOwnVisibleInfo(spBtn, VISINFO_NOMEMBER, bit != 0);
         spBtn.mmbBtnIDList.swap(list);
@@ -560,11 +565,11 @@ void VCBtnClass::ReplaceMembers(VCSpBtn& spBtn, std::vector<DWORD> mmbBtnIDs, un
         if (spBtn.effective)
             AdjstRelatedInfoOnMmbBtnOfSpBtn(&spBtn, true);
     };
-    replace(mmbBtnIDs, noMember, VCSpBtn::GetPresentTime());
+    replace(mmbBtnIDs, noMember, VCSpBtn::GetPresentTime(), letFormerGo);
     try {
         ResetInsideInfoForSpBtns(above, true, true);
     } catch (...) {
-        replace(mmbBtnIDs, formerNoMember, formerTime);
+        replace(mmbBtnIDs, formerNoMember, formerTime, true);
         for (const auto& [btnClass, holder] : limited)
             btnClass->SetOwnVisibleInfo(*holder, VISINFO_LIMITEDREC, true);
         for (const auto& [btnClass, holder] : above) {
@@ -596,7 +601,9 @@ VCBtnClass::EMthRetOfOpeToMmbBtnIDList VCBtnClass::AddMemberBtnIDListOfSpBtn(DWO
         return OPEMMBBTN_NOMEMBER;
     std::vector<DWORD> longer(spBtn->mmbBtnIDList);
     longer.push_back(mmbBtnID);
-    ReplaceMembers(*spBtn, std::move(longer), spBtn->visibleInfo & VISINFO_NOMEMBER);
+    ReplaceMembers(*spBtn, std::move(longer), spBtn->visibleInfo & VISINFO_NOMEMBER, false);
+    hasAbsentSpMembers =
+        hasAbsentSpMembers || (SCBUICoreCom::IsSpBtn(mmbBtnID) && FindSpBtn(mmbBtnID) == nullptr);
     return OPEMMBBTN_OK;
 }
 
@@ -914,8 +921,9 @@ void VCBtnClass::BuildRow(VCSpBtn& spBtn)
     if (IsSpBtnWithRpLink(&spBtn)) {
         const std::unique_ptr<DWORD[]> recs(new DWORD[recCount]);
         DWORD count = 0;
-        if (GetRecListThatRelatesToMemberBtns(spBtn, recs.get(), count))
-            (*rpLink)->SetRecList(id, spBtn.id, recs.get(), count);
+        if (!GetRecListThatRelatesToMemberBtns(spBtn, recs.get(), count))
+            return; // a member is missing: whoever asks for the records is told
+        (*rpLink)->SetRecList(id, spBtn.id, recs.get(), count);
     } else if (spBtn.mmbBtnSelMth == VCSpBtn::MMBBTNSELMTH_SELECT) {
         (*rpLink)->SetRecList(id, spBtn.id, nullptr, 0); // it may have had more members before
     }
@@ -950,7 +958,8 @@ void VCBtnClass::ResetLiveMemberInfoOfAllSpBtns()
 
 void VCBtnClass::ResetLiveMemberInfoOfAllSpBtnsWithoutMemory() noexcept
 {
-    for (bool hasChanged = true; hasChanged;) {
+    bool hasChanged = true;
+    for (std::size_t round = 0; hasChanged && round <= spBtnOfID.size(); ++round) { // a loop may have no end
         hasChanged = false;
         for (const auto& [btnID, spBtn] : spBtnOfID) {
             const unsigned int before = spBtn->visibleInfo;

@@ -210,6 +210,7 @@ bool VCSrcBtnClass::AddRecs(DWORD, DWORD count, const char* const* values, DWORD
         outBtnIDs[i] = btnID;
     }
 
+    recCount += count; // whatever fails from here on, room is made for all of them
     std::vector<DWORD> cameBack;
     for (DWORD btnID = 0; btnID < countOfBtn.size(); ++btnID) {
         if (countOfBtn[btnID] == 0)
@@ -219,7 +220,6 @@ bool VCSrcBtnClass::AddRecs(DWORD, DWORD count, const char* const* values, DWORD
             cameBack.push_back(btnID);
     }
     ResetInsideInfoForSpBtnsOfBtns(cameBack, false);
-    recCount += count;
     return true;
 }
 
@@ -274,8 +274,8 @@ bool VCSrcBtnClass::DeleteRecs(DWORD, DWORD count)
         if (btn->HasBackReferences())
             lost.push_back(btn->id);
     }
-    ResetInsideInfoForSpBtnsOfBtns(lost, false);
     recCount -= count;
+    ResetInsideInfoForSpBtnsOfBtns(lost, false);
     return true;
 }
 

@@ -41,9 +41,9 @@ public:
     // records each button got. `startRec` tells where the records begin and is there for classes that care.
     //
     // False when the identifiers are used up; buttons made before stay. If memory is exhausted the class
-    // knows the values before the one at which it happened, and a button that did not come back is as it was.
-    // One hash look-up for each record; the order lists
-    // and the text are touched once for each new value.
+    // knows the values before the one at which it happened, or all of them, and a button that did not come
+    // back is as it was. One hash look-up for each record; the order lists and the text are touched once for
+    // each new value.
     virtual bool AddRecs(DWORD startRec, DWORD count, const char* const* values, DWORD* outBtnIDs,
                          TCBtnIDAssArr<DWORD>& counts);
     // Lets go of `count` records. The link tables have lost them already: a button that has no record left
