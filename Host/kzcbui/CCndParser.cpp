@@ -17,10 +17,11 @@ using NSKZCore::CContainerOfBscBtnCnd;
 using NSKZCore::CUnitCndOfBscBtnCnd;
 using NSKZCore::SCKZCoreCom;
 
-constexpr std::string_view BLANKS = " \t";
+constexpr std::string_view BLANKS = " \t\r\n";
+constexpr std::string_view WIDE_BLANK = "\xE3\x80\x80"; // that of Japanese input
 constexpr std::string_view QUOTES = "'\"";
 constexpr std::string_view COMPARISON_SIGNS = "=!<>";
-constexpr std::string_view ENDS_OF_WORD = " \t'\"=!<>()";
+constexpr std::string_view ENDS_OF_WORD = " \t\r\n'\"=!<>()";
 
 bool IsOneOf(char character, std::string_view characters)
 {
@@ -80,6 +81,8 @@ void CCndParser::ReadTokens()
         const char character = text[pos];
         if (IsOneOf(character, BLANKS)) {
             ++pos;
+        } else if (text.compare(pos, WIDE_BLANK.size(), WIDE_BLANK) == 0) {
+            pos += WIDE_BLANK.size();
         } else if (IsOneOf(character, QUOTES)) {
             tokens.push_back(ReadQuoted(pos));
         } else if (character == '(' || character == ')') {
@@ -87,9 +90,9 @@ void CCndParser::ReadTokens()
             ++pos;
         } else {
             const bool isComparison = IsOneOf(character, COMPARISON_SIGNS);
-            const std::size_t end = std::min(isComparison ? text.find_first_not_of(COMPARISON_SIGNS, pos)
-                                                          : text.find_first_of(ENDS_OF_WORD, pos),
-                                             text.size());
+            const std::size_t end = std::min({isComparison ? text.find_first_not_of(COMPARISON_SIGNS, pos)
+                                                           : text.find_first_of(ENDS_OF_WORD, pos),
+                                              text.find(WIDE_BLANK, pos), text.size()});
             tokens.push_back(
                 {isComparison ? TOKEN_COMPARISON : TOKEN_WORD, text.substr(pos, end - pos), pos});
             pos = end;

@@ -244,7 +244,16 @@ std::string CWorkspace::ReadBtnText(const std::string& word) const
 
 void CWorkspace::RequireNewBtnText(DWORD itemID, const std::string& text, DWORD ignoredBtnID) const
 {
-    if (env->GetBtnExistInfoOfBtnClass(itemID, text.c_str(), static_cast<DWORD>(text.size()), ignoredBtnID)) {
+    // The engine does not count buttons that are switched off; on again they would show the same.
+    std::vector<DWORD> spBtnIDs;
+    env->GetAllSpBtnIDListOfBtnClass(itemID, spBtnIDs, true);
+    const auto showsText = [&](DWORD btnID) {
+        const char* alias = nullptr;
+        return btnID != ignoredBtnID && env->GetAliasOfBtn(itemID, btnID, alias) && alias != nullptr &&
+               text == alias;
+    };
+    if (env->GetBtnExistInfoOfBtnClass(itemID, text.c_str(), static_cast<DWORD>(text.size()), ignoredBtnID) ||
+        std::any_of(spBtnIDs.begin(), spBtnIDs.end(), showsText)) {
         throw ECCommandError("Another button of the item shows " +
                              InQuotes(SCHostText::FromEngine(text.c_str())) +
                              " already; the text must tell them apart.");

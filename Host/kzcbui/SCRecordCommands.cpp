@@ -152,7 +152,7 @@ CAnswer GetValue(const CSumValueCacheMngr& sums, const std::string& method, DWOR
 CAnswer RunSum(SCommandContext& context, const CCommandArgs& args)
 {
     const CWorkspace& workspace = context.workspace;
-    const CSumValueCacheMngr& sums = workspace.GetEnv().GetSumValueCacheMngrObjRef();
+    CSumValueCacheMngr& sums = workspace.GetEnv().GetSumValueCacheMngrObjRef();
     const std::string method = args.GetChoice("--method", METHODS);
     const std::size_t max = args.GetMax(context);
     const DWORD itemID = workspace.FindItem(args.GetWords()[0]);
@@ -170,6 +170,7 @@ CAnswer RunSum(SCommandContext& context, const CCommandArgs& args)
     }
     double total = 0;
     double totalAbsolute = 0;
+    sums.ClearTotalValue(itemID); // the engine keeps totals of another display; a user wants that of the list
     const bool isTotalThere = sums.GetTotalValue(itemID, fldID, total);
     const bool isTotalAbsoluteThere = sums.GetTotalAbsoluteValue(itemID, fldID, totalAbsolute);
     CAnswer answer;

@@ -131,7 +131,8 @@ void SCSessionCommands::AddTo(CCommandSet& commands)
     SCommand linkTables;
     linkTables.form = "link-tables [on-memory|memory-saving]";
     linkTables.summary = "shows or changes the kind of the tables that tie records and buttons together";
-    linkTables.explanation = "on-memory is fast, memory-saving small. A change keeps all that they hold.";
+    linkTables.explanation =
+        "on-memory is fast; memory-saving, which would be small, this engine does not have and refuses.";
     linkTables.example = "link-tables";
     linkTables.maxWords = 1;
     linkTables.run = RunLinkTables;

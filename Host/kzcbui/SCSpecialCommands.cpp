@@ -142,6 +142,7 @@ DWORD Create(CBUIDataMngr& env, const CWorkspace& workspace, DWORD itemID, SCBUI
              const std::string& name, const std::vector<DWORD>& memberIDs, const CTypedBtnCnd* cnd)
 {
     DWORD btnID = SCBUICoreCom::BTN_ID_UNSETTING;
+    env.GetSumValueCacheMngrObjRef().ClearTotalValue(itemID); // a ratio is that of the present display
     switch (env.CreateSpBtn(btnID, itemID, type, name.c_str(),
                             cnd != nullptr ? VCSpBtn::MMBBTNSELMTH_CONDITION : VCSpBtn::MMBBTNSELMTH_SELECT,
                             cnd != nullptr ? nullptr : &memberIDs, cnd)) {
@@ -228,7 +229,7 @@ void ShowList(SCommandContext& context, const CAnswer& answer, CTextOutput& outp
 {
     const std::vector<CAnswer> spBtns = answer.at("special");
     if (spBtns.empty())
-        output.WriteLine("There is no special button.");
+        output.WriteLine("There is no special button; --all lists those too that are switched off.");
     else
         SCSpBtnAnswer::Show(context.workspace, spBtns, answer.at("item").is_null(), output);
     output.WriteMore(answer.at("count").get<std::size_t>() - spBtns.size());
@@ -469,8 +470,10 @@ CAnswer RunRenew(SCommandContext& context, const CCommandArgs& args)
     const CWorkspace& workspace = context.workspace;
     const DWORD fldID = workspace.FindNumFld(args.GetWords()[0]);
     CAnswer answer;
-    answer["result"] = SCEnvChange::Run(
-        context, [fldID](CBUIDataMngr& env) { return env.ResetMemberBtnBasedOnTheCndOfAll(fldID); });
+    answer["result"] = SCEnvChange::Run(context, [fldID](CBUIDataMngr& env) {
+        env.GetSumValueCacheMngrObjRef().ClearTotalValue(); // a ratio is that of the present display
+        return env.ResetMemberBtnBasedOnTheCndOfAll(fldID);
+    });
     CAnswer spBtns = CAnswer::array();
     for (const DWORD itemID : workspace.GetItemIDs()) {
         std::vector<DWORD> btnIDs;

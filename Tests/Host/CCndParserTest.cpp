@@ -123,6 +123,11 @@ TEST(CCndParser, BlanksMatterBetweenWordsOnlyAndLettersMayBeCapital)
 {
     EXPECT_EQ(Tree("\t amount  SUM\tTop 3 "), "amount sum top 3");
     EXPECT_EQ(Tree("amount sum>=-5 AND(qty Ratio<.5)"), "amount sum >= -5 and qty ratio < 0.5");
+    EXPECT_EQ(Tree("amount\r\nsum\ntop 3"), "amount sum top 3");
+    EXPECT_EQ(Tree("\xE3\x80\x80"
+                   "amount\xE3\x80\x80sum\xE3\x80\x80>\xE3\x80\x80"
+                   "3"),
+              "amount sum > 3"); // the blanks of Japanese input
 }
 
 TEST(CCndParser, NotPicksTheOppositeTest)

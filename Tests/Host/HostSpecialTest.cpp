@@ -114,6 +114,45 @@ TEST_F(HostSpecial, CreateClearsTheSelectionAndSaysSo)
     EXPECT_TRUE(Holds(shown.GetOutput(), "All selections were cleared.")) << shown.GetOutput();
 }
 
+TEST_F(HostSpecial, TheTotalIsThatOfTheDisplayedButtons)
+{
+    const auto totalOf = [](const Json& answer) {
+        double total = 0;
+        for (const Json& value : answer.at("values"))
+            total += value.at("value").get<double>();
+        return total;
+    };
+    // Making a cll button and letting conditions pick change the display after totals were asked for.
+    const std::vector<Json> answers =
+        Answers({"sum region amount", "special create region cll R --where 'amount ratio >= 0.2'",
+                 "sum region amount", "special create region cll Fold East North", "sum region amount",
+                 "special create shop cll S --where 'amount ratio top 1'", "press region West --hidden",
+                 "sum shop amount"});
+    for (const std::size_t i : {0u, 2u, 4u, 7u})
+        EXPECT_EQ(answers[i].at("total").get<double>(), totalOf(answers[i])) << answers[i];
+}
+
+TEST_F(HostSpecial, ARatioIsThatOfThePresentDisplay)
+{
+    // An inc button that leaves its members displayed counts with them; folded away it does not.
+    const std::vector<std::string> before = {"special create region inc Both East West --disp-members",
+                                             "sum region amount"};
+    std::vector<std::string> commands = before;
+    commands.push_back("special create region cll Z Both West");
+    commands.push_back("special create region cll R --where 'amount ratio >= 0.4'");
+    commands.push_back("special members region R");
+    std::vector<std::string> withoutAsking = commands;
+    withoutAsking.erase(withoutAsking.begin() + 1);
+    EXPECT_EQ(LastAnswer(commands), LastAnswer(withoutAsking));
+}
+
+TEST_F(HostSpecial, ANameOfASwitchedOffButtonIsTaken)
+{
+    EXPECT_TRUE(Holds(
+        Error("special create region inc Both North", {CREATE_BOTH, "special effective region Both off"}),
+        "Another button of the item shows \"Both\" already"));
+}
+
 TEST_F(HostSpecial, CreateRefusesWhatMakesNoSense)
 {
     const std::vector<std::string> before = {"press shop A"};
@@ -210,7 +249,9 @@ TEST_F(HostSpecial, ListForPeopleTellsWhatPicksTheMembers)
          "special list", "-c", "special effective region Both off", "-c", "special list --all"});
     EXPECT_EQ(shown.GetStatus(), 0) << shown.GetErrors();
     const std::string& output = shown.GetOutput();
-    EXPECT_TRUE(output.starts_with("There is no special button.\n")) << output;
+    EXPECT_TRUE(
+        output.starts_with("There is no special button; --all lists those too that are switched off.\n"))
+        << output;
     EXPECT_TRUE(Holds(output, "region  #4000000002  Both    inc         2  list                 its members "
                               "stay displayed\n"))
         << output;

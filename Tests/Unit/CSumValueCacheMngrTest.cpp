@@ -302,6 +302,17 @@ TEST_F(CSumValueCacheMngrTest, AListOfWorthsIsKeptForAsLongAsItsNumbersHold)
               std::vector<double>({0.0, 1.0, -10.0, 5.0}));
 }
 
+TEST_F(CSumValueCacheMngrTest, AnAverageThatFindsAnotherSumMakesListsOfSumsAnew)
+{
+    const List btnIDs{2, 3};
+    ASSERT_NE(cache.GetBtnWorths(ESumMethodForCnd::Sum, SHOP, btnIDs, AMOUNT), nullptr);
+    sums.answerNaN = true; // the host's sums are others by now
+    double average = 0.0;
+    EXPECT_TRUE(cache.GetAverageValue(SHOP, 2, AMOUNT, average));
+    EXPECT_EQ(cache.GetBtnWorths(ESumMethodForCnd::Sum, SHOP, btnIDs, AMOUNT)->GetWorths(),
+              std::vector<double>({0.0, -10.0}));
+}
+
 TEST_F(CSumValueCacheMngrTest, WorthsAreWhatTheOperationsTellOneByOne)
 {
     const List btnIDs{1, 2, 3, 4};

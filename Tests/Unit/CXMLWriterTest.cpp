@@ -1,4 +1,5 @@
 #include "CXMLWriter.h"
+#include "SCCodePageText.h"
 
 #include "Support/CTempDir.h"
 #include "Support/TestText.h"
@@ -38,6 +39,8 @@ protected:
 };
 
 constexpr const char* UNHOLDABLE = "! The value of an attribute has a character that XML cannot hold.";
+constexpr const char* AMBIGUOUS =
+    "! The value of an attribute has a character that would be read back as another.";
 constexpr const char* NO_TEXT = "! The value of an attribute is no text of the code page in use.";
 
 } // namespace
@@ -76,6 +79,29 @@ TEST_F(CXMLWriterTest, EveryCharacterThatXMLHoldsComesBack)
     EXPECT_EQ(WriteAndRead(ascii), ascii);
     const std::string wide = UTF8(u8"é한\U0001F600\uFFFD\u0085\u2028");
     EXPECT_EQ(WriteAndRead(wide), wide);
+}
+
+TEST_F(CXMLWriterTest, EveryDoubleByteCharacterComesBackOrIsRefused)
+{
+    std::size_t cameBack = 0;
+    std::size_t refused = 0;
+    for (int lead = 0x81; lead <= 0xFC; ++lead) {
+        for (int trail = 0x40; trail <= 0xFC; ++trail) {
+            const std::string character = {static_cast<char>(lead), static_cast<char>(trail)};
+            std::size_t errorPos = 0;
+            if ((lead > 0x9F && lead < 0xE0) || !SCCodePageText::IsValid(character, 932, errorPos))
+                continue;
+            const std::string read = WriteAndRead("x" + character + "y");
+            if (read == AMBIGUOUS) {
+                ++refused;
+                continue;
+            }
+            EXPECT_EQ(read, "x" + character + "y") << lead << ' ' << trail;
+            ++cameBack;
+        }
+    }
+    EXPECT_GT(cameBack, 9000u);
+    EXPECT_EQ(refused, 398u); // characters of NEC and IBM that stand twice
 }
 
 TEST_F(CXMLWriterTest, FilesAreUTF8)

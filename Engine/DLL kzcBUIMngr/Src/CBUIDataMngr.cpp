@@ -111,9 +111,15 @@ void CBUIDataMngr::Clear()
 
 void CBUIDataMngr::ClearOfFixedSpec()
 {
+    try {
+        rpLink->ClearOfFixedSpec();
+    } catch (...) { // some classes may have lost their rows
+        for (const auto& [btnClassID, btnClass] : btnClasses)
+            btnClass->CallRowsOutdated();
+        throw;
+    }
     for (const auto& [btnClassID, btnClass] : btnClasses)
         btnClass->ClearOfFixedSpec();
-    rpLink->ClearOfFixedSpec(); // the rows of buttons that are gone: no harm if memory runs out in it
     selBtnClassIDList.clear();
     ClearNumCnd();
     ClearHierInfo();

@@ -166,6 +166,8 @@ bool CSumValueCacheMngr::GetAverageValue(DWORD btnClassID, DWORD btnID, DWORD nu
         return false;
     const double sum = coreSumMngr->GetSumValue(numID, SCSMCoreCom::KINDOFSUM_SUM, scratchList.get(), count);
     const DWORD numCount = GetNumCount(*coreSumMngr, numID, scratchList.get(), count);
+    if (cache.GetSumValue(btnID, numID, known) && known->hasSum && known->sum != sum)
+        DropWorths(btnClassID); // a host's sum manager has other numbers by now
     cache.SetSumValue(btnID, numID, sum);
     cache.SetCountValue(btnID, numID, numCount);
     value = sum / numCount;

@@ -253,6 +253,8 @@ public:
     // virtual class. False for no special button. If memory is exhausted rows may stay outdated, which costs
     // time and no truth.
     bool ResetInsideInfoForSpBtn(DWORD btnID, bool buildRpLink, bool force);
+    // The rows of records of special buttons are not to be relied on until each is made anew.
+    void CallRowsOutdated() noexcept;
     // Works out for every special button whether a member is alive, members first: to be called when the
     // limitation has changed.
     void ResetLiveMemberInfoOfAllSpBtns();

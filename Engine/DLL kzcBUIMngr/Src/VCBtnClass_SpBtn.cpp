@@ -930,6 +930,12 @@ void VCBtnClass::BuildRow(VCSpBtn& spBtn)
     spBtn.isRowOutdated = false;
 }
 
+void VCBtnClass::CallRowsOutdated() noexcept
+{
+    for (const auto& [btnID, spBtn] : spBtnOfID)
+        spBtn->isRowOutdated = true;
+}
+
 bool VCBtnClass::ResetInsideInfoForSpBtn(DWORD btnID, bool buildRpLink, bool force)
 {
     VCSpBtn* const spBtn = FindSpBtn(btnID);

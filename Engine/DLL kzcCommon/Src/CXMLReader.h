@@ -33,8 +33,9 @@ namespace NSKZ::NSKZCore {
 // read. What lies behind the cursor has been looked at, what lies ahead has not: a file is known to be whole
 // when a move has given READXML_SEEKFAILURE with HasFailed() false.
 //
-// The file is read in blocks; memory goes with the depth and the largest tag, not with the file. A move costs
-// what it passes over, and allocates nothing in the steady state.
+// The file is read in blocks; memory goes with the depth, the largest tag and the different names of elements
+// and attributes, each of which is kept once, and not with the size of the file otherwise. A move costs what
+// it passes over, and allocates nothing in the steady state.
 class KZCCOMMON_API CXMLReader
 {
 public:

@@ -215,6 +215,12 @@ private:
             return Refuse("The value of an attribute is no text of the code page in use.");
         if (HasNonCharacter(converted))
             return Refuse("The value of an attribute has a character that XML cannot hold.");
+        // Some characters of Shift-JIS stand for the same in Unicode as others and would come back as those.
+        if (!SCCodePageText::IsASCII(value) &&
+            (SCCodePageText::Convert(converted, CP_UTF8, codePage, convertedBack, errorPos) !=
+                 SCCodePageText::CONVERT_OK ||
+             convertedBack != value))
+            return Refuse("The value of an attribute has a character that would be read back as another.");
         line += ' ';
         line += name;
         line += "=\"";
@@ -251,7 +257,8 @@ private:
     std::string buffer; // what is not yet in the file
     std::string line;   // the tag in the making
     std::string converted;
-    std::string openNames; // the names of the open elements, one behind the other
+    std::string convertedBack; // likewise, and turned back
+    std::string openNames;     // the names of the open elements, one behind the other
     std::vector<std::size_t> nameEnds;
     bool hasRoot = false;
     bool isClosed = false;

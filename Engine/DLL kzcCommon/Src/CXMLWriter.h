@@ -17,7 +17,8 @@ namespace NSKZ::NSKZCore {
 //   - a name that is not an ASCII letter or `_` with ASCII letters, digits, `_`, `-` and `.` behind it;
 //   - two attributes of one name in a tag;
 //   - a value with bytes that are no text of the code page, or with a character that XML cannot hold (control
-//     characters other than tab, line feed and carriage return; U+FFFE and U+FFFF);
+//     characters other than tab, line feed and carriage return; U+FFFE and U+FFFF), or with one that would be
+//     read back as another: some of Shift-JIS's NEC and IBM characters stand twice in it and once in Unicode;
 //   - a tag longer than IXMLIO::MAX_TAG_SIZE, an element deeper than IXMLIO::MAX_DEPTH, or a second root;
 //   - an end tag that is not that of the innermost open element.
 //
