@@ -33,11 +33,11 @@ public:
         return std::binary_search(entries.begin(), entries.end(), entry);
     }
 
-    // Sees to it that the next insertion cannot fail. Amortised constant.
-    void ReserveForInsert()
+    // Sees to it that the next `count` insertions cannot fail. Amortised constant.
+    void ReserveForInsert(std::size_t count = 1)
     {
-        if (entries.size() == entries.capacity())
-            entries.reserve(entries.empty() ? 2 : entries.size() * 2);
+        if (entries.size() + count > entries.capacity())
+            entries.reserve(std::max(entries.size() + count, entries.size() * 2));
     }
 
     // False, with nothing changed, if the entry is there. If memory is exhausted nothing changes.

@@ -485,7 +485,8 @@ private:
     // The same with VISINFO_NOMEMBER as `noMember` has it; `letFormerGo` false if the former members stay.
     void ReplaceMembers(VCSpBtn& spBtn, std::vector<DWORD> mmbBtnIDs, unsigned int noMember,
                         bool letFormerGo);
-    void MakeRoomForBackReferences(const std::vector<DWORD>& mmbBtnIDs);
+    // Sees to it that each of the buttons can take that many back-references without memory.
+    void MakeRoomForBackReferences(const std::vector<DWORD>& mmbBtnIDs, std::size_t count = 1);
     void LinkMembers(const VCSpBtn& spBtn) noexcept;
     void UnlinkMembers(const VCSpBtn& spBtn) noexcept;
     void LinkMember(const VCSpBtn& spBtn, VCBtn& member) noexcept;

@@ -448,9 +448,9 @@ bool VCBtnClass::SetEffectiveInfoOfSpBtn(DWORD btnID, bool isEffective)
     for (const auto& [btnClass, holder] : holders) {
         holder->mmbBtnIDList.reserve(holder->mmbBtnIDList.size() + 1);
         if (btnClass == this)
-            MakeRoomForBackReferences(holder->mmbBtnIDList); // some may have come after it
+            MakeRoomForBackReferences(holder->mmbBtnIDList, holders.size() + 1); // some may have come later
     }
-    MakeRoomForBackReferences(spBtn->mmbBtnIDList);
+    MakeRoomForBackReferences(spBtn->mmbBtnIDList, holders.size() + 1);
     InsertBtnInfoToNameOrdList(spBtn);
     SetOwnVisibleInfo(*spBtn, VISINFO_INEFFECTIVE, false);
     spBtn->effective = true;
@@ -633,7 +633,7 @@ bool VCBtnClass::AdjstRelatedInfoOnMmbBtnOfSpBtn(VCSpBtn* spBtn, bool add)
     return true;
 }
 
-void VCBtnClass::MakeRoomForBackReferences(const std::vector<DWORD>& mmbBtnIDs)
+void VCBtnClass::MakeRoomForBackReferences(const std::vector<DWORD>& mmbBtnIDs, std::size_t count)
 {
     for (const DWORD mmbBtnID : mmbBtnIDs) {
         VCBtn* const member = FindBtn(mmbBtnID);
@@ -641,7 +641,7 @@ void VCBtnClass::MakeRoomForBackReferences(const std::vector<DWORD>& mmbBtnIDs)
             continue;
         if (member->backReferences == nullptr)
             member->backReferences = std::make_unique<VCBtn::SBackReferences>();
-        member->backReferences->spBtnIDsInClass.ReserveForInsert();
+        member->backReferences->spBtnIDsInClass.ReserveForInsert(count);
     }
 }
 
