@@ -1256,7 +1256,7 @@ TEST_F(VCBtnClass_SpBtnTest, ExhaustedMemoryInAnyChangeLeavesTheClassAsItWas)
                 before = fixture->Describe();
                 return fixture;
             },
-            [operation](const auto& fixture) { operation(*fixture); },
+            [run = operation](const auto& fixture) { run(*fixture); },
             [&before](const auto& fixture) { EXPECT_EQ(fixture->Describe(), before); });
         EXPECT_GE(failures, 1);
     }
