@@ -212,7 +212,7 @@ bool CSumValueCacheMngr::CalcTotalValue(DWORD btnClassID, DWORD numID) const
     CSumValueCache& cache = GetSumValueCacheObjConstRef(btnClassID);
     std::vector<DWORD> btnIDs;
     btnClass->GetDisplayedBtnIDList(btnIDs);
-    MakeValuesKnown(btnClassID, btnIDs, numID, true);
+    MakeValuesKnown(btnClassID, btnIDs, numID, true, false);
     double value = 0.0;
     double total = 0.0;
     double totalAbsolute = 0.0;
@@ -253,10 +253,8 @@ const CBtnWorthList* CSumValueCacheMngr::GetBtnWorths(SCBUICoreCom::ESumMethodFo
             return &kept.worths;
     }
 
-    if (method != ESumMethodForCnd::Count)
-        MakeValuesKnown(btnClassID, btnIDs, numID, true);
-    if (method == ESumMethodForCnd::Count || method == ESumMethodForCnd::Average)
-        MakeValuesKnown(btnClassID, btnIDs, numID, false);
+    MakeValuesKnown(btnClassID, btnIDs, numID, method != ESumMethodForCnd::Count,
+                    method == ESumMethodForCnd::Count || method == ESumMethodForCnd::Average);
     CBtnWorthList worths(btnIDs);
     for (const DWORD btnID : btnIDs) {
         double value = 0.0;
@@ -295,7 +293,7 @@ bool CSumValueCacheMngr::IsOnePassCheaper(DWORD btnClassID, const std::vector<DW
 }
 
 void CSumValueCacheMngr::MakeValuesKnown(DWORD btnClassID, const std::vector<DWORD>& btnIDs, DWORD numID,
-                                         bool sums) const
+                                         bool sums, bool counts) const
 {
     CSumValueCache& cache = GetSumValueCacheObjConstRef(btnClassID);
     const VCBtnClass* btnClass = owner->FindBtnClass(btnClassID);
@@ -306,7 +304,8 @@ void CSumValueCacheMngr::MakeValuesKnown(DWORD btnClassID, const std::vector<DWO
     for (const DWORD btnID : btnIDs) {
         const CSumValue* known = nullptr;
         if (!SCBUICoreCom::IsSrcBtn(btnID) || !btnClass->ExistTheBtn(btnID) ||
-            (cache.GetSumValue(btnID, numID, known) && (sums ? known->hasSum : known->hasCount)))
+            (cache.GetSumValue(btnID, numID, known) && (!sums || known->hasSum) &&
+             (!counts || known->hasCount)))
             continue;
         unknownIDs.push_back(btnID);
         endID = std::max(endID, btnID + 1);
@@ -338,12 +337,13 @@ void CSumValueCacheMngr::MakeValuesKnown(DWORD btnClassID, const std::vector<DWO
     for (const DWORD btnID : unknownIDs) {
         const DWORD first = firstRecOfBtn[btnID - 1]; // 0 is no button
         const DWORD count = firstRecOfBtn[btnID] - first;
-        if (sums)
-            cache.SetSumValue(
-                btnID, numID,
-                coreSumMngr->GetSumValue(numID, SCSMCoreCom::KINDOFSUM_SUM, recs + first, count));
-        else
-            cache.SetCountValue(btnID, numID, GetNumCount(*coreSumMngr, numID, recs + first, count));
+        const DWORD* const recsOfBtn = recs + first;
+        if (sums) {
+            cache.SetSumValue(btnID, numID,
+                              coreSumMngr->GetSumValue(numID, SCSMCoreCom::KINDOFSUM_SUM, recsOfBtn, count));
+        }
+        if (counts)
+            cache.SetCountValue(btnID, numID, GetNumCount(*coreSumMngr, numID, recsOfBtn, count));
     }
 }
 

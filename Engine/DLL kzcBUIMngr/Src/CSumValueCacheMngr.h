@@ -19,9 +19,9 @@ class VCBtnClass;
 // The sums of an environment's buttons under its present selection: asked of the summation library once and
 // kept until a selection changes the target records.
 //
-// The work areas are as long as the environment's record count and are kept, so that a query allocates
-// nothing in the steady state; the target records are held for one class at a time. Const operations change
-// all of that: they are no more safe to run in parallel than others.
+// The work areas are as long as the environment's record count and are kept, so that a query of
+// one button allocates nothing in the steady state; the target records are held for one class at a time.
+// Const operations change all of that: they are no more safe to run in parallel than others.
 //
 // Every operation that names a class makes room for its sums, for class 0 too. A query that fails leaves its
 // output untouched (GetEachValue empties it) and what is kept as it was. Memory exhaustion arrives as
@@ -55,8 +55,8 @@ public:
     bool GetAbsoluteValue(DWORD btnClassID, DWORD btnID, DWORD numID, double& value) const override;
     bool ExistNumDataItem(DWORD numID) const override;
     // Lists of sums, counts, averages and ratios. Numbers that are not known yet are asked for in as few
-    // passes as possible; the last few lists are kept for as long as their numbers hold. Null for the other
-    // methods and where a number is not to be had.
+    // passes as possible; the last few lists are kept for as long as their numbers hold, at 16 bytes a
+    // button. Null for the other methods and where a number is not to be had.
     const CBtnWorthList* GetBtnWorths(SCBUICoreCom::ESumMethodForCnd method, DWORD btnClassID,
                                       const std::vector<DWORD>& btnIDs, DWORD numID) const override;
 
@@ -90,10 +90,11 @@ private:
     // How many of the records hold a number.
     static DWORD GetNumCount(const CCoreSumMngr& coreSumMngr, DWORD numID, const DWORD* recs, DWORD count);
     bool CalcTotalValue(DWORD btnClassID, DWORD numID) const;
-    // Makes the sums (`sums`) or the counts of the source buttons among `btnIDs` known that are not, in one
-    // pass over the target records where that is cheaper than to ask for each. What it leaves is asked for
-    // one by one.
-    void MakeValuesKnown(DWORD btnClassID, const std::vector<DWORD>& btnIDs, DWORD numID, bool sums) const;
+    // Makes the sums (`sums`) and the counts (`counts`) of the source buttons among `btnIDs` known that are
+    // not, in one pass over the target records where that is cheaper than to ask for each. What it leaves is
+    // asked for one by one.
+    void MakeValuesKnown(DWORD btnClassID, const std::vector<DWORD>& btnIDs, DWORD numID, bool sums,
+                         bool counts) const;
     bool IsOnePassCheaper(DWORD btnClassID, const std::vector<DWORD>& btnIDs) const;
 
     struct SKeptWorths

@@ -92,8 +92,8 @@ public:
     // none. If the sum manager refuses a number: false, and those found until then.
     //
     // Throws ECAbnormalData for a selection condition or a sum method that is none, when it is needed. Memory
-    // is asked for by the list, not by the button. Ranking costs a pass over the buttons and the sorting of
-    // what is given out.
+    // is asked for by the list, not by the button. Ranking costs a sort of the
+    // buttons, or, where the sum manager keeps their ranking (GetBtnWorths), what is given out.
     bool GetBtnIDListThatAppliesToTheCnd(DWORD btnClassID, const std::vector<DWORD>& btnIDs,
                                          const ISumValueMngr& sumValueMngr,
                                          std::vector<DWORD>& result) const override;
