@@ -42,6 +42,7 @@ public:
     explicit CTestBtnClass(const std::unique_ptr<IRpLink>& rpLinkOfEnv, DWORD classID = CLASS_ID)
         : VCSrcBtnClass(classID, 1, "empty", nullptr, rpLinkOfEnv)
     {}
+    ~CTestBtnClass() override { refOrgBtnClasses.clear(); } // the others stood in and may be gone
     SCBUICoreCom::EBtnClassType GetBtnClassType() const override { return SCBUICoreCom::BTNCLSTYPE_NORMAL; }
     using VCBtnClass::FindBtn;
     using VCBtnClass::PutVisibleInfoOfBtn;

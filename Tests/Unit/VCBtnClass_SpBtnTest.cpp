@@ -43,6 +43,7 @@ public:
     explicit CProbe(const std::unique_ptr<IRpLink>& rpLinkOfEnv, DWORD classID = CLASS_ID)
         : VCSrcBtnClass(classID, 1, "empty", nullptr, rpLinkOfEnv)
     {}
+    ~CProbe() override { refOrgBtnClasses.clear(); } // the others stood in and may be gone
     SCBUICoreCom::EBtnClassType GetBtnClassType() const override { return SCBUICoreCom::BTNCLSTYPE_NORMAL; }
     bool GetBtnMngrInfoOfSpBtn(DWORD btnID, bool& managedByUser) const override
     {
@@ -427,7 +428,7 @@ TEST_F(VCBtnClass_SpBtnTest, ALoopMadeByAddingEndsEveryWalk)
     EXPECT_EQ(Recs(inner), List({0}));
     EXPECT_EQ(Recs(outer), List({0}));
     EXPECT_TRUE(btnClass.ResetInsideInfoForSpBtn(inner, true, true));
-    btnClass.ResetLiveMemberInfoOfAllSpBtns();
+    btnClass.ResetLiveMemberInfoOfAllSpBtns({&btnClass});
     std::set<DWORD> minimum;
     EXPECT_TRUE(btnClass.GetMinimumMemberBtnIDListInThisBtnClassOfSpBtn(outer, minimum));
     EXPECT_EQ(minimum, std::set<DWORD>{A});
@@ -740,12 +741,12 @@ TEST_F(VCBtnClass_SpBtnTest, TheLimitationCountsAgainstLiveMembersThroughTheWhol
     btnClass.SetEffectiveInfoOfSpBtn(sleeping, false);
     btnClass.SetVisibleInfoBasedOnLimitedRecListOfAllBtns(false);
     btnClass.PutVisibleInfoBasedOnLimitedRecListOfBtns({B});
-    btnClass.ResetLiveMemberInfoOfAllSpBtns();
+    btnClass.ResetLiveMemberInfoOfAllSpBtns({&btnClass});
     EXPECT_EQ(Why(inner), VISINFO_LIMITEDREC | VISINFO_NOLIVEMEMBER | VISINFO_INCMEMBER);
     EXPECT_EQ(Why(outer), VISINFO_LIMITEDREC | VISINFO_NOLIVEMEMBER);
     EXPECT_NE(Why(sleeping) & VISINFO_NOLIVEMEMBER, 0u);
     btnClass.SetVisibleInfoBasedOnLimitedRecListOfAllBtns(true);
-    btnClass.ResetLiveMemberInfoOfAllSpBtns();
+    btnClass.ResetLiveMemberInfoOfAllSpBtns({&btnClass});
     EXPECT_EQ(Why(outer), 0u);
     EXPECT_EQ(Why(sleeping) & VISINFO_NOLIVEMEMBER, 0u);
 }
@@ -994,7 +995,7 @@ TEST_F(VCBtnClass_SpBtnTest, AChainOfTenThousandNestedButtonsIsWalkedWithoutRecu
     EXPECT_EQ(Why(top), 0u);
     EXPECT_EQ(btnClass.SetMemberBtnIDListOfSpBtn(INC, {}), Class::OPEMMBBTN_OK);
     EXPECT_EQ(Why(top), VISINFO_NOLIVEMEMBER);
-    btnClass.ResetLiveMemberInfoOfAllSpBtns();
+    btnClass.ResetLiveMemberInfoOfAllSpBtns({&btnClass});
     EXPECT_EQ(Why(top), VISINFO_NOLIVEMEMBER);
     EXPECT_TRUE(btnClass.SetEffectiveInfoOfSpBtn(INC, false));
     EXPECT_TRUE(btnClass.SetEffectiveInfoOfSpBtn(INC, true));
@@ -1022,7 +1023,7 @@ TEST_F(VCBtnClass_SpBtnTest, ThirtyLayersThatShareMembersCostWhatTheyHold)
     btnClass.PutVisibleInfoBasedOnRelationOfBtns({C});
     EXPECT_EQ(Why(layer[1]), 0u);
     btnClass.SetVisibleInfoBasedOnLimitedRecListOfAllBtns(false);
-    btnClass.ResetLiveMemberInfoOfAllSpBtns();
+    btnClass.ResetLiveMemberInfoOfAllSpBtns({&btnClass});
     EXPECT_EQ(Why(layer[1]), VISINFO_LIMITEDREC | VISINFO_NOLIVEMEMBER);
 }
 

@@ -4,6 +4,7 @@
 #include "CProgressStatus.h"
 #include "CRpLink_OnMemVer.h"
 #include "CSourceDataMngr.h"
+#include "CVirBtnClass.h"
 #include "ECAbnormalData.h"
 #include "ECInaccurateCode.h"
 #include "INumCnd.h"
@@ -102,6 +103,9 @@ void CBUIDataMngr::Clear()
     srcDataMngr = nullptr;
     coreSumMngr = nullptr;
     nextSrcBtnClassID = SCBUICoreCom::BTNCLS_ID_SRC_BEGIN;
+    nextCommonVirBtnClassID = SCBUICoreCom::BTNCLS_ID_VIR_COMMON_BEGIN;
+    nextFixedVirBtnClassID = SCBUICoreCom::BTNCLS_ID_VIR_FIXED_BEGIN;
+    blankFixedVirBtnClassIDs.clear();
     ClearDiffInfo();
     recListLimited = false;
     limitedRecCount = 0;
@@ -120,8 +124,17 @@ void CBUIDataMngr::ClearOfFixedSpec()
     }
     for (const auto& [btnClassID, btnClass] : btnClasses)
         btnClass->ClearOfFixedSpec();
+    for (auto next = btnClasses.begin(); next != btnClasses.end();) {
+        const auto btnClass = next++;
+        if (SCBUICoreCom::IsFixedVirBtnClass(btnClass->first)) {
+            rpLink->DeleteFld(btnClass->first);
+            btnClasses.erase(btnClass);
+        }
+    }
     selBtnClassIDList.clear();
     ClearNumCnd();
+    nextFixedVirBtnClassID = SCBUICoreCom::BTNCLS_ID_VIR_FIXED_BEGIN;
+    blankFixedVirBtnClassIDs.clear();
     ClearHierInfo();
     ClearDiffInfo();
     ClearLimitedRecList();
@@ -220,14 +233,22 @@ void CBUIDataMngr::AdjstToLimitation(const BtnIDsOfClasses& reached)
 {
     try {
         ResetVisibleInfoBasedOnLimitedRecListOfAllBtns(reached);
-        for (const auto& [btnClassID, btnClass] : btnClasses)
-            btnClass->ResetLiveMemberInfoOfAllSpBtns();
+        std::vector<VCBtnClass*> classesWithSpBtns;
+        for (const auto& [btnClassID, btnClass] : btnClasses) {
+            if (btnClass->HasSpBtns())
+                classesWithSpBtns.push_back(btnClass.get());
+        }
+        VCBtnClass::ResetLiveMemberInfoOfAllSpBtns(classesWithSpBtns);
     } catch (...) {
         // A limitation that is not told to all special buttons would hide what it must not.
         DropLimitedRecList();
         SetVisibleInfoBasedOnLimitedRecListOfAllBtns(true);
-        for (const auto& [btnClassID, btnClass] : btnClasses)
-            btnClass->ResetLiveMemberInfoOfAllSpBtnsWithoutMemory();
+        bool hasChanged = true;
+        for (std::size_t round = 0; hasChanged && round <= btnClasses.size(); ++round) {
+            hasChanged = false;
+            for (const auto& [btnClassID, btnClass] : btnClasses)
+                hasChanged = btnClass->ResetLiveMemberInfoOfAllSpBtnsWithoutMemory() || hasChanged;
+        }
         sumValueCacheMngr->ClearSumValueCache();
         throw;
     }
@@ -354,12 +375,22 @@ bool CBUIDataMngr::ExistBtnClass(const char* name, DWORD len) const
 
 bool CBUIDataMngr::ExistBtnClass(const char* name, DWORD len, DWORD ignoredBtnClassID) const
 {
-    return std::any_of(fldIDOfBtnClass.begin(), fldIDOfBtnClass.end(), [&](const auto& classAndFld) {
+    const auto isName = [=](const char* text) {
+        return text != nullptr && std::strlen(text) == len && (len == 0 || std::memcmp(text, name, len) == 0);
+    };
+    const auto isSrcBtnClass = [&](const auto& classAndFld) {
         const char* itemName = nullptr;
         return classAndFld.first != ignoredBtnClassID &&
-               srcDataMngr->GetItemName(classAndFld.second, itemName) && std::strlen(itemName) == len &&
-               (len == 0 || std::memcmp(itemName, name, len) == 0);
-    });
+               srcDataMngr->GetItemName(classAndFld.second, itemName) && isName(itemName);
+    };
+    const auto isVirBtnClass = [&](const auto& idAndClass) {
+        const auto* const virBtnClass = dynamic_cast<const CVirBtnClass*>(idAndClass.second.get());
+        return virBtnClass != nullptr && idAndClass.first != ignoredBtnClassID &&
+               isName(virBtnClass->GetName());
+    };
+    return std::any_of(fldIDOfBtnClass.begin(), fldIDOfBtnClass.end(), isSrcBtnClass) ||
+           std::any_of(btnClasses.lower_bound(SCBUICoreCom::BTNCLS_ID_VIR_COMMON_BEGIN), btnClasses.end(),
+                       isVirBtnClass);
 }
 
 bool CBUIDataMngr::GetFldID(DWORD btnClassID, DWORD& fldID) const

@@ -12,6 +12,7 @@
 #include "VCBtnClass.h"
 
 #include <array>
+#include <deque>
 #include <map>
 #include <memory>
 #include <set>
@@ -22,6 +23,7 @@ namespace NSKZ::NSKZCore {
 class CCoreSumMngr;
 class CProgressStatus;
 class CSourceDataMngr;
+class CVirBtnClass;
 class IBnLink;
 class INumCnd;
 class IRpLink;
@@ -64,6 +66,15 @@ public:
         CREATESRC_BTN_ERROR = 4, // a class could not make its buttons
     };
 
+    // What became of the making of a virtual class.
+    enum EMthRetOfCreateVirBtnCls
+    {
+        CREATEVIR_OK = 0,
+        CREATEVIR_ID_EXHAUSTED = 1,
+        CREATEVIR_NAME_EXISTS = 2, // a class of that name exists
+        CREATEVIR_ID_IN_USE = 4,   // the identifier was taken already
+    };
+
     // --- Life
 
     // An empty environment with the identifier `id` (BUIDATAMNGR_ID_BEGIN to BUIDATAMNGR_ID_END), to be
@@ -84,9 +95,11 @@ public:
     virtual ~CBUIDataMngr();
     CBUIDataMngr& operator=(const CBUIDataMngr&) = delete;
 
-    // Removes what a user added (special buttons, selections, the limitation, the numeric condition, a hidden
-    // empty value) and keeps what follows from the source data. Aliases, the relation mode and multiple
-    // selection stay.
+    // Removes what a user added (special buttons, fixed virtual classes, selections, the limitation, the
+    // numeric condition, a hidden empty value) and keeps what follows from the source data, and the common
+    // virtual classes with their virtual inc buttons. Aliases, the relation mode and multiple selection stay.
+    // A virtual inc button keeps naming special buttons that went with the rest: they are no part of it until
+    // there are buttons of those identifiers again.
     void ClearOfFixedSpec();
 
     // --- Simple members
@@ -205,7 +218,7 @@ public:
     DWORD GetAllBtnClassIDList(std::vector<DWORD>& btnClassIDs, bool includeIneffective) const;
     bool ExistBtnClass(DWORD btnClassID) const;
     // Whether a class, other than the ignored one, has exactly that name: a source class has the name of its
-    // item.
+    // item, a virtual class the one that it was given.
     bool ExistBtnClass(const char* name, DWORD len) const;
     bool ExistBtnClass(const char* name, DWORD len, DWORD ignoredBtnClassID) const;
     bool GetFldID(DWORD btnClassID, DWORD& fldID) const;
@@ -276,7 +289,8 @@ public:
     bool GetMemberBtnCountOfSpBtn(DWORD btnClassID, DWORD btnID, DWORD& count) const;
     bool GetMemberBtnIDListOfSpBtn(DWORD btnClassID, DWORD btnID, std::vector<DWORD>& mmbBtnIDs) const;
     // The members that a user sees when looking into the button, ascending: those that nothing hides but
-    // being members. Throws ECAbnormalData for a member that the class does not have.
+    // being members, and all of a virtual inc button. Throws ECAbnormalData for a member that the class does
+    // not have.
     bool GetDisplayedMemberBtnIDListOfSpBtn(DWORD btnClassID, DWORD btnID,
                                             std::vector<DWORD>& mmbBtnIDs) const;
     // The condition itself, good until the button changes; an unknown class gives GETMMBBTNCND_NOSPBTN.
@@ -284,6 +298,30 @@ public:
                                                              const IBtnCnd*& cnd) const;
     bool GetBtnMngrInfoOfSpBtn(DWORD btnClassID, DWORD btnID, bool& managedByUser) const;
     bool GetDispMemberBtnInfoOfIncBtn(DWORD btnClassID, DWORD btnID, bool& disp) const;
+
+    // The class that a virtual inc button refers to, there or not; false for any other button.
+    bool GetRefBtnClassIDOfVirIncBtn(DWORD btnClassID, DWORD btnID, DWORD& refBtnClassID) const;
+
+    // --- Virtual classes: items without a field, in which a user lays out groupings of other items' buttons.
+    // All false for a class that is not virtual.
+
+    // Makes one, without buttons. A common one is part of what users share, a fixed one is a user's own and
+    // goes with ClearOfFixedSpec. The name is copied; null stands for the empty one. A fixed identifier that
+    // was released is given out again, the one released first; a common one never is. On a refusal
+    // `btnClassID` is untouched, and so it is, with everything else, if memory is exhausted.
+    EMthRetOfCreateVirBtnCls CreateVirBtnClass(const char* name, bool common, DWORD& btnClassID);
+    // Destroys one with its buttons. Buttons of other virtual classes that refer to it lose their members and
+    // stay behind ineffective, for good. Clears all sums and selections. If memory is exhausted the class may
+    // be gone or not, and some of those buttons may be ineffective.
+    bool DestroyVirBtnClass(DWORD btnClassID);
+    // The name, good until it is set.
+    bool GetNameOfVirBtnClass(DWORD btnClassID, const char*& name) const;
+    // False also for a name that another class has.
+    bool SetNameOfVirBtnClass(DWORD btnClassID, const char* name);
+    bool GetEffectiveInfoOfVirBtnClass(DWORD btnClassID, bool& effective) const;
+    // Takes a class out of the analysis or back into it; buttons of other virtual classes that hold buttons
+    // of it are switched with it. Clears all sums and selections.
+    bool SetEffectiveInfoOfVirBtnClass(DWORD btnClassID, bool effective);
 
     // --- Special buttons: changes. Each that succeeds clears the whole selection and lets the conditions
     // pick their members anew; all but the making of a button also clear all sums. Where nothing else is
@@ -295,10 +333,18 @@ public:
     VCBtnClass::EMthRetOfCreateSpBtn CreateSpBtn(DWORD& btnID, DWORD btnClassID, SCBUICoreCom::EBtnType type,
                                                  const char* name, VCSpBtn::EMmbBtnSelMth method,
                                                  const std::vector<DWORD>* members, const IBtnCnd* cnd);
+    // Makes a virtual inc button (BTNTYPE_VIRINC) in a virtual class over buttons of another class, by list
+    // or by a condition on that class. CREATESPBTN_NOBTNCLASS also if `btnClassID` is no virtual class, if
+    // the other class is unknown or the same, or if it is fixed and the virtual class common.
+    VCBtnClass::EMthRetOfCreateSpBtn CreateSpBtn(DWORD& btnID, DWORD btnClassID, SCBUICoreCom::EBtnType type,
+                                                 const char* name, VCSpBtn::EMmbBtnSelMth method,
+                                                 const std::vector<DWORD>* members, const IBtnCnd* cnd,
+                                                 DWORD refBtnClassID);
     // False if there is no such button; sums and selections are cleared also then, unless the class is
     // unknown.
     bool DestroySpBtn(DWORD btnClassID, DWORD btnID);
-    // Switches a special button off or on; see VCBtnClass::SetEffectiveInfoOfSpBtn.
+    // Switches a special button off or on; see VCBtnClass::SetEffectiveInfoOfSpBtn. A virtual inc button
+    // whose referred class is gone stays off.
     bool SetEffectiveInfoOfSpBtn(DWORD btnClassID, DWORD btnID, bool effective);
     // Replaces the members of a button that selects by list.
     VCBtnClass::EMthRetOfOpeToMmbBtnIDList SetMemberBtnIDListOfSpBtn(DWORD btnClassID, DWORD btnID,
@@ -343,6 +389,8 @@ protected:
     // or takes it out: for a change of the sums of one button. A cll button is judged by none. False without
     // a sum manager and for a null class.
     bool ResetMemberBtnBasedOnTheCndOfCllBtns(VCBtnClass* btnClass, DWORD btnID);
+    // Destroys a class of any kind; false for null. The selection is not looked at for a source class.
+    bool DestroyBtnClass(VCBtnClass* btnClass);
 
 private:
     friend class CSumValueCacheMngr;
@@ -394,11 +442,25 @@ private:
     bool ResetMemberBtnBasedOnTheCnd(DWORD btnClassID);
     bool ResetMemberBtnBasedOnTheCnd(DWORD btnClassID, std::set<DWORD>& visited);
     void ResetMembersOfEffectiveSpBtns(VCBtnClass& btnClass);
+    // What the making of a special button ends in; `wasSelected` was noted before it.
+    void CloseCreationOfSpBtn(VCBtnClass& btnClass, bool wasSelected, bool changesTotals);
+    // Null for a class that is unknown or not virtual.
+    CVirBtnClass* FindVirBtnClass(DWORD btnClassID) const noexcept;
     // Whether there is anything that a change of a special button makes wrong: a class in selective state, a
     // level or a difference pair.
     bool HasSelection() const;
+    // Runs a change. If memory runs out in it some of it may stand, and what is known of sums is not to be
+    // relied on.
     template <class TChange>
-    auto ChangeSpBtn(const TChange& change);
+    auto ChangeSpBtn(const TChange& change)
+    {
+        try {
+            return change();
+        } catch (...) {
+            sumValueCacheMngr->ClearSumValueCache();
+            throw;
+        }
+    }
     template <class TChange>
     bool ChangeBtnClass(DWORD btnClassID, const TChange& change);
     // What every change of a special button ends in; `wasSelected` was noted before it.
@@ -447,6 +509,9 @@ private:
     const CSourceDataMngr* srcDataMngr;
     const CCoreSumMngr* coreSumMngr;
     DWORD nextSrcBtnClassID;
+    DWORD nextCommonVirBtnClassID;
+    DWORD nextFixedVirBtnClassID;
+    std::deque<DWORD> blankFixedVirBtnClassIDs; // released ones, first out first reused
     std::vector<SHierarchyInfo> hierarchies;
     DWORD diffBtnClassID;
     DWORD diffStandardBtnID;

@@ -3,6 +3,7 @@
 #include "CBUIDataMngr.h"
 
 #include "CFormattedMsg.h"
+#include "CVirBtnClass.h"
 #include "ECAbnormalData.h"
 #include "IBtnCnd.h"
 #include "SCBUICoreStrDef.h"
@@ -82,6 +83,11 @@ bool CBUIDataMngr::GetDisplayedMemberBtnIDListOfSpBtn(DWORD btnClassID, DWORD bt
     const std::vector<DWORD>* members = nullptr;
     if (btnClass == nullptr || !btnClass->GetMemberBtnIDListOfSpBtn(btnID, members))
         return false;
+    if (SCBUICoreCom::IsVirIncBtn(btnID)) { // its members are in another class
+        mmbBtnIDs = *members;
+        std::sort(mmbBtnIDs.begin(), mmbBtnIDs.end());
+        return true;
+    }
     constexpr unsigned int BEING_MEMBER = VISINFO_SELCLLMEMBER | VISINFO_CNDCLLMEMBER | VISINFO_INCMEMBER;
     std::vector<DWORD> displayed;
     for (const DWORD mmbBtnID : *members) {
@@ -124,19 +130,6 @@ bool CBUIDataMngr::GetDispMemberBtnInfoOfIncBtn(DWORD btnClassID, DWORD btnID, b
 
 // --- Changes
 
-// Runs a change. If memory runs out in it some of it may stand, and what is known of sums is not to be relied
-// on.
-template <class TChange>
-auto CBUIDataMngr::ChangeSpBtn(const TChange& change)
-{
-    try {
-        return change();
-    } catch (...) {
-        sumValueCacheMngr->ClearSumValueCache();
-        throw;
-    }
-}
-
 VCBtnClass::EMthRetOfCreateSpBtn CBUIDataMngr::CreateSpBtn(DWORD& btnID, DWORD btnClassID,
                                                            SCBUICoreCom::EBtnType type, const char* name,
                                                            VCSpBtn::EMmbBtnSelMth method,
@@ -156,16 +149,44 @@ VCBtnClass::EMthRetOfCreateSpBtn CBUIDataMngr::CreateSpBtn(DWORD& btnID, DWORD b
         const VCBtnClass::EMthRetOfCreateSpBtn result =
             isInc ? btnClass->CreateIncBtn(name, method, members, cnd, btnID)
                   : btnClass->CreateCllBtn(name, method, members, cnd, btnID);
-        if (result != VCBtnClass::CREATESPBTN_OK)
-            return result;
-        if (wasSelected)
-            ClearAllBtnSelections(true);
-        else
-            ResetMemberBtnBasedOnTheCnd(btnClass);
-        if (isInc)
-            sumValueCacheMngr->ClearTotalValue(btnClassID);
+        if (result == VCBtnClass::CREATESPBTN_OK)
+            CloseCreationOfSpBtn(*btnClass, wasSelected, isInc);
         return result;
     });
+}
+
+VCBtnClass::EMthRetOfCreateSpBtn CBUIDataMngr::CreateSpBtn(DWORD& btnID, DWORD btnClassID,
+                                                           SCBUICoreCom::EBtnType type, const char* name,
+                                                           VCSpBtn::EMmbBtnSelMth method,
+                                                           const std::vector<DWORD>* members,
+                                                           const IBtnCnd* cnd, DWORD refBtnClassID)
+{
+    if (!ExistBtnClass(btnClassID))
+        return VCBtnClass::CREATESPBTN_NOBTNCLASS;
+    if (type != SCBUICoreCom::BTNTYPE_VIRINC)
+        return VCBtnClass::CREATESPBTN_BADTYPE;
+    CVirBtnClass* const virBtnClass = FindVirBtnClass(btnClassID);
+    VCBtnClass* const refBtnClass = FindBtnClass(refBtnClassID);
+    if (virBtnClass == nullptr || refBtnClass == nullptr)
+        return VCBtnClass::CREATESPBTN_NOBTNCLASS;
+    const bool wasSelected = HasSelection();
+    return ChangeSpBtn([&] {
+        const VCBtnClass::EMthRetOfCreateSpBtn result =
+            virBtnClass->CreateVirIncBtn(name, method, members, cnd, *refBtnClass, btnID);
+        if (result == VCBtnClass::CREATESPBTN_OK)
+            CloseCreationOfSpBtn(*virBtnClass, wasSelected, true);
+        return result;
+    });
+}
+
+void CBUIDataMngr::CloseCreationOfSpBtn(VCBtnClass& btnClass, bool wasSelected, bool changesTotals)
+{
+    if (wasSelected)
+        ClearAllBtnSelections(true);
+    else
+        ResetMemberBtnBasedOnTheCnd(&btnClass);
+    if (changesTotals)
+        sumValueCacheMngr->ClearTotalValue(btnClass.GetID());
 }
 
 bool CBUIDataMngr::HasSelection() const
@@ -208,8 +229,10 @@ bool CBUIDataMngr::DestroySpBtn(DWORD btnClassID, DWORD btnID)
         return false;
     const bool wasSelected = HasSelection();
     return ChangeSpBtn([&] {
+        auto* const virBtnClass = dynamic_cast<CVirBtnClass*>(btnClass);
         const bool isDestroyed = SCBUICoreCom::IsIncBtn(btnID)   ? btnClass->DestroyIncBtn(btnID)
                                  : SCBUICoreCom::IsCllBtn(btnID) ? btnClass->DestroyCllBtn(btnID)
+                                 : virBtnClass != nullptr        ? virBtnClass->DestroyVirIncBtn(btnID)
                                                                  : false;
         CloseChangeOfSpBtn(btnClassID, wasSelected);
         return isDestroyed;
@@ -313,8 +336,20 @@ bool CBUIDataMngr::ResetMemberBtnBasedOnTheCnd(VCBtnClass* btnClass, DWORD btnID
     if (!btnClass->GetMmbBtnSelMthOfSpBtn(btnID, selMth) || selMth != VCSpBtn::MMBBTNSELMTH_CONDITION ||
         btnClass->GetMemberBtnCndOfSpBtn(btnID, cnd) != VCBtnClass::GETMMBBTNCND_OK)
         return false;
+    // A condition of a virtual inc button picks among the buttons of the class that it refers to.
+    const VCBtnClass* candidateClass = btnClass;
+    DWORD refBtnClassID = SCBUICoreCom::BTNCLS_ID_UNSETTING;
+    if (GetRefBtnClassIDOfVirIncBtn(btnClass->GetID(), btnID, refBtnClassID)) {
+        candidateClass = FindBtnClass(refBtnClassID);
+        if (candidateClass == nullptr) {
+            const CFormattedMsg message(SCBUICoreStrDef::MSG_NOTEXIST_REFBTNCLS,
+                                        {btnClass->GetID(), btnID, refBtnClassID});
+            throw ECAbnormalData(message.GetText(), SRC_FILE,
+                                 "NSKZ::NSKZCore::CBUIDataMngr::ResetMemberBtnBasedOnTheCnd", __LINE__);
+        }
+    }
     std::vector<DWORD> mmbBtnIDs;
-    if (!cnd->GetBtnIDListThatAppliesToTheCnd(btnClass, *sumValueCacheMngr, mmbBtnIDs) ||
+    if (!cnd->GetBtnIDListThatAppliesToTheCnd(candidateClass, *sumValueCacheMngr, mmbBtnIDs) ||
         btnClass->SetMemberBtnIDListOfSpBtn(btnID, mmbBtnIDs) != VCBtnClass::OPEMMBBTN_OK)
         return false;
     sumValueCacheMngr->ClearSumValue(btnClass->GetID(), btnID); // what it covers has changed

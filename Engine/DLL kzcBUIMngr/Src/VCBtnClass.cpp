@@ -41,7 +41,10 @@ VCBtnClass::VCBtnClass(DWORD btnClassID, const std::unique_ptr<IRpLink>& rpLinkO
     rpLink = &rpLinkOfEnv;
 }
 
-VCBtnClass::~VCBtnClass() = default;
+VCBtnClass::~VCBtnClass()
+{
+    ForgetReferringClasses();
+}
 
 // --- Buttons by identifier
 
@@ -276,8 +279,28 @@ void VCBtnClass::GetBtnUnknownOrdList(unsigned int flags, const std::vector<DWOR
 
 // --- What the environment changes
 
+void VCBtnClass::LetReferringClassesGo()
+{
+    const std::map<DWORD, VCBtnClass*> referring(refOrgBtnClasses); // entries leave on the way
+    for (const auto& [btnClassID, btnClass] : referring)
+        btnClass->LoseRefBtnClass(id);
+    ForgetReferringClasses();
+}
+
+void VCBtnClass::ForgetReferringClasses() noexcept
+{
+    for (const auto& [btnClassID, btnClass] : refOrgBtnClasses)
+        btnClass->ForgetRefBtnClass(id);
+    refOrgBtnClasses.clear();
+}
+
+void VCBtnClass::LoseRefBtnClass(DWORD) {}
+
+void VCBtnClass::ForgetRefBtnClass(DWORD) noexcept {}
+
 void VCBtnClass::Clear()
 {
+    ForgetReferringClasses();
     selBtnIDs.clear();
     selBtnIDsKept = 0;
     display.Clear();
@@ -294,7 +317,6 @@ void VCBtnClass::Clear()
     nameOrdList.Clear();
     appOrdList.clear();
     btns.Clear();
-    refOrgBtnClasses.clear();
     id = SCBUICoreCom::BTNCLS_ID_UNSETTING;
     effective = true;
     selected = false;
@@ -334,8 +356,12 @@ void VCBtnClass::ClearOfFixedSpec()
     selected = false;
     newBtnMadeSelState = false;
     btnSelState = false;
-    std::erase_if(refOrgBtnClasses,
-                  [](const auto& idAndClass) { return SCBUICoreCom::IsFixedVirBtnClass(idAndClass.first); });
+    std::erase_if(refOrgBtnClasses, [this](const auto& idAndClass) {
+        const bool isFixed = SCBUICoreCom::IsFixedVirBtnClass(idAndClass.first);
+        if (isFixed)
+            idAndClass.second->ForgetRefBtnClass(id);
+        return isFixed;
+    });
 }
 
 void VCBtnClass::Copy(const VCBtnClass& other, const std::unique_ptr<IRpLink>& rpLinkOfEnv)

@@ -6,10 +6,12 @@
 #include "SBtnClassIDAndBtnID.h"
 #include "SCBUICoreCom.h"
 #include "SCFnv1a.h"
+#include "TCBtnIDAssArr.h"
 #include "TCBtnOrdList.h"
 #include "TCHashMap.h"
 #include "VCSpBtn.h"
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <set>
@@ -118,6 +120,8 @@ public:
     DWORD GetIneffectiveBtnCount() const noexcept { return ineffectiveBtnCount; }
     // Special buttons that the system itself manages: none in a class whose special buttons are all users'.
     virtual DWORD GetSystemMngrSpBtnCount() const { return 0; }
+    // Ineffective ones too.
+    bool HasSpBtns() const noexcept { return !spBtnOfID.empty(); }
     bool HasAllBtnsBeenSelected() const noexcept { return selBtnCount == btns.GetSize(); }
     DWORD GetRecCount() const noexcept { return recCount; }
 
@@ -203,10 +207,12 @@ public:
     // Adds to `spBtns` all special buttons above a button, across classes, or only those that hold it itself.
     void GetSpBtnIDListThatTheSpecifiedBtnInfluences(DWORD btnID, std::set<SBtnClassIDAndBtnID>& spBtns,
                                                      bool directOnly) const;
-    // Adds the source buttons that a special button stands for in the end; a virtual inc button counts as one
-    // of them in the second form and is refused in the first. False, with what was added until then, for a
-    // member that is neither a source button nor a special button of the class. Linear in the members below.
-    virtual bool GetMinimumMemberBtnIDListOfSpBtn(DWORD btnID, std::set<SBtnClassIDAndBtnID>& btns) const;
+    // Adds the source buttons that a special button stands for in the end, across classes; in the second form
+    // a virtual inc button counts as one of them, and none is looked into. False, with what was added until
+    // then, for a button that is not special, a virtual inc button whose class is missing, and a member of an
+    // inc or cll button that is neither a source button nor a special button of the class; what is missing
+    // among the members of a virtual inc button adds nothing. Linear in the members below.
+    bool GetMinimumMemberBtnIDListOfSpBtn(DWORD btnID, std::set<SBtnClassIDAndBtnID>& btns) const;
     bool GetMinimumMemberBtnIDListInThisBtnClassOfSpBtn(DWORD btnID, std::set<DWORD>& btnIDs) const;
     // Whether the records of the button have a row in IRpLink: true for every identifier that is not special.
     bool IsBtnWithRpLink(DWORD btnID) const;
@@ -255,11 +261,12 @@ public:
     bool ResetInsideInfoForSpBtn(DWORD btnID, bool buildRpLink, bool force);
     // The rows of records of special buttons are not to be relied on until each is made anew.
     void CallRowsOutdated() noexcept;
-    // Works out for every special button whether a member is alive, members first: to be called when the
-    // limitation has changed.
-    void ResetLiveMemberInfoOfAllSpBtns();
-    // The same when there is no memory for it: again and again over all until nothing changes.
-    void ResetLiveMemberInfoOfAllSpBtnsWithoutMemory() noexcept;
+    // Works out for every special button of the classes whether a member is alive, members first: to be
+    // called when the limitation has changed.
+    static void ResetLiveMemberInfoOfAllSpBtns(const std::vector<VCBtnClass*>& btnClasses);
+    // The same for one class when there is no memory for it: again and again over all buttons until nothing
+    // changes. Whether anything did: it is called for all classes until nothing does.
+    bool ResetLiveMemberInfoOfAllSpBtnsWithoutMemory() noexcept;
 
     // --- Records.
     // The records of one button, united with the `recCount` records that `recList` holds (a count of 0: those
@@ -277,6 +284,16 @@ public:
                                             DWORD& failedID);
 
     // --- What the environment changes.
+
+    // Follows records that came to the table or left it, `count` from `startRec` on. What they do with the
+    // arrays, and what false means, is told by the classes.
+    virtual bool AddRecs(DWORD startRec, DWORD count, const char* const* values, DWORD* outBtnIDs,
+                         TCBtnIDAssArr<DWORD>& counts) = 0;
+    virtual bool DeleteRecs(DWORD startRec, DWORD count) = 0;
+    // Sees to it that the virtual classes that refer to this one let go of its buttons: to be called before
+    // the class is destroyed. If memory is exhausted some of their buttons are ineffective, and the rest is
+    // as it was.
+    void LetReferringClassesGo();
     virtual void Clear();
     // Drops what users added and leaves what the source data gives. Does not throw.
     virtual void ClearOfFixedSpec();
@@ -392,22 +409,47 @@ protected:
     static bool IsCndCllBtn(const VCBtn& btn) noexcept;
     // Special buttons that are, or are not only, effective, by identifier.
     DWORD GetAllSpBtnList(std::map<DWORD, VCSpBtn*>& spBtns, bool includeIneffective) const;
+    // The identifiers of a kind of special button.
+    struct SSpBtnIDs
+    {
+        DWORD& nextID; // the next one that was never used
+        DWORD endID;   // the last one of the kind
+        std::set<DWORD>& blankIDs;
+    };
+    // Takes an identifier, makes a special button of it and enters that. An identifier that was not used
+    // comes back as a released one.
+    EMthRetOfCreateSpBtn CreateSpBtn(const std::function<std::unique_ptr<VCSpBtn>(DWORD)>& make,
+                                     const char* alias, const std::vector<DWORD>* members, const IBtnCnd* cnd,
+                                     const SSpBtnIDs& ids, DWORD& btnID);
     // Enters a special button with its alias and its members or condition. On a refusal the button is gone.
     EMthRetOfCreateSpBtn RegSpBtn(std::unique_ptr<VCSpBtn> spBtn, const char* alias,
                                   const std::vector<DWORD>* members, const IBtnCnd* cnd);
     // Destroys a special button of that type and enters its identifier among the released ones. False if
     // there is none.
     bool DestroyBtn(DWORD btnID, SCBUICoreCom::EBtnType type, std::set<DWORD>& blankIDs);
+    // The class whose buttons the members of a special button are: this one, or the one that a virtual inc
+    // button refers to, which may be missing (null).
+    virtual VCBtnClass* GetBtnClassOfMembers(const VCSpBtn& spBtn) const noexcept;
+    // Appends the classes that buttons of this one refer to.
+    virtual void AddRefBtnClasses(std::vector<const VCBtnClass*>& classes) const;
+    // Called before a class that this one refers to goes: its buttons leave all members here. The second form
+    // only lets go of the class itself.
+    virtual void LoseRefBtnClass(DWORD refBtnClassID);
+    virtual void ForgetRefBtnClass(DWORD refBtnClassID) noexcept;
+    // Whether the class keeps a source button from being a member at present.
+    virtual bool IsBarredAsMember(DWORD btnID) const noexcept;
     // Whether the list may become the members of the button: every special member exists and selects by list,
-    // and none holds the button, at any depth and counting what ineffective buttons remember. Other
-    // identifiers are not looked at. False for null and for a button that is neither inc nor cll.
-    virtual bool CheckAppropriateMmbBtnOrNot(const VCSpBtn* spBtn, const std::vector<DWORD>& mmbBtnIDs) const;
-    // Whether `targetBtnID` is the special button or a member of it at any depth. False for another class.
-    virtual bool CheckWhetherToHaveSpecificBtnID(DWORD spBtnID, DWORD btnClassID, DWORD targetBtnID) const;
+    // and none holds the button, at any depth, across classes and counting what ineffective buttons remember.
+    // Of source buttons only a barred one is refused; other identifiers are not looked at. False for null and
+    // where the class of the members is missing.
+    bool CheckAppropriateMmbBtnOrNot(const VCSpBtn* spBtn, const std::vector<DWORD>& mmbBtnIDs) const;
+    // Whether the button `targetBtnID` of the class `btnClassID` is the special button of this class, or a
+    // member of it at any depth and across classes.
+    bool CheckWhetherToHaveSpecificBtnID(DWORD spBtnID, DWORD btnClassID, DWORD targetBtnID) const;
     // Makes the members know of the button (`add`) or forget it, and sets the reasons that follow for them.
-    // False for null and for a button that is neither inc nor cll. If memory is exhausted nothing changes;
-    // forgetting does not throw.
-    virtual bool AdjstRelatedInfoOnMmbBtnOfSpBtn(VCSpBtn* spBtn, bool add);
+    // Being a member of a virtual inc button is no reason to hide. False for null and where the class of the
+    // members is missing. If memory is exhausted nothing changes; forgetting does not throw.
+    bool AdjstRelatedInfoOnMmbBtnOfSpBtn(VCSpBtn* spBtn, bool add);
     // Takes a button out of the lists of all special buttons that hold it, or (`add`) puts one that is
     // effective again back into the lists of those that it remembers. Its own side is not changed, except
     // that it forgets a special button that is ineffective itself: that one stores it, and tells it when it
@@ -421,10 +463,10 @@ protected:
     // Whether a member of inc buttons is displayed beside them: it is in none, or one displays its members.
     bool GetBtnDispInfoAsMmbBtn(const VCBtn& btn) const noexcept;
     // Sets or clears VISINFO_NOLIVEMEMBER.
-    virtual void AdjstVisibleInfoBasedOnTheMmbBtnStateChangeOfSpBtn(VCSpBtn& spBtn) noexcept;
-    // The records of the members, ascending; `recList` has room for every record of the class.
-    virtual bool GetRecListThatRelatesToMemberBtns(const VCSpBtn& spBtn, DWORD* recList,
-                                                   DWORD& recCountOfList) const;
+    void AdjstVisibleInfoBasedOnTheMmbBtnStateChangeOfSpBtn(VCSpBtn& spBtn) noexcept;
+    // The records of the members, ascending; `recList` has room for every record of the class. False where
+    // the class of the members is missing, and for an inc or cll button with a member that does not exist.
+    bool GetRecListThatRelatesToMemberBtns(const VCSpBtn& spBtn, DWORD* recList, DWORD& recCountOfList) const;
 
     using SpBtnsOfClasses = std::vector<std::pair<VCBtnClass*, VCSpBtn*>>;
     // Appends the special buttons that hold a button itself, across classes.
@@ -470,34 +512,39 @@ protected:
 
     std::vector<VCBtn*> srcBtnOfID;      // by source identifier; null where there is no button
     std::map<DWORD, VCSpBtn*> spBtnOfID; // special buttons
-    bool hasAbsentSpMembers;             // a special button that is not there was once added as a member
+    bool hasAbsentSpMembers;             // a special button that was not there may be listed as a member
     CSrcBtnDisplay display;
     std::vector<DWORD> selBtnIDs; // every selected button, in no order; may repeat and name deselected ones
     std::size_t selBtnIDsKept;    // what was left of them when they were last cut down
 
 private:
     static void AdjstVisibleInfoOfSpBtns(CSpBtnWalk& walk, unsigned int bits);
-    template <class TSpBtn>
-    EMthRetOfCreateSpBtn CreateSpBtn(const char* alias, VCSpBtn::EMmbBtnSelMth selMth,
-                                     const std::vector<DWORD>* members, const IBtnCnd* cnd, DWORD& btnID,
-                                     DWORD& nextID, DWORD endID, std::set<DWORD>& blankIDs);
+    friend class CVirBtnClass;
+
+    struct SRecSources;
+
+    void ForgetReferringClasses() noexcept;
     void ChangeMemberBtnIDListOfSpBtn(VCSpBtn& spBtn, std::vector<DWORD> mmbBtnIDs);
     // The same with VISINFO_NOMEMBER as `noMember` has it; `letFormerGo` false if the former members stay.
     void ReplaceMembers(VCSpBtn& spBtn, std::vector<DWORD> mmbBtnIDs, unsigned int noMember,
                         bool letFormerGo);
-    // Sees to it that each of the buttons can take that many back-references without memory.
-    void MakeRoomForBackReferences(const std::vector<DWORD>& mmbBtnIDs, std::size_t count = 1);
+    // Sees to it that each of the buttons, as members of the special button, can take that many
+    // back-references without memory.
+    void MakeRoomForBackReferences(const VCSpBtn& spBtn, const std::vector<DWORD>& mmbBtnIDs,
+                                   std::size_t count = 1);
+    void LinkToAwaitingOuterSpBtns(const VCSpBtn& member);
     void LinkMembers(const VCSpBtn& spBtn) noexcept;
     void UnlinkMembers(const VCSpBtn& spBtn) noexcept;
     void LinkMember(const VCSpBtn& spBtn, VCBtn& member) noexcept;
+    void ForgetOuterSpBtn(const SBtnClassIDAndBtnID& spBtn, VCBtn& member) noexcept;
     void UnlinkMember(const VCSpBtn& spBtn, VCBtn& member) noexcept;
     bool TakeIn(VCSpBtn& spBtn, DWORD mmbBtnID) noexcept;
     void BuildRow(VCSpBtn& spBtn);
-    bool HoldAny(const std::vector<const VCSpBtn*>& spBtns, DWORD targetBtnID) const;
-    bool ListRecSources(const std::vector<DWORD>& btnIDs, std::vector<DWORD>& srcBtnIDs,
-                        std::vector<DWORD>& rowBtnIDs, DWORD& failedID) const;
+    static bool HoldAny(const SpBtnsOfClasses& spBtns, DWORD targetClassID, DWORD targetBtnID);
+    bool ListRecSources(const std::vector<DWORD>& btnIDs, std::vector<SRecSources>& sources,
+                        DWORD& failedID) const;
     template <class TVisit>
-    bool VisitMembersInTheEnd(DWORD btnID, const TVisit& visit) const;
+    bool VisitMembersInTheEnd(DWORD btnID, bool intoVirIncBtns, const TVisit& visit) const;
     void ClearVisibleInfo(VCBtn& btn, unsigned int bits) noexcept;
     template <class TVisit>
     void VisitBtnIDsOfRecs(const IBnLink& bnLink, const DWORD* recList, DWORD recCountOfList,

@@ -22,13 +22,20 @@ namespace {
 
 constexpr const char* SRC_FILE = "Src/VCBtnClass";
 
-bool IsIncOrCllBtn(const VCSpBtn& spBtn)
+} // namespace
+
+VCBtnClass* VCBtnClass::GetBtnClassOfMembers(const VCSpBtn& spBtn) const noexcept
 {
-    const SCBUICoreCom::EBtnType type = spBtn.GetType();
-    return type == SCBUICoreCom::BTNTYPE_INC || type == SCBUICoreCom::BTNTYPE_CLL;
+    const bool isOwn = SCBUICoreCom::IsIncBtn(spBtn.id) || SCBUICoreCom::IsCllBtn(spBtn.id);
+    return isOwn ? const_cast<VCBtnClass*>(this) : nullptr;
 }
 
-} // namespace
+void VCBtnClass::AddRefBtnClasses(std::vector<const VCBtnClass*>&) const {}
+
+bool VCBtnClass::IsBarredAsMember(DWORD) const noexcept
+{
+    return false;
+}
 
 bool VCBtnClass::IsSpBtnWithRpLink(const VCSpBtn* spBtn) noexcept
 {
@@ -206,23 +213,30 @@ void VCBtnClass::GetSpBtnIDListThatTheSpecifiedBtnInfluences(DWORD btnID,
         addAbove(*walk.Get(i).first, *walk.Get(i).second);
 }
 
-// Calls visit(member) for each member in the end of a special button: what is no special button of the class
-// that can be looked into.
+// Calls visit(class of the member, member) for each member in the end of a special button: what is no special
+// button that can be looked into.
 template <class TVisit>
-bool VCBtnClass::VisitMembersInTheEnd(DWORD btnID, const TVisit& visit) const
+bool VCBtnClass::VisitMembersInTheEnd(DWORD btnID, bool intoVirIncBtns, const TVisit& visit) const
 {
+    const auto isEnd = [=](DWORD mmbBtnID) {
+        return !SCBUICoreCom::IsSpBtn(mmbBtnID) || (!intoVirIncBtns && SCBUICoreCom::IsVirIncBtn(mmbBtnID));
+    };
     auto& self = const_cast<VCBtnClass&>(*this); // a walk marks, and takes its marks away
     VCSpBtn* const start = self.FindSpBtn(btnID);
-    if (start == nullptr || SCBUICoreCom::IsVirIncBtn(btnID))
+    if (start == nullptr || isEnd(btnID))
         return false;
     CSpBtnWalk walk;
     walk.Add(self, *start);
     for (std::size_t i = 0; i < walk.GetSize(); ++i) {
-        for (const DWORD mmbBtnID : walk.Get(i).second->mmbBtnIDList) {
-            VCSpBtn* const nested = SCBUICoreCom::IsVirIncBtn(mmbBtnID) ? nullptr : self.FindSpBtn(mmbBtnID);
+        const auto [btnClass, spBtn] = walk.Get(i);
+        VCBtnClass* const classOfMembers = btnClass->GetBtnClassOfMembers(*spBtn);
+        if (classOfMembers == nullptr)
+            return false;
+        for (const DWORD mmbBtnID : spBtn->mmbBtnIDList) {
+            VCSpBtn* const nested = isEnd(mmbBtnID) ? nullptr : classOfMembers->FindSpBtn(mmbBtnID);
             if (nested != nullptr)
-                walk.Add(self, *nested);
-            else if (!visit(mmbBtnID))
+                walk.Add(*classOfMembers, *nested);
+            else if (isEnd(mmbBtnID) ? !visit(*classOfMembers, mmbBtnID) : classOfMembers == btnClass)
                 return false;
         }
     }
@@ -231,17 +245,17 @@ bool VCBtnClass::VisitMembersInTheEnd(DWORD btnID, const TVisit& visit) const
 
 bool VCBtnClass::GetMinimumMemberBtnIDListOfSpBtn(DWORD btnID, std::set<SBtnClassIDAndBtnID>& minimum) const
 {
-    return VisitMembersInTheEnd(btnID, [&](DWORD mmbBtnID) {
+    return VisitMembersInTheEnd(btnID, true, [&](const VCBtnClass& btnClass, DWORD mmbBtnID) {
         if (!SCBUICoreCom::IsSrcBtn(mmbBtnID))
             return false;
-        minimum.insert({id, mmbBtnID});
+        minimum.insert({btnClass.id, mmbBtnID});
         return true;
     });
 }
 
 bool VCBtnClass::GetMinimumMemberBtnIDListInThisBtnClassOfSpBtn(DWORD btnID, std::set<DWORD>& btnIDs) const
 {
-    return VisitMembersInTheEnd(btnID, [&](DWORD mmbBtnID) {
+    return VisitMembersInTheEnd(btnID, false, [&](const VCBtnClass&, DWORD mmbBtnID) {
         if (!SCBUICoreCom::IsSrcBtn(mmbBtnID) && !SCBUICoreCom::IsVirIncBtn(mmbBtnID))
             return false;
         btnIDs.insert(mmbBtnID);
@@ -305,27 +319,25 @@ bool VCBtnClass::GetBtnTypeBasedOnBtnTypeAttrValue(const char* text, DWORD len,
     return true;
 }
 
-template <class TSpBtn>
-VCBtnClass::EMthRetOfCreateSpBtn VCBtnClass::CreateSpBtn(const char* alias, VCSpBtn::EMmbBtnSelMth selMth,
-                                                         const std::vector<DWORD>* members,
-                                                         const IBtnCnd* cnd, DWORD& btnID, DWORD& nextID,
-                                                         DWORD endID, std::set<DWORD>& blankIDs)
+VCBtnClass::EMthRetOfCreateSpBtn
+VCBtnClass::CreateSpBtn(const std::function<std::unique_ptr<VCSpBtn>(DWORD)>& make, const char* alias,
+                        const std::vector<DWORD>* members, const IBtnCnd* cnd, const SSpBtnIDs& ids,
+                        DWORD& btnID)
 {
-    const bool isNew = blankIDs.empty();
-    if (isNew && nextID > endID)
+    const bool isNew = ids.blankIDs.empty();
+    if (isNew && ids.nextID > ids.endID)
         return CREATESPBTN_NOID;
-    const DWORD takenID = isNew ? nextID : *blankIDs.begin();
-    const EMthRetOfCreateSpBtn result =
-        RegSpBtn(std::make_unique<TSpBtn>(takenID, selMth), alias, members, cnd);
+    const DWORD takenID = isNew ? ids.nextID : *ids.blankIDs.begin();
+    const EMthRetOfCreateSpBtn result = RegSpBtn(make(takenID), alias, members, cnd);
     if (result == CREATESPBTN_OK) {
         if (!isNew)
-            blankIDs.erase(blankIDs.begin());
+            ids.blankIDs.erase(ids.blankIDs.begin());
         btnID = takenID;
     } else if (isNew) {
-        blankIDs.insert(takenID);
+        ids.blankIDs.insert(takenID);
     }
     if (isNew)
-        ++nextID;
+        ++ids.nextID;
     return result;
 }
 
@@ -333,16 +345,16 @@ VCBtnClass::EMthRetOfCreateSpBtn VCBtnClass::CreateIncBtn(const char* alias, VCS
                                                           const std::vector<DWORD>* members,
                                                           const IBtnCnd* cnd, DWORD& btnID)
 {
-    return CreateSpBtn<CIncBtn>(alias, selMth, members, cnd, btnID, incNextID, SCBUICoreCom::BTN_ID_INC_END,
-                                incBlankIDList);
+    return CreateSpBtn([=](DWORD newID) { return std::make_unique<CIncBtn>(newID, selMth); }, alias, members,
+                       cnd, {incNextID, SCBUICoreCom::BTN_ID_INC_END, incBlankIDList}, btnID);
 }
 
 VCBtnClass::EMthRetOfCreateSpBtn VCBtnClass::CreateCllBtn(const char* alias, VCSpBtn::EMmbBtnSelMth selMth,
                                                           const std::vector<DWORD>* members,
                                                           const IBtnCnd* cnd, DWORD& btnID)
 {
-    return CreateSpBtn<CCllBtn>(alias, selMth, members, cnd, btnID, cllNextID, SCBUICoreCom::BTN_ID_CLL_END,
-                                cllBlankIDList);
+    return CreateSpBtn([=](DWORD newID) { return std::make_unique<CCllBtn>(newID, selMth); }, alias, members,
+                       cnd, {cllNextID, SCBUICoreCom::BTN_ID_CLL_END, cllBlankIDList}, btnID);
 }
 
 VCBtnClass::EMthRetOfCreateSpBtn VCBtnClass::RegSpBtn(std::unique_ptr<VCSpBtn> spBtn, const char* alias,
@@ -373,14 +385,46 @@ VCBtnClass::EMthRetOfCreateSpBtn VCBtnClass::RegSpBtn(std::unique_ptr<VCSpBtn> s
     try {
         if (selectsByList && members != nullptr)
             ChangeMemberBtnIDListOfSpBtn(registered, *members);
+        LinkToAwaitingOuterSpBtns(registered);
     } catch (...) {
+        AdjstRelatedInfoOnMmbBtnOfSpBtn(&registered, false);
         nameOrdList.Remove(btnID);
         UnregSpBtn(btnID);
         (*rpLink)->DeleteBtn(id, btnID);
+        for (const auto& [btnClassID, btnClass] : refOrgBtnClasses) {
+            if (btnClass->hasAbsentSpMembers) { // it may have taken the button in
+                btnClass->CallRowsOutdated();
+                btnClass->ResetLiveMemberInfoOfAllSpBtnsWithoutMemory();
+            }
+        }
         throw;
     }
     ++spBtnCount;
     return CREATESPBTN_OK;
+}
+
+// Virtual inc buttons may list a special button that is not there: what users fix goes and comes back without
+// the buttons of common classes.
+void VCBtnClass::LinkToAwaitingOuterSpBtns(const VCSpBtn& member)
+{
+    SpBtnsOfClasses awaiting;
+    for (const auto& [btnClassID, btnClass] : refOrgBtnClasses) {
+        if (!btnClass->hasAbsentSpMembers)
+            continue;
+        for (const auto& [btnID, spBtn] : btnClass->spBtnOfID) {
+            if (spBtn->effective && btnClass->GetBtnClassOfMembers(*spBtn) == this &&
+                spBtn->HasMember(member.id))
+                awaiting.emplace_back(btnClass, spBtn);
+        }
+    }
+    if (awaiting.empty())
+        return;
+    const SpBtnsOfClasses above = ListWithAllAbove(awaiting);
+    for (const auto& [btnClass, spBtn] : awaiting)
+        btnClass->MakeRoomForBackReferences(*spBtn, {member.id}, awaiting.size());
+    for (const auto& [btnClass, spBtn] : awaiting)
+        member.backReferences->spBtnIDsOfOtherClass.insert({btnClass->id, spBtn->id});
+    ResetInsideInfoForSpBtns(above, true, true);
 }
 
 bool VCBtnClass::DestroyIncBtn(DWORD btnID)
@@ -447,10 +491,10 @@ bool VCBtnClass::SetEffectiveInfoOfSpBtn(DWORD btnID, bool isEffective)
     AddSpBtnsAbove(*spBtn, holders);
     for (const auto& [btnClass, holder] : holders) {
         holder->mmbBtnIDList.reserve(holder->mmbBtnIDList.size() + 1);
-        if (btnClass == this)
-            MakeRoomForBackReferences(holder->mmbBtnIDList, holders.size() + 1); // some may have come later
+        // Some may have come later.
+        btnClass->MakeRoomForBackReferences(*holder, holder->mmbBtnIDList, holders.size() + 1);
     }
-    MakeRoomForBackReferences(spBtn->mmbBtnIDList, holders.size() + 1);
+    MakeRoomForBackReferences(*spBtn, spBtn->mmbBtnIDList, holders.size() + 1);
     InsertBtnInfoToNameOrdList(spBtn);
     SetOwnVisibleInfo(*spBtn, VISINFO_INEFFECTIVE, false);
     spBtn->effective = true;
@@ -471,65 +515,88 @@ bool VCBtnClass::SetEffectiveInfoOfSpBtn(DWORD btnID, bool isEffective)
 
 bool VCBtnClass::CheckAppropriateMmbBtnOrNot(const VCSpBtn* spBtn, const std::vector<DWORD>& mmbBtnIDs) const
 {
-    if (spBtn == nullptr || !IsIncOrCllBtn(*spBtn))
+    VCBtnClass* const classOfMembers = spBtn == nullptr ? nullptr : GetBtnClassOfMembers(*spBtn);
+    if (classOfMembers == nullptr)
         return false;
-    std::vector<const VCSpBtn*> candidates;
+    SpBtnsOfClasses candidates;
     for (const DWORD mmbBtnID : mmbBtnIDs) {
+        if (classOfMembers->IsBarredAsMember(mmbBtnID))
+            return false;
         if (!SCBUICoreCom::IsSpBtn(mmbBtnID))
             continue;
-        const VCSpBtn* const candidate = FindSpBtn(mmbBtnID);
+        VCSpBtn* const candidate = classOfMembers->FindSpBtn(mmbBtnID);
         if (candidate == nullptr || candidate->mmbBtnSelMth == VCSpBtn::MMBBTNSELMTH_CONDITION)
             return false;
-        candidates.push_back(candidate);
+        candidates.emplace_back(classOfMembers, candidate);
     }
-    // Nothing holds a button that the class does not have yet, unless its identifier was added untested.
-    const bool isNew = FindSpBtn(spBtn->id) == nullptr && !hasAbsentSpMembers;
+    // Nothing holds a button that the class does not have yet, unless its identifier was listed before.
+    const bool isNew = FindSpBtn(spBtn->id) == nullptr && !hasAbsentSpMembers && refOrgBtnClasses.empty();
     return spBtn->mmbBtnSelMth != VCSpBtn::MMBBTNSELMTH_SELECT || candidates.empty() || isNew ||
-           !HoldAny(candidates, spBtn->id);
+           !HoldAny(candidates, id, spBtn->id);
 }
 
 bool VCBtnClass::CheckWhetherToHaveSpecificBtnID(DWORD spBtnID, DWORD btnClassID, DWORD targetBtnID) const
 {
-    if (btnClassID != id)
-        return false;
-    if (spBtnID == targetBtnID)
+    if (btnClassID == id && spBtnID == targetBtnID)
         return true;
-    const VCSpBtn* const spBtn = FindSpBtn(spBtnID);
-    return spBtn != nullptr && HoldAny({spBtn}, targetBtnID);
+    auto& self = const_cast<VCBtnClass&>(*this); // a walk marks, and takes its marks away
+    VCSpBtn* const spBtn = self.FindSpBtn(spBtnID);
+    return spBtn != nullptr && HoldAny({{&self, spBtn}}, btnClassID, targetBtnID);
 }
 
-// Whether one of `spBtns` is the target or holds it at any depth. Buttons that an ineffective button will
-// return to count as holding it.
-bool VCBtnClass::HoldAny(const std::vector<const VCSpBtn*>& spBtns, DWORD targetBtnID) const
+// Whether one of `spBtns` is the target or holds it at any depth, across classes. Buttons that an ineffective
+// button will return to count as holding it.
+bool VCBtnClass::HoldAny(const SpBtnsOfClasses& spBtns, DWORD targetClassID, DWORD targetBtnID)
 {
-    std::vector<std::pair<DWORD, VCSpBtn*>> returning; // the button returned to, the ineffective one
-    if (ineffectiveBtnCount != 0) {
-        for (const auto& [btnID, spBtn] : spBtnOfID) {
+    // A button is a member in its own class and in those that refer to it, so that only classes that are
+    // referred to on the way down are looked at.
+    std::vector<const VCBtnClass*> classes;
+    for (const auto& [btnClass, spBtn] : spBtns)
+        classes.push_back(btnClass);
+    std::set<const VCBtnClass*> reached;
+    using Returning = std::pair<SBtnClassIDAndBtnID, std::pair<VCBtnClass*, VCSpBtn*>>;
+    std::vector<Returning> returning; // the button returned to, the ineffective one
+    while (!classes.empty()) {
+        auto& btnClass = const_cast<VCBtnClass&>(*classes.back()); // a walk marks, and takes its marks away
+        classes.pop_back();
+        if (!reached.insert(&btnClass).second)
+            continue;
+        btnClass.AddRefBtnClasses(classes);
+        if (btnClass.ineffectiveBtnCount == 0)
+            continue;
+        for (const auto& [btnID, spBtn] : btnClass.spBtnOfID) {
             if (spBtn->effective || spBtn->backReferences == nullptr)
                 continue;
             for (const DWORD holderID : spBtn->backReferences->spBtnIDsInClass)
-                returning.emplace_back(holderID, spBtn);
+                returning.push_back({{btnClass.id, holderID}, {&btnClass, spBtn}});
+            for (const SBtnClassIDAndBtnID& holder : spBtn->backReferences->spBtnIDsOfOtherClass)
+                returning.push_back({holder, {&btnClass, spBtn}});
         }
-        std::sort(returning.begin(), returning.end());
     }
-    auto& self = const_cast<VCBtnClass&>(*this); // a walk marks, and takes its marks away
+    const auto isBefore = [](const Returning& left, const Returning& right) {
+        return left.first < right.first;
+    };
+    std::sort(returning.begin(), returning.end(), isBefore);
+
     CSpBtnWalk walk;
-    for (const VCSpBtn* const spBtn : spBtns)
-        walk.Add(self, const_cast<VCSpBtn&>(*spBtn));
+    for (const auto& [btnClass, spBtn] : spBtns)
+        walk.Add(*btnClass, *spBtn);
     for (std::size_t i = 0; i < walk.GetSize(); ++i) {
-        const VCSpBtn& spBtn = *walk.Get(i).second;
-        if (spBtn.id == targetBtnID)
+        const auto [btnClass, spBtn] = walk.Get(i);
+        if (btnClass->id == targetClassID && spBtn->id == targetBtnID)
             return true;
-        for (const DWORD mmbBtnID : spBtn.mmbBtnIDList) {
-            if (mmbBtnID == targetBtnID)
-                return true;
-            if (VCSpBtn* const nested = self.FindSpBtn(mmbBtnID))
-                walk.Add(self, *nested);
+        if (VCBtnClass* const classOfMembers = btnClass->GetBtnClassOfMembers(*spBtn)) {
+            for (const DWORD mmbBtnID : spBtn->mmbBtnIDList) {
+                if (classOfMembers->id == targetClassID && mmbBtnID == targetBtnID)
+                    return true;
+                if (VCSpBtn* const nested = classOfMembers->FindSpBtn(mmbBtnID))
+                    walk.Add(*classOfMembers, *nested);
+            }
         }
-        auto found = std::partition_point(returning.begin(), returning.end(),
-                                          [&](const auto& entry) { return entry.first < spBtn.id; });
-        for (; found != returning.end() && found->first == spBtn.id; ++found)
-            walk.Add(self, *found->second);
+        const auto [first, last] = std::equal_range(returning.begin(), returning.end(),
+                                                    Returning{{btnClass->id, spBtn->id}, {}}, isBefore);
+        for (auto found = first; found != last; ++found)
+            walk.Add(*found->second.first, *found->second.second);
     }
     return false;
 }
@@ -546,7 +613,9 @@ void VCBtnClass::ReplaceMembers(VCSpBtn& spBtn, std::vector<DWORD> mmbBtnIDs, un
     // What needs memory comes first.
     SpBtnsOfClasses above;
     if (spBtn.effective) {
-        MakeRoomForBackReferences(mmbBtnIDs);
+        MakeRoomForBackReferences(spBtn, mmbBtnIDs);
+        if (hasAbsentSpMembers) // a former member may have come after it was listed
+            MakeRoomForBackReferences(spBtn, spBtn.mmbBtnIDList);
         above = ListWithAllAbove({{this, &spBtn}});
     } else {
         above = ListWithAllAbove(ListEffectiveHolders(spBtn)); // they see whether it has members
@@ -558,12 +627,12 @@ void VCBtnClass::ReplaceMembers(VCSpBtn& spBtn, std::vector<DWORD> mmbBtnIDs, un
     const std::int64_t formerTime = spBtn.updateTime;
     const auto replace = [&](std::vector<DWORD>& list, unsigned int bit, std::int64_t time, bool letGo) {
         if (spBtn.effective && letGo)
-            AdjstRelatedInfoOnMmbBtnOfSpBtn(&spBtn, false);
+            UnlinkMembers(spBtn);
         SetOwnVisibleInfo(spBtn, VISINFO_NOMEMBER, bit != 0);
         spBtn.mmbBtnIDList.swap(list);
         spBtn.updateTime = time;
         if (spBtn.effective)
-            AdjstRelatedInfoOnMmbBtnOfSpBtn(&spBtn, true);
+            LinkMembers(spBtn); // the former members kept their room
     };
     replace(mmbBtnIDs, noMember, VCSpBtn::GetPresentTime(), letFormerGo);
     try {
@@ -597,13 +666,16 @@ VCBtnClass::EMthRetOfOpeToMmbBtnIDList VCBtnClass::AddMemberBtnIDListOfSpBtn(DWO
     VCSpBtn* const spBtn = FindSpBtn(btnID);
     if (spBtn == nullptr)
         return OPEMMBBTN_NOSPBTN;
+    const VCBtnClass* const classOfMembers = GetBtnClassOfMembers(*spBtn);
+    if (classOfMembers == nullptr)
+        return OPEMMBBTN_BADMEMBER;
     if (spBtn->HasMember(mmbBtnID))
         return OPEMMBBTN_NOMEMBER;
     std::vector<DWORD> longer(spBtn->mmbBtnIDList);
     longer.push_back(mmbBtnID);
     ReplaceMembers(*spBtn, std::move(longer), spBtn->visibleInfo & VISINFO_NOMEMBER, false);
-    hasAbsentSpMembers =
-        hasAbsentSpMembers || (SCBUICoreCom::IsSpBtn(mmbBtnID) && FindSpBtn(mmbBtnID) == nullptr);
+    if (SCBUICoreCom::IsSpBtn(mmbBtnID) && classOfMembers->FindSpBtn(mmbBtnID) == nullptr)
+        hasAbsentSpMembers = true;
     return OPEMMBBTN_OK;
 }
 
@@ -622,10 +694,10 @@ VCBtnClass::EMthRetOfOpeToMmbBtnIDList VCBtnClass::DeleteMemberBtnIDListOfSpBtn(
 
 bool VCBtnClass::AdjstRelatedInfoOnMmbBtnOfSpBtn(VCSpBtn* spBtn, bool add)
 {
-    if (spBtn == nullptr || !IsIncOrCllBtn(*spBtn))
+    if (spBtn == nullptr || GetBtnClassOfMembers(*spBtn) == nullptr)
         return false;
     if (add) {
-        MakeRoomForBackReferences(spBtn->mmbBtnIDList);
+        MakeRoomForBackReferences(*spBtn, spBtn->mmbBtnIDList);
         LinkMembers(*spBtn);
     } else {
         UnlinkMembers(*spBtn);
@@ -633,32 +705,58 @@ bool VCBtnClass::AdjstRelatedInfoOnMmbBtnOfSpBtn(VCSpBtn* spBtn, bool add)
     return true;
 }
 
-void VCBtnClass::MakeRoomForBackReferences(const std::vector<DWORD>& mmbBtnIDs, std::size_t count)
+void VCBtnClass::MakeRoomForBackReferences(const VCSpBtn& spBtn, const std::vector<DWORD>& mmbBtnIDs,
+                                           std::size_t count)
 {
+    VCBtnClass* const classOfMembers = GetBtnClassOfMembers(spBtn);
     for (const DWORD mmbBtnID : mmbBtnIDs) {
-        VCBtn* const member = FindBtn(mmbBtnID);
+        VCBtn* const member = classOfMembers == nullptr ? nullptr : classOfMembers->FindBtn(mmbBtnID);
         if (member == nullptr)
             continue;
         if (member->backReferences == nullptr)
             member->backReferences = std::make_unique<VCBtn::SBackReferences>();
-        member->backReferences->spBtnIDsInClass.ReserveForInsert(count);
+        if (classOfMembers == this)
+            member->backReferences->spBtnIDsInClass.ReserveForInsert(count);
+        else
+            member->backReferences->spBtnIDsOfOtherClass.ReserveForInsert(count);
     }
 }
 
 void VCBtnClass::LinkMembers(const VCSpBtn& spBtn) noexcept
 {
+    VCBtnClass* const classOfMembers = GetBtnClassOfMembers(spBtn);
     for (const DWORD mmbBtnID : spBtn.mmbBtnIDList) {
-        if (VCBtn* const member = FindBtn(mmbBtnID))
+        VCBtn* const member = classOfMembers == nullptr ? nullptr : classOfMembers->FindBtn(mmbBtnID);
+        if (member == nullptr)
+            continue;
+        if (classOfMembers == this) {
             LinkMember(spBtn, *member);
+        } else {
+            member->backReferences->spBtnIDsOfOtherClass.insert({id, spBtn.id});
+            classOfMembers->AdjstToBackReferences(*member);
+        }
     }
 }
 
 void VCBtnClass::UnlinkMembers(const VCSpBtn& spBtn) noexcept
 {
+    VCBtnClass* const classOfMembers = GetBtnClassOfMembers(spBtn);
     for (const DWORD mmbBtnID : spBtn.mmbBtnIDList) {
-        if (VCBtn* const member = FindBtn(mmbBtnID))
+        VCBtn* const member = classOfMembers == nullptr ? nullptr : classOfMembers->FindBtn(mmbBtnID);
+        if (member == nullptr)
+            continue;
+        if (classOfMembers == this)
             UnlinkMember(spBtn, *member);
+        else
+            classOfMembers->ForgetOuterSpBtn({id, spBtn.id}, *member);
     }
+}
+
+// A button that a virtual inc button holds no longer.
+void VCBtnClass::ForgetOuterSpBtn(const SBtnClassIDAndBtnID& spBtn, VCBtn& member) noexcept
+{
+    if (member.backReferences != nullptr && member.backReferences->spBtnIDsOfOtherClass.erase(spBtn))
+        AdjstToBackReferences(member);
 }
 
 // There is room for the back-reference.
@@ -734,15 +832,20 @@ bool VCBtnClass::AdjstRelatedInfoBtnIncludingOneself(VCBtn* btn, bool add) noexc
         else if (holder != nullptr && TakeIn(*holder, btn->id))
             LinkMembers(*holder);
     }
-    for (const SBtnClassIDAndBtnID& outer : btn->backReferences->spBtnIDsOfOtherClass) {
+    TCFlatSet<SBtnClassIDAndBtnID>& outerHolders = btn->backReferences->spBtnIDsOfOtherClass;
+    for (std::size_t i = outerHolders.size(); i-- != 0;) { // entries leave on the way
+        const SBtnClassIDAndBtnID outer = *(outerHolders.begin() + static_cast<std::ptrdiff_t>(i));
         const auto found = refOrgBtnClasses.find(outer.btnClassID);
         if (found == refOrgBtnClasses.end())
             continue;
         VCSpBtn* const holder = found->second->FindSpBtn(outer.btnID);
-        if (!add)
+        if (!add) {
             found->second->DeleteMemberBtnIDListOfSpBtn_Inside(outer.btnID, btn->id);
-        else if (holder != nullptr)
+        } else if (holder != nullptr) {
             TakeIn(*holder, btn->id);
+            if (!holder->effective)
+                ForgetOuterSpBtn(outer, *btn);
+        }
     }
     return true;
 }
@@ -771,16 +874,34 @@ VCBtnClass::DeleteMemberBtnIDListOfSpBtn_Inside(DWORD btnID, DWORD mmbBtnID) noe
 
 void VCBtnClass::LetIneffectiveSpBtnsForget(const VCBtn& btn) noexcept
 {
-    if (ineffectiveBtnCount == 0)
-        return;
+    const auto forEachIneffective = [](VCBtnClass& btnClass, const auto& visit) {
+        if (btnClass.ineffectiveBtnCount == 0)
+            return;
+        for (const auto& [spBtnID, spBtn] : btnClass.spBtnOfID) {
+            if (!spBtn->effective)
+                visit(*spBtn);
+        }
+    };
+    const auto forgetMember = [&](VCBtnClass& btnClass) {
+        forEachIneffective(btnClass, [&](VCSpBtn& spBtn) {
+            if (btnClass.GetBtnClassOfMembers(spBtn) == this)
+                std::erase(spBtn.mmbBtnIDList, btn.id);
+        });
+    };
+    forgetMember(*this);
+    for (const auto& [btnClassID, btnClass] : refOrgBtnClasses)
+        forgetMember(*btnClass);
+
     const VCSpBtn* const asHolder = FindSpBtn(btn.id);
-    for (const auto& [spBtnID, spBtn] : spBtnOfID) {
-        if (spBtn->effective)
-            continue;
-        std::erase(spBtn->mmbBtnIDList, btn.id);
-        if (asHolder != nullptr)
-            UnlinkMember(*asHolder, *spBtn);
-    }
+    VCBtnClass* const classOfMembers = asHolder == nullptr ? nullptr : GetBtnClassOfMembers(*asHolder);
+    if (classOfMembers == nullptr)
+        return;
+    forEachIneffective(*classOfMembers, [&](VCSpBtn& spBtn) {
+        if (classOfMembers == this)
+            UnlinkMember(*asHolder, spBtn);
+        else
+            classOfMembers->ForgetOuterSpBtn({id, btn.id}, spBtn);
+    });
 }
 
 VCBtnClass::EMthRetOfSetMmbBtnCnd VCBtnClass::SetMemberBtnCndOfSpBtn(DWORD btnID, const IBtnCnd& cnd)
@@ -945,25 +1066,30 @@ bool VCBtnClass::ResetInsideInfoForSpBtn(DWORD btnID, bool buildRpLink, bool for
     return true;
 }
 
-void VCBtnClass::ResetLiveMemberInfoOfAllSpBtns()
+void VCBtnClass::ResetLiveMemberInfoOfAllSpBtns(const std::vector<VCBtnClass*>& btnClasses)
 {
     SpBtnsOfClasses all;
-    for (const auto& [btnID, spBtn] : spBtnOfID)
-        all.emplace_back(this, spBtn);
+    for (VCBtnClass* const btnClass : btnClasses) {
+        for (const auto& [btnID, spBtn] : btnClass->spBtnOfID)
+            all.emplace_back(btnClass, spBtn);
+    }
     CSpBtnWalk walk;
-    const SpBtnsOfClasses ordered =
-        ListBehindFirst(all, walk, [this](const auto& node, SpBtnsOfClasses& next) {
-            for (const DWORD mmbBtnID : node.second->mmbBtnIDList) {
-                if (VCSpBtn* const nested = FindSpBtn(mmbBtnID))
-                    next.emplace_back(this, nested);
-            }
-        });
+    const SpBtnsOfClasses ordered = ListBehindFirst(all, walk, [](const auto& node, SpBtnsOfClasses& next) {
+        VCBtnClass* const classOfMembers = node.first->GetBtnClassOfMembers(*node.second);
+        if (classOfMembers == nullptr)
+            return;
+        for (const DWORD mmbBtnID : node.second->mmbBtnIDList) {
+            if (VCSpBtn* const nested = classOfMembers->FindSpBtn(mmbBtnID))
+                next.emplace_back(classOfMembers, nested);
+        }
+    });
     for (const auto& [btnClass, spBtn] : ordered)
         btnClass->AdjstVisibleInfoBasedOnTheMmbBtnStateChangeOfSpBtn(*spBtn);
 }
 
-void VCBtnClass::ResetLiveMemberInfoOfAllSpBtnsWithoutMemory() noexcept
+bool VCBtnClass::ResetLiveMemberInfoOfAllSpBtnsWithoutMemory() noexcept
 {
+    bool hasChangedAny = false;
     bool hasChanged = true;
     for (std::size_t round = 0; hasChanged && round <= spBtnOfID.size(); ++round) { // a loop may have no end
         hasChanged = false;
@@ -972,16 +1098,20 @@ void VCBtnClass::ResetLiveMemberInfoOfAllSpBtnsWithoutMemory() noexcept
             AdjstVisibleInfoBasedOnTheMmbBtnStateChangeOfSpBtn(*spBtn);
             hasChanged = hasChanged || spBtn->visibleInfo != before;
         }
+        hasChangedAny = hasChangedAny || hasChanged;
     }
+    return hasChangedAny;
 }
 
 void VCBtnClass::AdjstVisibleInfoBasedOnTheMmbBtnStateChangeOfSpBtn(VCSpBtn& spBtn) noexcept
 {
-    const auto isAlive = [this](DWORD mmbBtnID) {
-        const VCBtn* const member = FindBtn(mmbBtnID);
-        return member != nullptr && (GetVisibleInfo(*member) & VISINFO_MASK_NOTALIVE) == 0;
+    const VCBtnClass* const classOfMembers = GetBtnClassOfMembers(spBtn);
+    const auto isAlive = [classOfMembers](DWORD mmbBtnID) {
+        const VCBtn* const member = classOfMembers->FindBtn(mmbBtnID);
+        return member != nullptr && (classOfMembers->GetVisibleInfo(*member) & VISINFO_MASK_NOTALIVE) == 0;
     };
-    const bool hasLiveMember = std::any_of(spBtn.mmbBtnIDList.begin(), spBtn.mmbBtnIDList.end(), isAlive);
+    const bool hasLiveMember = classOfMembers != nullptr &&
+                               std::any_of(spBtn.mmbBtnIDList.begin(), spBtn.mmbBtnIDList.end(), isAlive);
     SetOwnVisibleInfo(spBtn, VISINFO_NOLIVEMEMBER, !hasLiveMember);
 }
 
@@ -996,49 +1126,70 @@ bool VCBtnClass::GetRecListThatRelatesToBtn(DWORD btnID, DWORD*& recList, DWORD&
     return GetRecListThatRelatesToBtns(this, {btnID}, recList, recCountOfList, mergeBuffers, failedID);
 }
 
-// Sorts buttons into those whose records the table has: source buttons, ascending and each once, and others;
-// a special button without a row is replaced by its members, at any depth. False, with the identifier, for an
-// absent special button; one that is missing among members is abnormal.
-bool VCBtnClass::ListRecSources(const std::vector<DWORD>& btnIDs, std::vector<DWORD>& srcBtnIDs,
-                                std::vector<DWORD>& rowBtnIDs, DWORD& failedID) const
+// What of a class the table is to be asked for.
+struct VCBtnClass::SRecSources
+{
+    const VCBtnClass* btnClass;
+    std::vector<DWORD> srcBtnIDs; // source buttons, ascending and each once: their records do not overlap
+    std::vector<DWORD> rowBtnIDs; // others
+};
+
+// Sorts buttons by class, and into source buttons and others whose records the table has; a special button
+// without a row is replaced by its members, at any depth and across classes. False, with the identifier, for
+// an absent special button. One that is missing among the members of a virtual inc button is left out; among
+// those of other buttons it is abnormal.
+bool VCBtnClass::ListRecSources(const std::vector<DWORD>& btnIDs, std::vector<SRecSources>& sources,
+                                DWORD& failedID) const
 {
     auto& self = const_cast<VCBtnClass&>(*this); // a walk marks, and takes its marks away
+    sources.push_back({this, {}, {}});
+    const auto getSources = [&sources](const VCBtnClass& btnClass) -> SRecSources& {
+        const auto found = std::find_if(sources.begin(), sources.end(), [&](const SRecSources& known) {
+            return known.btnClass == &btnClass;
+        });
+        return found != sources.end() ? *found : sources.emplace_back(SRecSources{&btnClass, {}, {}});
+    };
     CSpBtnWalk walk;
-    const auto add = [&](DWORD btnID) {
+    const auto add = [&](VCBtnClass& btnClass, SRecSources& sourcesOfClass, DWORD btnID) {
         if (SCBUICoreCom::IsSrcBtn(btnID)) {
-            srcBtnIDs.push_back(btnID);
+            sourcesOfClass.srcBtnIDs.push_back(btnID);
         } else if (!SCBUICoreCom::IsSpBtn(btnID)) {
-            rowBtnIDs.push_back(btnID);
+            sourcesOfClass.rowBtnIDs.push_back(btnID);
         } else {
-            VCSpBtn* const spBtn = self.FindSpBtn(btnID);
+            VCSpBtn* const spBtn = btnClass.FindSpBtn(btnID);
             if (spBtn == nullptr)
                 return false;
             if (spBtn->effective)
-                walk.Add(self, *spBtn);
+                walk.Add(btnClass, *spBtn);
         }
         return true;
     };
     for (const DWORD btnID : btnIDs) {
-        if (!add(btnID)) {
+        if (!add(self, sources.front(), btnID)) {
             failedID = btnID;
             return false;
         }
     }
     for (std::size_t i = 0; i < walk.GetSize(); ++i) {
-        const VCSpBtn& spBtn = *walk.Get(i).second;
-        if (IsSpBtnWithRpLink(&spBtn) && !spBtn.isRowOutdated) {
-            rowBtnIDs.push_back(spBtn.id);
+        const auto [btnClass, spBtn] = walk.Get(i);
+        if (IsSpBtnWithRpLink(spBtn) && !spBtn->isRowOutdated) {
+            getSources(*btnClass).rowBtnIDs.push_back(spBtn->id);
             continue;
         }
-        for (const DWORD mmbBtnID : spBtn.mmbBtnIDList) {
-            if (!add(mmbBtnID)) {
-                const CFormattedMsg message(SCBUICoreStrDef::MSG_NOTEXIST_MMBBTN, {id, mmbBtnID});
+        VCBtnClass* const classOfMembers = btnClass->GetBtnClassOfMembers(*spBtn);
+        if (classOfMembers == nullptr)
+            continue;
+        SRecSources& sourcesOfMembers = getSources(*classOfMembers);
+        for (const DWORD mmbBtnID : spBtn->mmbBtnIDList) {
+            if (!add(*classOfMembers, sourcesOfMembers, mmbBtnID) && classOfMembers == btnClass) {
+                const CFormattedMsg message(SCBUICoreStrDef::MSG_NOTEXIST_MMBBTN, {btnClass->id, mmbBtnID});
                 throw ECAbnormalData(message.GetText(), SRC_FILE,
                                      "NSKZ::NSKZCore::VCBtnClass::GetRecListThatRelatesToBtn", 5165);
             }
         }
     }
-    SCIDList::SortAndTakeEachOnce(srcBtnIDs);
+    for (SRecSources& sourcesOfClass : sources)
+        SCIDList::SortAndTakeEachOnce(sourcesOfClass.srcBtnIDs);
     return true;
 }
 
@@ -1048,45 +1199,45 @@ bool VCBtnClass::GetRecListThatRelatesToBtns(const VCBtnClass* btnClass, const s
 {
     if (btnClass == nullptr)
         return false;
-    std::vector<DWORD> srcBtnIDs;
-    std::vector<DWORD> rowBtnIDs;
-    if (!btnClass->ListRecSources(btnIDs, srcBtnIDs, rowBtnIDs, failedID))
+    std::vector<SRecSources> sources;
+    if (!btnClass->ListRecSources(btnIDs, sources, failedID))
         return false;
     const IRpLink& table = **btnClass->rpLink;
-
-    // The records of source buttons do not overlap, so they are collected first and sorted once.
-    DWORD* const collected = recCountOfList == 0 ? recList : buffers[0];
-    DWORD collectedCount = 0;
-    for (const DWORD btnID : srcBtnIDs) {
-        DWORD added = 0;
-        if (!table.GetRecList(btnClass->id, btnID, collected + collectedCount, added)) {
-            failedID = btnID;
-            return false;
-        }
-        collectedCount += added;
-    }
-    if (srcBtnIDs.size() > 1)
-        SCSortRecs::Sort(collected, collectedCount);
-    if (recCountOfList == 0) {
-        recCountOfList = collectedCount;
-    } else if (collectedCount != 0) {
-        recCountOfList =
-            SCKZCoreCom::MergeRecListByORCnd(recList, recCountOfList, collected, collectedCount, buffers[1]);
-        std::swap(recList, buffers[1]);
-    }
-    for (const DWORD btnID : rowBtnIDs) {
-        DWORD added = 0;
-        DWORD* const row = recCountOfList == 0 ? recList : buffers[0];
-        if (!table.GetRecList(btnClass->id, btnID, row, added)) {
-            failedID = btnID;
-            return false;
-        }
+    // Records are gathered where they can stay, or beside those that are there already, and united with them.
+    const auto getPlace = [&] { return recCountOfList == 0 ? recList : buffers[0]; };
+    const auto unite = [&](const DWORD* added, DWORD addedCount) {
         if (recCountOfList == 0) {
-            recCountOfList = added;
-        } else if (added != 0) {
+            recCountOfList = addedCount;
+        } else if (addedCount != 0) {
             recCountOfList =
-                SCKZCoreCom::MergeRecListByORCnd(recList, recCountOfList, row, added, buffers[1]);
+                SCKZCoreCom::MergeRecListByORCnd(recList, recCountOfList, added, addedCount, buffers[1]);
             std::swap(recList, buffers[1]);
+        }
+    };
+    for (const SRecSources& sourcesOfClass : sources) {
+        const DWORD btnClassID = sourcesOfClass.btnClass->id;
+        // The records of source buttons do not overlap, so they are collected first and sorted once.
+        DWORD* const collected = getPlace();
+        DWORD collectedCount = 0;
+        for (const DWORD btnID : sourcesOfClass.srcBtnIDs) {
+            DWORD added = 0;
+            if (!table.GetRecList(btnClassID, btnID, collected + collectedCount, added)) {
+                failedID = btnID;
+                return false;
+            }
+            collectedCount += added;
+        }
+        if (sourcesOfClass.srcBtnIDs.size() > 1)
+            SCSortRecs::Sort(collected, collectedCount);
+        unite(collected, collectedCount);
+        for (const DWORD btnID : sourcesOfClass.rowBtnIDs) {
+            DWORD added = 0;
+            DWORD* const row = getPlace();
+            if (!table.GetRecList(btnClassID, btnID, row, added)) {
+                failedID = btnID;
+                return false;
+            }
+            unite(row, added);
         }
     }
     return true;
@@ -1095,13 +1246,22 @@ bool VCBtnClass::GetRecListThatRelatesToBtns(const VCBtnClass* btnClass, const s
 bool VCBtnClass::GetRecListThatRelatesToMemberBtns(const VCSpBtn& spBtn, DWORD* recList,
                                                    DWORD& recCountOfList) const
 {
+    const VCBtnClass* const classOfMembers = GetBtnClassOfMembers(spBtn);
+    if (classOfMembers == nullptr)
+        return false;
+    std::vector<DWORD> btnIDs(spBtn.mmbBtnIDList);
+    if (classOfMembers != this) {
+        std::erase_if(btnIDs, [=](DWORD btnID) {
+            return SCBUICoreCom::IsSpBtn(btnID) && classOfMembers->FindSpBtn(btnID) == nullptr;
+        });
+    }
     const std::unique_ptr<DWORD[]> areas[] = {std::unique_ptr<DWORD[]>(new DWORD[recCount]),
                                               std::unique_ptr<DWORD[]>(new DWORD[recCount])};
     DWORD* buffers[] = {areas[0].get(), areas[1].get()};
     DWORD* found = recList;
     DWORD failedID = SCBUICoreCom::BTN_ID_UNSETTING;
     recCountOfList = 0;
-    if (!GetRecListThatRelatesToBtns(this, spBtn.mmbBtnIDList, found, recCountOfList, buffers, failedID))
+    if (!GetRecListThatRelatesToBtns(classOfMembers, btnIDs, found, recCountOfList, buffers, failedID))
         return false;
     if (found != recList && recCountOfList != 0)
         std::memcpy(recList, found, recCountOfList * sizeof(DWORD));

@@ -39,12 +39,9 @@ void VCSrcBtnClass::SetDispEmpValBtnInfo(bool disp)
     ResetInsideInfoForSpBtns(above, true, true);
 }
 
-bool VCSrcBtnClass::CheckAppropriateMmbBtnOrNot(const VCSpBtn* spBtn,
-                                                const std::vector<DWORD>& mmbBtnIDs) const
+bool VCSrcBtnClass::IsBarredAsMember(DWORD btnID) const noexcept
 {
-    const bool holdsHidden = !empValBtnDisp && std::find(mmbBtnIDs.begin(), mmbBtnIDs.end(),
-                                                         SCBUICoreCom::BTN_ID_EMPVAL) != mmbBtnIDs.end();
-    return !holdsHidden && VCBtnClass::CheckAppropriateMmbBtnOrNot(spBtn, mmbBtnIDs);
+    return !empValBtnDisp && SCBUICoreCom::IsEmpValBtn(btnID);
 }
 
 std::unique_ptr<VCBtn> VCSrcBtnClass::CreateBtnBasedOnBtnID(DWORD btnID) const

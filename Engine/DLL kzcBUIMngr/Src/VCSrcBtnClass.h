@@ -1,7 +1,6 @@
 #ifndef VCSRCBTNCLASS_H
 #define VCSRCBTNCLASS_H
 
-#include "TCBtnIDAssArr.h"
 #include "VCBtnClass.h"
 
 #include <cstring>
@@ -44,11 +43,11 @@ public:
     // knows the values before the one at which it happened, or all of them, and a button that did not come
     // back is as it was. One hash look-up for each record; the order lists and the text are touched once for
     // each new value.
-    virtual bool AddRecs(DWORD startRec, DWORD count, const char* const* values, DWORD* outBtnIDs,
-                         TCBtnIDAssArr<DWORD>& counts);
+    bool AddRecs(DWORD startRec, DWORD count, const char* const* values, DWORD* outBtnIDs,
+                 TCBtnIDAssArr<DWORD>& counts) override;
     // Lets go of `count` records. The link tables have lost them already: a button that has no record left
     // there stays, hidden by VISINFO_NOREC and out of the order lists. Always true.
-    virtual bool DeleteRecs(DWORD startRec, DWORD count);
+    bool DeleteRecs(DWORD startRec, DWORD count) override;
 
     // ResetInsideInfoForSpBtn for every special button above the listed source buttons; above any source
     // button; and for every effective special button. Each is visited once, members before those that hold
@@ -59,8 +58,7 @@ public:
 
 protected:
     // The empty value is no member while it is hidden.
-    bool CheckAppropriateMmbBtnOrNot(const VCSpBtn* spBtn,
-                                     const std::vector<DWORD>& mmbBtnIDs) const override;
+    bool IsBarredAsMember(DWORD btnID) const noexcept override;
     // A normal button and the empty value too.
     std::unique_ptr<VCBtn> CreateBtnBasedOnBtnID(DWORD btnID) const override;
     std::unique_ptr<VCBtn> CreateBtnBasedOnBtnType(SCBUICoreCom::EBtnType type) const override;
