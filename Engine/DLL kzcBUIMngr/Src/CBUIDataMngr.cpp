@@ -606,6 +606,26 @@ bool CBUIDataMngr::GetBtnExistInfoOfBtnClass(DWORD btnClassID, const char* text,
     });
 }
 
+bool CBUIDataMngr::SearchBtnsByAliasFromBtnClass(DWORD btnClassID, const std::vector<DWORD>& btnIDs,
+                                                 const std::vector<const char*>& words,
+                                                 VCBtnClass::EOptionOfSearchBtnName option,
+                                                 unsigned int flags, bool firstOnly,
+                                                 std::vector<DWORD>& found) const
+{
+    return WithBtnClass(btnClassID, [&](const VCBtnClass& btnClass) {
+        return btnClass.SearchTheBtnByAlias(btnIDs, words, option, flags, firstOnly, found);
+    });
+}
+
+bool CBUIDataMngr::SearchBtnsByAliasFromBtnClass(DWORD btnClassID, const std::vector<const char*>& words,
+                                                 VCBtnClass::EOptionOfSearchBtnName option,
+                                                 unsigned int flags, std::vector<DWORD>& found) const
+{
+    return WithBtnClass(btnClassID, [&](const VCBtnClass& btnClass) {
+        return btnClass.SearchTheBtnByAlias(words, option, flags, found);
+    });
+}
+
 // --- One button
 
 bool CBUIDataMngr::GetTypeOfBtn(DWORD btnClassID, DWORD btnID, SCBUICoreCom::EBtnType& type) const

@@ -263,6 +263,15 @@ public:
     bool GetBtnExistInfoOfBtnClass(DWORD btnClassID, const char* text, DWORD len) const;
     bool GetBtnExistInfoOfBtnClass(DWORD btnClassID, const char* text, DWORD len, DWORD ignoredBtnID) const;
 
+    // SearchTheBtnByAlias of the class, over the listed buttons and over all.
+    bool SearchBtnsByAliasFromBtnClass(DWORD btnClassID, const std::vector<DWORD>& btnIDs,
+                                       const std::vector<const char*>& words,
+                                       VCBtnClass::EOptionOfSearchBtnName option, unsigned int flags,
+                                       bool firstOnly, std::vector<DWORD>& found) const;
+    bool SearchBtnsByAliasFromBtnClass(DWORD btnClassID, const std::vector<const char*>& words,
+                                       VCBtnClass::EOptionOfSearchBtnName option, unsigned int flags,
+                                       std::vector<DWORD>& found) const;
+
     // --- One button; likewise.
 
     bool GetTypeOfBtn(DWORD btnClassID, DWORD btnID, SCBUICoreCom::EBtnType& type) const;

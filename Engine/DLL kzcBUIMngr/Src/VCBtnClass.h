@@ -57,6 +57,23 @@ public:
     static constexpr unsigned int ORDLIST_TAILEND_EMPVALBTN = 256; // the empty-value button at the very end
     static constexpr unsigned int ORDLIST_TAILEND_CNDCLLBTN = 512; // condition cll buttons at the very end
 
+    // How a word must stand in the text of a button that is searched for.
+    enum EOptionOfSearchBtnName : DWORD
+    {
+        SRCHBTNNAME_MATCH = 1,       // it is the text
+        SRCHBTNNAME_FRONT = 2,       // the text begins with it
+        SRCHBTNNAME_REAR = 3,        // the text ends with it, byte by byte
+        SRCHBTNNAME_INCLUDE_ALL = 4, // it stands in the text, and so does every other word
+    };
+
+    // Flags of a search, to be added up: what a vague search is blind to. Only the low eight bits count.
+    static constexpr unsigned int SRCH_NORMAL = 0;       // nothing: exact bytes
+    static constexpr unsigned int SRCH_VAGUE_WIDTH = 1;  // full and half width
+    static constexpr unsigned int SRCH_VAGUE_KANA = 2;   // hiragana and katakana
+    static constexpr unsigned int SRCH_VAGUE_CASE = 4;   // upper and lower case
+    static constexpr unsigned int SRCH_VAGUE_MACRON = 8; // minus signs and the long-vowel mark
+    static constexpr unsigned int SRCH_VAGUE_ALL = 255;
+
     // How many members a button that selects by list has when it gets a row of records of its own.
     static constexpr std::size_t ROW_MEMBER_COUNT = 400;
 
@@ -180,6 +197,31 @@ public:
     virtual void GetBtnNameOrdList(unsigned int flags, std::vector<DWORD>& btnIDs) const;
     void GetBtnUnknownOrdList(unsigned int flags, const std::vector<DWORD>& order,
                               std::vector<DWORD>& btnIDs) const;
+
+    // --- Search by shown text. A word and a text are compared as they are, or with flags as
+    // ConvertStringForVagueSearch makes them, each text once. All options but SRCHBTNNAME_INCLUDE_ALL look at
+    // the first word alone; a text that is shorter than the word in bytes does not fit. With
+    // SRCH_VAGUE_MACRON as the only flag all lengths count as 0, so that every text fits but with
+    // SRCHBTNNAME_INCLUDE_ALL. False for no word, with `found` untouched, and if a text cannot be converted.
+    // Throws ECAbnormalData for an option that is none, as soon as a text is long enough. Linear in the
+    // texts.
+
+    // Searches the listed buttons; `found` becomes the positions of those that fit, ascending. An identifier
+    // that is no button does not fit. With `firstOnly` the search ends at the first that fits.
+    bool SearchTheBtnByAlias(const std::vector<DWORD>& btnIDs, const std::vector<const char*>& words,
+                             EOptionOfSearchBtnName option, unsigned int flags, bool firstOnly,
+                             std::vector<DWORD>& found) const;
+    // Searches all buttons, ineffective ones and those without records too; `found` becomes the identifiers.
+    bool SearchTheBtnByAlias(const std::vector<const char*>& words, EOptionOfSearchBtnName option,
+                             unsigned int flags, std::vector<DWORD>& found) const;
+    // Makes of a text, which is followed by a NUL, what vague searches compare, and writes it to `dst` with
+    // its NUL: in half width, katakana and lower case, and with long-vowel marks for minus signs, as the
+    // flags tell. With half width only the half-width minus sign is looked for. `dstLen` becomes the length,
+    // but stays untouched where SRCH_VAGUE_MACRON is the only flag. False if `dst`, of `dstSize` bytes, is
+    // too short: twice the length and the NUL is enough in code page 932, three times in 65001; and for flags
+    // without a low bit.
+    static bool ConvertStringForVagueSearch(const char* src, DWORD srcLen, unsigned int flags, DWORD dstSize,
+                                            char* dst, DWORD& dstLen);
 
     // --- Special buttons: queries. False, with the output untouched, for an identifier that is absent or not
     // special. Constant where nothing else is told.
@@ -549,6 +591,9 @@ private:
     template <class TVisit>
     void VisitBtnIDsOfRecs(const IBnLink& bnLink, const DWORD* recList, DWORD recCountOfList,
                            const TVisit& visit) const;
+    static bool SearchTheBtnByAlias(const std::vector<const VCBtn*>& searched,
+                                    const std::vector<const char*>& words, EOptionOfSearchBtnName option,
+                                    unsigned int flags, bool firstOnly, std::vector<DWORD>& found);
     void RememberSelection(DWORD btnID);
     void TellDisplayOfOwnReasons(const VCBtn& btn) noexcept;
     template <class TCondition>

@@ -260,4 +260,10 @@ bool SCKZCoreCom::ConvertStringIntoNumericValueList(const char* text, DWORD len,
     return true;
 }
 
+bool SCKZCoreCom::CompareStringRear(const char* text, DWORD textLen, const char* rear, DWORD rearLen) noexcept
+{
+    return rearLen <= textLen &&
+           (rearLen == 0 || std::memcmp(text + (textLen - rearLen), rear, rearLen) == 0);
+}
+
 } // namespace NSKZ::NSKZCore

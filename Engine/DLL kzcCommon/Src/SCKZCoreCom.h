@@ -18,6 +18,19 @@ public:
     static constexpr char CHAR_SPACE = ' ';
     static constexpr char CHAR_COMMA = ',';
 
+    // The minus sign and the mark of a long vowel, full width and half width, in code page 932. The two of a
+    // row have the same length there.
+    static constexpr char STR_EM_MINUS[] = "\x81\x7C";
+    static constexpr char STR_EM_MACRON[] = "\x81\x5B";
+    static constexpr DWORD STRLEN_EM_MACRON = sizeof STR_EM_MACRON - 1;
+    static constexpr char STR_EN_MINUS[] = "-";
+    static constexpr char STR_EN_MACRON[] = "\xB0";
+    static constexpr DWORD STRLEN_EN_MACRON = sizeof STR_EN_MACRON - 1;
+
+    // Whether the `textLen` bytes at `text` end in the `rearLen` bytes at `rear`, byte by byte. Linear in the
+    // latter.
+    static bool CompareStringRear(const char* text, DWORD textLen, const char* rear, DWORD rearLen) noexcept;
+
     // The two parts of what is saved of an environment.
     enum ESpecType
     {

@@ -1,10 +1,16 @@
 #include "KzcPlatform.h"
 
+#include "CCharMap.h"
+
 #if !defined(_WIN32)
 
 #include <atomic>
 #include <chrono>
+#include <cstring>
+#include <limits>
 #include <mutex>
+#include <new>
+#include <stdexcept>
 
 namespace {
 
@@ -128,6 +134,99 @@ int _ismbstrail(const unsigned char* text, const unsigned char* position) noexce
     while (text < position && *text != 0)
         text += GetCharLen(text, codePage);
     return text > position ? -1 : 0;
+}
+
+const unsigned char* _mbschr(const unsigned char* text, unsigned int character) noexcept
+{
+    const int codePage = textCodePage;
+    for (;;) {
+        const std::size_t len = GetCharLen(text, codePage);
+        if (GetCharCode(text, len) == character)
+            return text;
+        if (*text == 0)
+            return nullptr;
+        text += len;
+    }
+}
+
+unsigned char* _mbschr(unsigned char* text, unsigned int character) noexcept
+{
+    return const_cast<unsigned char*>(_mbschr(static_cast<const unsigned char*>(text), character));
+}
+
+const unsigned char* _mbsrchr(const unsigned char* text, unsigned int character) noexcept
+{
+    const int codePage = textCodePage;
+    const unsigned char* last = nullptr;
+    for (;;) {
+        const std::size_t len = GetCharLen(text, codePage);
+        if (GetCharCode(text, len) == character)
+            last = text;
+        if (*text == 0)
+            return last;
+        text += len;
+    }
+}
+
+unsigned char* _mbsrchr(unsigned char* text, unsigned int character) noexcept
+{
+    return const_cast<unsigned char*>(_mbsrchr(static_cast<const unsigned char*>(text), character));
+}
+
+const unsigned char* _mbsstr(const unsigned char* text, const unsigned char* searched) noexcept
+{
+    const int codePage = textCodePage;
+    const std::size_t searchedLen = std::strlen(reinterpret_cast<const char*>(searched));
+    if (searchedLen == 0)
+        return text;
+    const auto isHere = [=](const unsigned char* position) {
+        return std::strncmp(reinterpret_cast<const char*>(position), reinterpret_cast<const char*>(searched),
+                            searchedLen) == 0;
+    };
+    while (*text != 0) {
+        if (*text == *searched && isHere(text))
+            return text;
+        text += GetCharLen(text, codePage);
+    }
+    return nullptr;
+}
+
+unsigned char* _mbsstr(unsigned char* text, const unsigned char* searched) noexcept
+{
+    return const_cast<unsigned char*>(_mbsstr(static_cast<const unsigned char*>(text), searched));
+}
+
+LCID GetUserDefaultLCID() noexcept
+{
+    constexpr LCID JAPANESE = 0x0411;
+    return JAPANESE;
+}
+
+int LCMapStringA(LCID, DWORD mapFlags, const char* src, int srcCount, char* dst, int dstCount) noexcept
+{
+    const auto fail = [](DWORD error) {
+        SetLastError(error);
+        return 0;
+    };
+    if (src == nullptr || srcCount < -1 || srcCount == 0 || dstCount < 0 ||
+        (dstCount != 0 && (dst == nullptr || dst == src)))
+        return fail(ERROR_INVALID_PARAMETER);
+    if (mapFlags == 0 || (mapFlags & ~(LCMAP_LOWERCASE | LCMAP_KATAKANA | LCMAP_HALFWIDTH)) != 0)
+        return fail(ERROR_INVALID_FLAGS);
+    const std::size_t count = srcCount < 0 ? std::strlen(src) + 1 : static_cast<std::size_t>(srcCount);
+    try {
+        const CCharMap& map = CCharMap::Get(textCodePage, mapFlags);
+        const std::size_t mappedCount = map.Map(src, count, dst, static_cast<std::size_t>(dstCount));
+        if (mappedCount > static_cast<std::size_t>(std::numeric_limits<int>::max()))
+            return fail(ERROR_INVALID_PARAMETER);
+        if (dstCount != 0 && mappedCount > static_cast<std::size_t>(dstCount))
+            return fail(ERROR_INSUFFICIENT_BUFFER);
+        return static_cast<int>(mappedCount);
+    } catch (const std::bad_alloc&) {
+        return fail(ERROR_NOT_ENOUGH_MEMORY);
+    } catch (const std::runtime_error&) { // the system knows nothing of the code page
+        return fail(ERROR_INVALID_PARAMETER);
+    }
 }
 
 #endif

@@ -45,10 +45,14 @@ constexpr DWORD ERROR_FILE_NOT_FOUND = 2;
 constexpr DWORD ERROR_PATH_NOT_FOUND = 3;
 constexpr DWORD ERROR_TOO_MANY_OPEN_FILES = 4;
 constexpr DWORD ERROR_ACCESS_DENIED = 5;
+constexpr DWORD ERROR_NOT_ENOUGH_MEMORY = 8;
 constexpr DWORD ERROR_INVALID_DATA = 13;
 constexpr DWORD ERROR_GEN_FAILURE = 31; // a device fails, or an error that has no value of its own
+constexpr DWORD ERROR_INVALID_PARAMETER = 87;
 constexpr DWORD ERROR_DISK_FULL = 112;
+constexpr DWORD ERROR_INSUFFICIENT_BUFFER = 122;
 constexpr DWORD ERROR_FILENAME_EXCED_RANGE = 206;
+constexpr DWORD ERROR_INVALID_FLAGS = 1004;
 constexpr DWORD ERROR_NO_UNICODE_TRANSLATION = 1113; // the bytes are no text of the code page
 
 // Seconds since the beginning of 1970, UTC; stored in `time` too unless that is null.
@@ -83,6 +87,42 @@ KZC_API_EXPORT int _mbscmp(const unsigned char* left, const unsigned char* right
 // Whether the byte at `position`, which lies in the text that starts at `text`, is a byte of a character
 // other than its first: -1 if so, else 0. The walk starts at `text`, so the cost is the distance.
 KZC_API_EXPORT int _ismbstrail(const unsigned char* text, const unsigned char* position) noexcept;
+
+// Where a character or a text stands first, or last, in a text; null if nowhere. What is found begins where a
+// character of the text begins: a trail byte is never taken for a character, nor the trail byte of one
+// character with the lead byte of the next. The character is a code: in 932 lead byte and trail byte of a
+// double-byte one, in 65001 the bytes of one in order, up to four. The character 0 is found at the end; the
+// empty text at the beginning.
+KZC_API_EXPORT const unsigned char* _mbschr(const unsigned char* text, unsigned int character) noexcept;
+KZC_API_EXPORT unsigned char* _mbschr(unsigned char* text, unsigned int character) noexcept;
+KZC_API_EXPORT const unsigned char* _mbsrchr(const unsigned char* text, unsigned int character) noexcept;
+KZC_API_EXPORT unsigned char* _mbsrchr(unsigned char* text, unsigned int character) noexcept;
+KZC_API_EXPORT const unsigned char* _mbsstr(const unsigned char* text,
+                                            const unsigned char* searched) noexcept;
+KZC_API_EXPORT unsigned char* _mbsstr(unsigned char* text, const unsigned char* searched) noexcept;
+
+// The user's language: Japanese.
+using LCID = DWORD;
+KZC_API_EXPORT LCID GetUserDefaultLCID() noexcept;
+
+// What LCMapStringA can make of a text, to be added up.
+constexpr DWORD LCMAP_LOWERCASE = 0x00000100;
+constexpr DWORD LCMAP_KATAKANA = 0x00200000;
+constexpr DWORD LCMAP_HALFWIDTH = 0x00400000;
+
+// Maps the characters of a text by the Japanese rules, whatever the locale: to lower case, hiragana to
+// katakana, and full-width forms to half-width ones, of which a voiced letter becomes two. A character that
+// the code page has twice becomes the preferred one; one whose half-width form it lacks becomes a question
+// mark; bytes that are no character stay. `srcCount` tells the bytes, the NUL included if it is to be mapped
+// too, or is -1 for all of them. Returns how many bytes were written to `dst`; with a `dstCount` of 0 nothing
+// is written and the bytes that are needed are returned.
+//
+// 0 with the last error: ERROR_INVALID_PARAMETER for null texts, a count that is neither, and texts in the
+// same place; ERROR_INVALID_FLAGS for no flag or another one; ERROR_INSUFFICIENT_BUFFER if `dst` is too
+// short, which is partly written then; ERROR_NOT_ENOUGH_MEMORY. The first call for a code page and a set of
+// flags takes some tens of milliseconds.
+KZC_API_EXPORT int LCMapStringA(LCID locale, DWORD mapFlags, const char* src, int srcCount, char* dst,
+                                int dstCount) noexcept;
 
 inline int _isnan(double value) noexcept
 {
