@@ -230,6 +230,11 @@ char32_t GetCharOfShiftJIS(unsigned int code)
     }
 }
 
+bool IsShiftJISLeadByte(unsigned char byte) noexcept
+{
+    return (byte >= 0x81 && byte <= 0x9F) || (byte >= 0xE0 && byte <= 0xFC);
+}
+
 std::size_t GetLenOfUTF8(const unsigned char* text, std::size_t count, char32_t& character) noexcept
 {
     const unsigned char lead = text[0];
@@ -255,7 +260,7 @@ std::size_t GetLenOfUTF8(const unsigned char* text, std::size_t count, char32_t&
 
 } // namespace
 
-// What a character becomes: up to seven bytes, none where the character stays.
+// What a character becomes: up to seven bytes; none for what is no character, NUL among it, which stays.
 struct CCharMap::SMapped
 {
     std::array<char, 7> bytes;
@@ -330,48 +335,56 @@ const CCharMap& CCharMap::Get(int codePage, DWORD mapFlags)
 
 std::size_t CCharMap::Map(const char* text, std::size_t count, char* mapped, std::size_t room) const noexcept
 {
+    return isUTF8 ? MapText<true>(text, count, mapped, room) : MapText<false>(text, count, mapped, room);
+}
+
+template <bool IS_UTF8>
+std::size_t CCharMap::MapText(const char* text, std::size_t count, char* mapped,
+                              std::size_t room) const noexcept
+{
     std::size_t done = 0;
     std::size_t written = 0;
-    while (done < count) {
-        std::size_t len = 1;
-        const SMapped* const entry = Find(text + done, count - done, len);
-        if (entry != nullptr && room - written >= sizeof entry->bytes && written <= room) {
-            std::memcpy(mapped + written, entry->bytes.data(), sizeof entry->bytes);
-            written += entry->count;
+    std::size_t len = 1;
+    while (done < count && written + sizeof(SMapped) <= room) { // a whole entry fits: one copy of fixed size
+        const SMapped& entry = Find<IS_UTF8>(text + done, count - done, len);
+        if (entry.count != 0) {
+            std::memcpy(mapped + written, &entry, sizeof entry);
+            written += entry.count;
         } else {
-            const char* const bytes = entry != nullptr ? entry->bytes.data() : text + done;
-            const std::size_t byteCount = entry != nullptr ? entry->count : len;
-            if (written <= room && room - written >= byteCount)
-                std::memcpy(mapped + written, bytes, byteCount);
-            else
-                room = 0; // nothing behind it is written either
-            written += byteCount;
+            std::memcpy(mapped + written, text + done, len);
+            written += len;
         }
+        done += len;
+    }
+    bool hasRoom = true;
+    while (done < count) {
+        const SMapped& entry = Find<IS_UTF8>(text + done, count - done, len);
+        const char* const bytes = entry.count != 0 ? entry.bytes.data() : text + done;
+        const std::size_t byteCount = entry.count != 0 ? entry.count : len;
+        hasRoom = hasRoom && written + byteCount <= room;
+        if (hasRoom)
+            std::memcpy(mapped + written, bytes, byteCount);
+        written += byteCount;
         done += len;
     }
     return written;
 }
 
-// The entry of the character at `text`, which has `count` bytes left, and its length; null for what stays as
-// it is.
-inline const CCharMap::SMapped* CCharMap::Find(const char* text, std::size_t count,
-                                               std::size_t& len) const noexcept
+// The entry of the character at `text`, which has `count` bytes left, and its length; what stays as it is has
+// one without bytes.
+template <bool IS_UTF8>
+const CCharMap::SMapped& CCharMap::Find(const char* text, std::size_t count, std::size_t& len) const noexcept
 {
     const auto* const bytes = reinterpret_cast<const unsigned char*>(text);
-    if (isUTF8) {
+    if constexpr (IS_UTF8) {
         char32_t character = NO_CHAR;
         len = GetLenOfUTF8(bytes, count, character);
-        return character != NO_CHAR && entries[character].count != 0 ? &entries[character] : nullptr;
+        return entries[character];
+    } else {
+        const bool isDouble = IsShiftJISLeadByte(bytes[0]) && count > 1 && bytes[1] != 0;
+        len = isDouble ? 2 : 1;
+        return entries[isDouble ? static_cast<std::size_t>(bytes[0]) << 8 | bytes[1] : bytes[0]];
     }
-    const unsigned char lead = bytes[0];
-    const bool isLead = (lead >= 0x81 && lead <= 0x9F) || (lead >= 0xE0 && lead <= 0xFC);
-    if (isLead && count > 1 && bytes[1] != 0) {
-        len = 2;
-        const SMapped& entry = entries[static_cast<std::size_t>(lead) << 8 | bytes[1]];
-        return entry.count != 0 ? &entry : nullptr;
-    }
-    len = 1;
-    return entries[lead].count != 0 ? &entries[lead] : nullptr;
 }
 
 #endif

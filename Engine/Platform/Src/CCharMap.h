@@ -32,7 +32,10 @@ private:
     CCharMap(int codePage, DWORD mapFlags);
     void MakeShiftJIS(DWORD mapFlags);
     void MakeUTF8(DWORD mapFlags);
-    const SMapped* Find(const char* text, std::size_t count, std::size_t& len) const noexcept;
+    template <bool IS_UTF8>
+    std::size_t MapText(const char* text, std::size_t count, char* mapped, std::size_t room) const noexcept;
+    template <bool IS_UTF8>
+    const SMapped& Find(const char* text, std::size_t count, std::size_t& len) const noexcept;
 
     bool isUTF8;
     std::unique_ptr<SMapped[]> entries; // by code in 932, by character in UTF-8

@@ -176,19 +176,21 @@ unsigned char* _mbsrchr(unsigned char* text, unsigned int character) noexcept
 const unsigned char* _mbsstr(const unsigned char* text, const unsigned char* searched) noexcept
 {
     const int codePage = textCodePage;
-    const std::size_t searchedLen = std::strlen(reinterpret_cast<const char*>(searched));
-    if (searchedLen == 0)
+    if (*searched == 0)
         return text;
-    const auto isHere = [=](const unsigned char* position) {
-        return std::strncmp(reinterpret_cast<const char*>(position), reinterpret_cast<const char*>(searched),
-                            searchedLen) == 0;
-    };
-    while (*text != 0) {
-        if (*text == *searched && isHere(text))
-            return text;
-        text += GetCharLen(text, codePage);
+    // Where the bytes stand is found first; most texts do not hold them. Then comes what a character is.
+    const unsigned char* border = text;
+    for (const unsigned char* next = text;; ++next) {
+        const char* const found =
+            std::strstr(reinterpret_cast<const char*>(next), reinterpret_cast<const char*>(searched));
+        if (found == nullptr)
+            return nullptr;
+        next = reinterpret_cast<const unsigned char*>(found);
+        while (border < next)
+            border += GetCharLen(border, codePage);
+        if (border == next)
+            return next;
     }
-    return nullptr;
 }
 
 unsigned char* _mbsstr(unsigned char* text, const unsigned char* searched) noexcept
