@@ -50,7 +50,7 @@ CAnswer CBtnLister::Describe(DWORD btnID)
     unsigned int visibleInfo = 0;
     bool isSelected = false;
     DWORD recCount = 0;
-    env.GetTypeOfBtn(itemID, btnID, type);
+    const bool isThere = env.GetTypeOfBtn(itemID, btnID, type);
     env.GetVisibleInfoOfBtn(itemID, btnID, visibleInfo);
     env.GetSelectionInfoOfBtn(itemID, btnID, isSelected);
     env.GetRecListThatRelatesToBtn(itemID, btnID, recs.data(), recCount);
@@ -59,8 +59,8 @@ CAnswer CBtnLister::Describe(DWORD btnID)
     CAnswer button;
     button["id"] = btnID;
     button["text"] = workspace.GetBtnText(itemID, btnID);
-    button["kind"] = GetNameOfKind(type);
-    button["displayed"] = visibleInfo == 0;
+    button["kind"] = isThere ? GetNameOfKind(type) : "absent";
+    button["displayed"] = isThere && visibleInfo == 0;
     button["selected"] = isSelected;
     button["visible"] = visibleInfo;
     button["records"] = recCount;

@@ -15,9 +15,9 @@ public:
     // `workspace` is borrowed. Cost: a pass over the target records.
     CBtnLister(const CWorkspace& workspace, DWORD itemID);
 
-    // An object of "id", "text", "kind", "displayed", "selected", "visible" (the reasons to hide it as a
-    // number), "records" (how many it has) and "targetRecords" (how many of them are among those that the
-    // item stands on).
+    // An object of "id", "text", "kind" ("absent" for a member that is no button at present), "displayed",
+    // "selected", "visible" (the reasons to hide it as a number), "records" (how many it has) and
+    // "targetRecords" (how many of them are among those that the item stands on).
     CAnswer Describe(DWORD btnID);
     // Puts the first `max` of the buttons into `answer` as the list "buttons", and how many there are in all
     // as "count".

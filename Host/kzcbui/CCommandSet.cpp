@@ -3,9 +3,11 @@
 #include "ECCommandError.h"
 #include "SCItemCommands.h"
 #include "SCRecordCommands.h"
+#include "SCSearchCommands.h"
 #include "SCSelectionCommands.h"
 #include "SCSessionCommands.h"
 #include "SCSpecialCommands.h"
+#include "SCVirtualCommands.h"
 
 #include <algorithm>
 #include <stdexcept>
@@ -15,9 +17,11 @@ namespace NSKZ::Host {
 CCommandSet::CCommandSet()
 {
     SCItemCommands::AddTo(*this);
+    SCSearchCommands::AddTo(*this);
     SCSelectionCommands::AddTo(*this);
     SCRecordCommands::AddTo(*this);
     SCSpecialCommands::AddTo(*this);
+    SCVirtualCommands::AddTo(*this);
     SCSessionCommands::AddTo(*this);
 }
 

@@ -115,9 +115,9 @@ std::string CWorkspace::GetItemName(DWORD itemID) const
 {
     DWORD fldID = 0;
     const char* name = nullptr;
-    if (!env->GetFldID(itemID, fldID) || !table.GetItemName(fldID, name))
-        return {};
-    return SCHostText::FromEngine(name);
+    const bool isKnown = env->GetFldID(itemID, fldID) ? table.GetItemName(fldID, name)
+                                                      : env->GetNameOfVirBtnClass(itemID, name);
+    return isKnown && name != nullptr ? SCHostText::FromEngine(name) : std::string();
 }
 
 std::string CWorkspace::GetBtnText(DWORD itemID, DWORD btnID) const
@@ -155,6 +155,28 @@ DWORD CWorkspace::FindItem(const std::string& word) const
                              std::to_string(found.front()) + ".");
     }
     return found.front();
+}
+
+DWORD CWorkspace::FindVirItem(const std::string& word) const
+{
+    const DWORD itemID = FindItem(word);
+    if (!SCBUICoreCom::IsVirBtnClass(itemID)) {
+        throw ECCommandError("The item " + InQuotes(GetItemName(itemID)) +
+                             " is no virtual item; \"virtual list\" lists these.");
+    }
+    return itemID;
+}
+
+DWORD CWorkspace::GetItemOfMembers(DWORD itemID, DWORD btnID) const
+{
+    DWORD refItemID = 0;
+    if (!env->GetRefBtnClassIDOfVirIncBtn(itemID, btnID, refItemID))
+        return itemID;
+    if (!env->ExistBtnClass(refItemID)) {
+        throw ECCommandError("The item whose buttons " + InQuotes(GetBtnText(itemID, btnID)) +
+                             " grouped is gone.");
+    }
+    return refItemID;
 }
 
 std::vector<DWORD> CWorkspace::FindBtns(DWORD itemID, const std::vector<std::string>& words) const

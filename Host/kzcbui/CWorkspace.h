@@ -32,6 +32,11 @@ public:
 
     // An item by its name or by @ and its identifier.
     DWORD FindItem(const std::string& word) const;
+    // A virtual item, named as FindItem takes it.
+    DWORD FindVirItem(const std::string& word) const;
+    // The item whose buttons are the members of a special button: its own, or the one that a virtual inc
+    // button refers to. Throws ECCommandError if that is gone.
+    DWORD GetItemOfMembers(DWORD itemID, DWORD btnID) const;
     // Buttons by their shown texts or by # and their identifiers, hidden ones too. Cost: texts are looked for
     // in one pass over the item's buttons.
     std::vector<DWORD> FindBtns(DWORD itemID, const std::vector<std::string>& words) const;

@@ -58,6 +58,10 @@ CAnswer SCSpBtnAnswer::Describe(const CWorkspace& workspace, DWORD itemID, DWORD
     spBtn["id"] = btnID;
     spBtn["text"] = workspace.GetBtnText(itemID, btnID);
     spBtn["kind"] = SCBUICoreCom::IsCllBtn(btnID) ? "cll" : SCBUICoreCom::IsIncBtn(btnID) ? "inc" : "virinc";
+    DWORD refItemID = 0;
+    const bool hasRefItem =
+        env.GetRefBtnClassIDOfVirIncBtn(itemID, btnID, refItemID) && env.ExistBtnClass(refItemID);
+    spBtn["refItem"] = hasRefItem ? CAnswer(refItemID) : CAnswer();
     spBtn["by"] = selMth == VCSpBtn::MMBBTNSELMTH_CONDITION ? "condition" : "list";
     spBtn["members"] = memberCount;
     spBtn["effective"] = isEffective;
@@ -82,10 +86,12 @@ void SCSpBtnAnswer::Show(const CWorkspace& workspace, const std::vector<CAnswer>
     std::vector<CTextOutput::SRow> rows;
     for (const CAnswer& spBtn : spBtns) {
         const bool isDisplayed = spBtn.at("displayed");
+        const std::string refItem =
+            spBtn.at("refItem").is_null() ? "" : "of " + workspace.GetItemName(spBtn.at("refItem"));
         rows.push_back({{withItem ? workspace.GetItemName(spBtn.at("item")) : "",
                          SCNameWord::WriteID(spBtn.at("id"), SCNameWord::MARK_OF_BTN), spBtn.at("text"),
-                         spBtn.at("kind"), SCNumberText::OfCount(spBtn.at("members")), DescribePicking(spBtn),
-                         DescribeState(spBtn)},
+                         spBtn.at("kind"), SCNumberText::OfCount(spBtn.at("members")), refItem,
+                         DescribePicking(spBtn), DescribeState(spBtn)},
                         isDisplayed ? CTextOutput::STYLE_PLAIN : CTextOutput::STYLE_HIDDEN});
     }
     output.WriteTable({{withItem ? "item" : ""},
@@ -93,6 +99,7 @@ void SCSpBtnAnswer::Show(const CWorkspace& workspace, const std::vector<CAnswer>
                        {"button"},
                        {"kind"},
                        {"members", true},
+                       {""},
                        CTextOutput::SColumn::Uncut("picked by"),
                        CTextOutput::SColumn::Uncut("")},
                       rows);

@@ -15,9 +15,10 @@ class SCSpBtnAnswer
 public:
     SCSpBtnAnswer() = delete;
 
-    // An object of "item", "id", "text", "kind" ("inc", "cll"), "by" (how its members are picked: "list",
-    // "condition"), "members" (how many), "effective", "displayed", "visible" (the reasons to hide it as a
-    // number), "dispMember" (null for a cll button), "managedByUser" and "condition" (a text, or null).
+    // An object of "item", "id", "text", "kind" ("inc", "cll", "virinc"), "refItem" (the item whose buttons a
+    // virtual inc button groups, null for others and where it is gone), "by" (how its members are picked:
+    // "list", "condition"), "members" (how many), "effective", "displayed", "visible" (the reasons to hide it
+    // as a number), "dispMember" (null for a cll button), "managedByUser" and "condition" (a text, or null).
     static CAnswer Describe(const CWorkspace& workspace, DWORD itemID, DWORD btnID);
 
     // How the members of such an object are picked, in words.

@@ -30,6 +30,7 @@ using NSKZCore::VCBtnClass;
 using NSKZCore::VCSpBtn;
 
 constexpr const char* STR_WHERE = "--where";
+constexpr const char* STR_OF = "--of";
 constexpr const char* STR_NONE = "--none";
 constexpr const char* STR_DISPMEMBERS = "--disp-members";
 constexpr const char* STR_DISPLAYED = "--displayed";
@@ -116,42 +117,69 @@ void ShowSpBtn(SCommandContext& context, const CAnswer& answer, CTextOutput& out
 
 // ---- create
 
-// Why the engine refused the members of a list. `btnID` is the button that was to get them, 0 for a new one.
-[[noreturn]] void RefuseMembers(const CWorkspace& workspace, DWORD itemID, DWORD btnID,
+// Why the engine refused the members of a list, which are buttons of `memberItemID`. `btnID` is the button
+// that was to get them, 0 for a new one.
+[[noreturn]] void RefuseMembers(const CWorkspace& workspace, DWORD itemID, DWORD btnID, DWORD memberItemID,
                                 const std::vector<DWORD>& memberIDs)
 {
     for (const DWORD memberID : memberIDs) {
-        if (PicksByCnd(workspace, {itemID, memberID})) {
-            throw ECCommandError("The button " + NameBtn(workspace, itemID, memberID) +
+        bool isShown = true;
+        workspace.GetEnv().GetDispEmpValBtnInfoOfBtnClass(memberItemID, isShown);
+        if (SCBUICoreCom::IsEmpValBtn(memberID) && !isShown) {
+            throw ECCommandError("The empty value of the item \"" + workspace.GetItemName(memberItemID) +
+                                 "\" is not shown and takes part in nothing; \"empty-value\" shows it.");
+        }
+        if (PicksByCnd(workspace, {memberItemID, memberID})) {
+            throw ECCommandError("The button " + NameBtn(workspace, memberItemID, memberID) +
                                  " picks its members by a condition and cannot be a member itself.");
         }
     }
     std::set<SBtnClassIDAndBtnID> above;
     workspace.GetEnv().GetSpBtnIDListThatTheSpecifiedBtnInfluences(itemID, btnID, above, false);
     const auto loop = std::find_if(memberIDs.begin(), memberIDs.end(), [&](DWORD memberID) {
-        return memberID == btnID || above.count({itemID, memberID}) != 0;
+        return (memberItemID == itemID && memberID == btnID) || above.count({memberItemID, memberID}) != 0;
     });
     const std::string name = NameBtn(workspace, itemID, btnID);
     if (loop == memberIDs.end() || *loop == btnID)
         throw ECCommandError("The button " + name + " would come to hold itself.");
-    throw ECCommandError("The button " + NameBtn(workspace, itemID, *loop) + " holds " + name +
+    throw ECCommandError("The button " + NameBtn(workspace, memberItemID, *loop) + " holds " + name +
                          ", directly or through others, and cannot be its member.");
 }
 
-DWORD Create(CBUIDataMngr& env, const CWorkspace& workspace, DWORD itemID, SCBUICoreCom::EBtnType type,
-             const std::string& name, const std::vector<DWORD>& memberIDs, const CTypedBtnCnd* cnd)
+// What a new special button is: of the kind `type` in `itemID`, over buttons of `memberItemID`.
+struct SNewSpBtn
+{
+    DWORD itemID;
+    SCBUICoreCom::EBtnType type;
+    std::string name;
+    DWORD memberItemID;
+};
+
+DWORD Create(CBUIDataMngr& env, const CWorkspace& workspace, const SNewSpBtn& made,
+             const std::vector<DWORD>& memberIDs, const CTypedBtnCnd* cnd)
 {
     DWORD btnID = SCBUICoreCom::BTN_ID_UNSETTING;
-    env.GetSumValueCacheMngrObjRef().ClearTotalValue(itemID); // a ratio is that of the present display
-    switch (env.CreateSpBtn(btnID, itemID, type, name.c_str(),
-                            cnd != nullptr ? VCSpBtn::MMBBTNSELMTH_CONDITION : VCSpBtn::MMBBTNSELMTH_SELECT,
-                            cnd != nullptr ? nullptr : &memberIDs, cnd)) {
+    const auto selMth = cnd != nullptr ? VCSpBtn::MMBBTNSELMTH_CONDITION : VCSpBtn::MMBBTNSELMTH_SELECT;
+    const std::vector<DWORD>* const members = cnd != nullptr ? nullptr : &memberIDs;
+    const bool isVirInc = made.type == SCBUICoreCom::BTNTYPE_VIRINC;
+    // A ratio is that of the present display.
+    env.GetSumValueCacheMngrObjRef().ClearTotalValue(made.memberItemID);
+    switch (isVirInc
+                ? env.CreateSpBtn(btnID, made.itemID, made.type, made.name.c_str(), selMth, members, cnd,
+                                  made.memberItemID)
+                : env.CreateSpBtn(btnID, made.itemID, made.type, made.name.c_str(), selMth, members, cnd)) {
     case VCBtnClass::CREATESPBTN_OK:
         return btnID;
     case VCBtnClass::CREATESPBTN_NOID:
         throw ECCommandError("The item has used up its identifiers for buttons of this kind.");
     case VCBtnClass::CREATESPBTN_BADMEMBER:
-        RefuseMembers(workspace, itemID, SCBUICoreCom::BTN_ID_UNSETTING, memberIDs);
+        RefuseMembers(workspace, made.itemID, SCBUICoreCom::BTN_ID_UNSETTING, made.memberItemID, memberIDs);
+    case VCBtnClass::CREATESPBTN_NOBTNCLASS: // only a virtual inc button may not be over an item that is
+                                             // there
+        throw ECCommandError(
+            made.memberItemID == made.itemID
+                ? "A virtual item groups buttons of other items, not its own."
+                : "A common virtual item does not group buttons of one that is a user's own.");
     default:
         throw ECCommandError("The engine did not make the button.");
     }
@@ -161,32 +189,41 @@ CAnswer RunCreate(SCommandContext& context, const CCommandArgs& args)
 {
     const CWorkspace& workspace = context.workspace;
     const std::vector<std::string>& words = args.GetWords();
-    if (words[1] != "inc" && words[1] != "cll")
-        args.Refuse("A special button is of the kind inc or cll, not \"" + words[1] + "\"");
+    if (words[1] != "inc" && words[1] != "cll" && words[1] != "virinc")
+        args.Refuse("A special button is of the kind inc, cll or virinc, not \"" + words[1] + "\"");
     const bool isInc = words[1] == "inc";
+    const bool isVirInc = words[1] == "virinc";
+    if (isVirInc != args.Has(STR_OF))
+        args.Refuse("--of tells the item whose buttons a virinc button groups, and stands with these alone");
     const bool isByCnd = args.Has(STR_WHERE);
     const bool dispMember = args.Has(STR_DISPMEMBERS);
     if (isInc && isByCnd)
         throw ECCommandError("An inc button takes its members from a list; a condition is for cll buttons.");
-    if (!isInc && dispMember)
-        throw ECCommandError("A cll button always hides its members; --disp-members is for inc buttons.");
+    if (!isInc && dispMember) {
+        throw ECCommandError("--disp-members is for inc buttons: a cll button always hides its members, a "
+                             "virinc button never.");
+    }
     if (isByCnd && (words.size() > 3 || args.Has(STR_NONE)))
         args.Refuse("The members come either from a list or from a condition");
-    const DWORD itemID = workspace.FindItem(words[0]);
+    const DWORD itemID = isVirInc ? workspace.FindVirItem(words[0]) : workspace.FindItem(words[0]);
+    const DWORD memberItemID = isVirInc ? workspace.FindItem(args.GetValue(STR_OF, "")) : itemID;
     if (words[2].empty())
         throw ECCommandError("A special button needs a text to show.");
     const std::string name = workspace.ReadBtnText(words[2]);
     workspace.RequireNewBtnText(itemID, name, SCBUICoreCom::BTN_ID_UNSETTING);
-    const SCBUICoreCom::EBtnType type = isInc ? SCBUICoreCom::BTNTYPE_INC : SCBUICoreCom::BTNTYPE_CLL;
+    const SNewSpBtn made{itemID,
+                         isInc      ? SCBUICoreCom::BTNTYPE_INC
+                         : isVirInc ? SCBUICoreCom::BTNTYPE_VIRINC
+                                    : SCBUICoreCom::BTNTYPE_CLL,
+                         name, memberItemID};
     if (isByCnd) {
         const CTypedBtnCnd cnd = ReadCnd(workspace, args.GetValue(STR_WHERE, ""));
-        return ChangeSpBtn(context, itemID, [&](CBUIDataMngr& env) {
-            return Create(env, workspace, itemID, type, name, {}, &cnd);
-        });
+        return ChangeSpBtn(context, itemID,
+                           [&](CBUIDataMngr& env) { return Create(env, workspace, made, {}, &cnd); });
     }
-    const std::vector<DWORD> memberIDs = ReadMembers(context, args, itemID, 3);
+    const std::vector<DWORD> memberIDs = ReadMembers(context, args, memberItemID, 3);
     return ChangeSpBtn(context, itemID, [&](CBUIDataMngr& env) {
-        const DWORD btnID = Create(env, workspace, itemID, type, name, memberIDs, nullptr);
+        const DWORD btnID = Create(env, workspace, made, memberIDs, nullptr);
         if (dispMember) {
             try {
                 env.SetDispMemberBtnInfoOfIncBtn(itemID, btnID, true);
@@ -248,7 +285,9 @@ CAnswer RunMembers(SCommandContext& context, const CCommandArgs& args)
     CAnswer answer;
     answer["item"] = spBtn.itemID;
     answer["id"] = spBtn.btnID;
-    CBtnLister(workspace, spBtn.itemID).DescribeInto(answer, memberIDs, max);
+    const DWORD memberItemID = workspace.GetItemOfMembers(spBtn.itemID, spBtn.btnID);
+    answer["memberItem"] = memberItemID;
+    CBtnLister(workspace, memberItemID).DescribeInto(answer, memberIDs, max);
     return answer;
 }
 
@@ -270,7 +309,8 @@ CAnswer SetMembers(SCommandContext& context, const SSpBtn& spBtn, const std::vec
         case VCBtnClass::OPEMMBBTN_SYSTEMMNGR:
             throw ECCommandError("The engine itself manages the members of this button.");
         case VCBtnClass::OPEMMBBTN_BADMEMBER:
-            RefuseMembers(context.workspace, spBtn.itemID, spBtn.btnID, memberIDs);
+            RefuseMembers(context.workspace, spBtn.itemID, spBtn.btnID,
+                          context.workspace.GetItemOfMembers(spBtn.itemID, spBtn.btnID), memberIDs);
         default:
             throw ECCommandError("The engine did not take the members.");
         }
@@ -291,7 +331,8 @@ SSpBtn FindListSpBtn(const SCommandContext& context, const CCommandArgs& args)
 CAnswer RunSetMembers(SCommandContext& context, const CCommandArgs& args)
 {
     const SSpBtn spBtn = FindListSpBtn(context, args);
-    return SetMembers(context, spBtn, ReadMembers(context, args, spBtn.itemID, PLACE_OF_MEMBERS));
+    const DWORD memberItemID = context.workspace.GetItemOfMembers(spBtn.itemID, spBtn.btnID);
+    return SetMembers(context, spBtn, ReadMembers(context, args, memberItemID, PLACE_OF_MEMBERS));
 }
 
 // The list is worked out here and set as a whole: the engine tests for loops only then.
@@ -300,9 +341,10 @@ CAnswer RunAddMembers(SCommandContext& context, const CCommandArgs& args)
     const SSpBtn spBtn = FindListSpBtn(context, args);
     std::vector<DWORD> memberIDs = GetMembers(context.workspace, spBtn);
     std::set<DWORD> present(memberIDs.begin(), memberIDs.end());
-    for (const DWORD btnID : context.workspace.FindBtns(spBtn.itemID, args.GetWordsFrom(PLACE_OF_MEMBERS))) {
+    const DWORD memberItemID = context.workspace.GetItemOfMembers(spBtn.itemID, spBtn.btnID);
+    for (const DWORD btnID : context.workspace.FindBtns(memberItemID, args.GetWordsFrom(PLACE_OF_MEMBERS))) {
         if (!present.insert(btnID).second) {
-            throw ECCommandError("The button " + NameBtn(context.workspace, spBtn.itemID, btnID) +
+            throw ECCommandError("The button " + NameBtn(context.workspace, memberItemID, btnID) +
                                  " would be a member twice.");
         }
         memberIDs.push_back(btnID);
@@ -315,9 +357,10 @@ CAnswer RunRemoveMembers(SCommandContext& context, const CCommandArgs& args)
     const SSpBtn spBtn = FindListSpBtn(context, args);
     std::vector<DWORD> memberIDs = GetMembers(context.workspace, spBtn);
     std::set<DWORD> present(memberIDs.begin(), memberIDs.end());
-    for (const DWORD btnID : context.workspace.FindBtns(spBtn.itemID, args.GetWordsFrom(PLACE_OF_MEMBERS))) {
+    const DWORD memberItemID = context.workspace.GetItemOfMembers(spBtn.itemID, spBtn.btnID);
+    for (const DWORD btnID : context.workspace.FindBtns(memberItemID, args.GetWordsFrom(PLACE_OF_MEMBERS))) {
         if (present.erase(btnID) == 0) {
-            throw ECCommandError("The button " + NameBtn(context.workspace, spBtn.itemID, btnID) +
+            throw ECCommandError("The button " + NameBtn(context.workspace, memberItemID, btnID) +
                                  " is no member of " + NameBtn(context.workspace, spBtn.itemID, spBtn.btnID) +
                                  ".");
         }
@@ -419,6 +462,9 @@ CAnswer RunEffective(SCommandContext& context, const CCommandArgs& args)
     if (args.GetWords().size() <= 2)
         return SCSpBtnAnswer::Describe(context.workspace, spBtn.itemID, spBtn.btnID);
     const bool effective = args.ReadSwitch(2);
+    if (effective)
+        context.workspace.GetItemOfMembers(spBtn.itemID,
+                                           spBtn.btnID); // it cannot come back without that item
     return ChangeSpBtn(context, spBtn.itemID, [&](CBUIDataMngr& env) {
         env.SetEffectiveInfoOfSpBtn(spBtn.itemID, spBtn.btnID, effective);
         return spBtn.btnID;
@@ -522,15 +568,17 @@ SCommand MakeCommand(const std::string& form, const std::string& summary)
 void SCSpecialCommands::AddTo(CCommandSet& commands)
 {
     SCommand create =
-        MakeCommand("create ITEM inc|cll NAME [BUTTON...|--none] [--where CONDITION] [--disp-members]",
-                    "makes a button that stands for other buttons of its item");
+        MakeCommand("create ITEM inc|cll|virinc NAME [BUTTON...|--none] [--of ITEM] [--where CONDITION] "
+                    "[--disp-members]",
+                    "makes a button that stands for other buttons");
     create.explanation =
         "inc: a button beside its members, which are hidden unless --disp-members keeps them displayed.\n"
         "cll: a button that its members fold into; they are always hidden behind it.\n"
+        "virinc: a button of a virtual item that groups buttons of the item --of; they stay displayed "
+        "there.\n"
         "The members are the listed buttons, special ones too, or none yet with --none. Those of a cll "
-        "button "
-        "can be picked by a condition instead; they are picked anew after every press in another item. A "
-        "button with a condition is a member of none.\n"
+        "or virinc button can be picked by a condition instead; they are picked anew after every press in "
+        "another item. A button with a condition is a member of none.\n"
         "A condition is made of parts such as \"amount sum top 3\" or \"amount average >= 100\", joined by "
         "and, or, not and parentheses: a number item; sum, count, average or ratio (of the sum to that of "
         "all displayed buttons); top N, bottom N, not top N, not bottom N, or =, !=, >, >=, <, <= and a "

@@ -39,8 +39,8 @@ void Record(const unsigned char* character, int count)
 bool IsCharacter(const unsigned char* character, int count)
 {
     wchar_t wide[4];
-    return MultiByteToWideChar(932, MB_ERR_INVALID_CHARS, reinterpret_cast<const char*>(character), count, wide,
-                               4) == 1;
+    return MultiByteToWideChar(932, MB_ERR_INVALID_CHARS, reinterpret_cast<const char*>(character), count,
+                               wide, 4) == 1;
 }
 
 } // namespace
