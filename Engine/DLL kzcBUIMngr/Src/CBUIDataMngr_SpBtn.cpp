@@ -124,19 +124,6 @@ bool CBUIDataMngr::GetDispMemberBtnInfoOfIncBtn(DWORD btnClassID, DWORD btnID, b
 
 // --- Changes
 
-// Runs a change. If memory runs out in it some of it may stand, and what is known of sums is not to be relied
-// on.
-template <class TChange>
-auto CBUIDataMngr::ChangeSpBtn(const TChange& change)
-{
-    try {
-        return change();
-    } catch (...) {
-        sumValueCacheMngr->ClearSumValueCache();
-        throw;
-    }
-}
-
 VCBtnClass::EMthRetOfCreateSpBtn CBUIDataMngr::CreateSpBtn(DWORD& btnID, DWORD btnClassID,
                                                            SCBUICoreCom::EBtnType type, const char* name,
                                                            VCSpBtn::EMmbBtnSelMth method,
