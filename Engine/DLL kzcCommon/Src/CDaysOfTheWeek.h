@@ -30,6 +30,8 @@ public:
 
     EDaysOfTheWeekType GetDaysOfTheWeekType() const noexcept { return type; }
 
+    bool HasDaysOfTheWeek() const noexcept { return day != NO_DAY; }
+
     bool GetMonth(DWORD& value) const noexcept override;
     using VCDate::GetFiscalMonth;
     bool GetFiscalMonth(DWORD cutOffDate, DWORD& value) const noexcept override;
@@ -47,6 +49,8 @@ public:
     CXMLReader::EMthRetOfReadXML ReadSpecByXML(const CXMLReader& reader) override;
 
 private:
+    bool StoreMonth(DWORD value) noexcept;
+
     static constexpr BYTE NO_DAY = 255;
 
     EDaysOfTheWeekType type;

@@ -1,6 +1,7 @@
 #include "CEraYear.h"
 
 #include "SCCalendar.h"
+#include "SCDateWord.h"
 
 namespace NSKZ::NSKZCore {
 
@@ -54,6 +55,31 @@ bool CEraYear::GetJpn(VCDate::EEra& japaneseEra, DWORD& yearOfEra) const noexcep
     }
     return SCCalendar::GetJpnYear(SCCalendar::GetDayNum(year, VCDate::MONTHCNT_OF_YEAR, 31), japaneseEra,
                                   yearOfEra);
+}
+
+bool CEraYear::GetGrgOfNamingYear(DWORD& grgYear) const noexcept
+{
+    DWORD ofEra = 0;
+    CEraYear asGrg;
+    VCDate::EEra eraAtEnd = VCDate::ERA_UNSETTING;
+    DWORD yearAtEnd = 0;
+    if (!GetGrg(ofEra))
+        return false;
+    if (era != VCDate::ERA_GREGORIAN &&
+        (!asGrg.SetGrg(ofEra) || !asGrg.GetJpn(eraAtEnd, yearAtEnd) || eraAtEnd != era))
+        return false;
+    grgYear = ofEra;
+    return true;
+}
+
+void CEraYear::AppendTo(CFixedText<VCDate::MAX_DATESTRING_SIZE>& text) const noexcept
+{
+    if (era == VCDate::ERA_GREGORIAN) {
+        text.AppendNumber(year, 4);
+    } else if (era != VCDate::ERA_UNSETTING) {
+        text.Append(SCDateWord::GetEra(era, SCDateWord::ERASTYLE_LETTER, _getmbcp()));
+        text.AppendNumber(year);
+    }
 }
 
 } // namespace NSKZ::NSKZCore

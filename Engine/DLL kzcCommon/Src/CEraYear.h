@@ -1,6 +1,7 @@
 #ifndef CERAYEAR_H
 #define CERAYEAR_H
 
+#include "CFixedText.h"
 #include "VCDate.h"
 
 namespace NSKZ::NSKZCore {
@@ -27,6 +28,12 @@ public:
     bool GetGrg(DWORD& grgYear) const noexcept;
     // The year of the era of Japan in which the year ends. False for none, and before Meiji.
     bool GetJpn(VCDate::EEra& japaneseEra, DWORD& yearOfEra) const noexcept;
+
+    // The Gregorian year of a year that bears one name from end to end, as fiscal years do. False too for a
+    // year of an era of Japan in which another era is in force at its end.
+    bool GetGrgOfNamingYear(DWORD& grgYear) const noexcept;
+    // Appends the year as plain text: "2024", "R6"; nothing for none.
+    void AppendTo(CFixedText<VCDate::MAX_DATESTRING_SIZE>& text) const noexcept;
 
 private:
     WORD year = 0;

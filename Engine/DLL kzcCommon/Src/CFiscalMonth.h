@@ -1,6 +1,7 @@
 #ifndef CFISCALMONTH_H
 #define CFISCALMONTH_H
 
+#include "CDate.h"
 #include "CEraYear.h"
 #include "VCDate.h"
 
@@ -40,6 +41,8 @@ public:
     CXMLReader::EMthRetOfReadXML ReadSpecByXML(const CXMLReader& reader) override;
 
 private:
+    bool GetAsMonth(CDate& month) const noexcept;
+
     CEraYear year;
     BYTE fiscalMonth = 0; // 0 for none
 };

@@ -1,7 +1,9 @@
 #ifndef CWEEKNUM_H
 #define CWEEKNUM_H
 
+#include "CDateNumeric.h"
 #include "CEraYear.h"
+#include "CFiscalMonth.h"
 #include "VCDate.h"
 
 namespace NSKZ::NSKZCore {
@@ -66,6 +68,15 @@ public:
     CXMLReader::EMthRetOfReadXML ReadSpecByXML(const CXMLReader& reader) override;
 
 private:
+    bool HasCalendarYear() const noexcept;
+    bool LacksMonth() const noexcept;
+    bool StoreMonth(DWORD value) noexcept;
+    bool GiveWeek(EWeekNumType asked, EDaysOfTheWeek daysOfWeek, DWORD& value) const noexcept;
+    bool GetAsMonth(CDate& asMonth) const noexcept;
+    bool GetAsFiscalMonth(CFiscalMonth& asFiscalMonth) const noexcept;
+    bool GetStretch(DWORD startMonth, DWORD cutOffDate, long& firstDay, long& lastDay,
+                    CDateNumeric::ERank& rank) const noexcept;
+
     EWeekNumType type;
     CEraYear year;
     BYTE month = 0; // 0 for none

@@ -11,7 +11,7 @@ namespace {
 // 1 January of the year 1 in the count of std::chrono.
 constexpr long FIRST_DAY =
     std::chrono::sys_days(std::chrono::year(1) / std::chrono::January / 1).time_since_epoch().count();
-constexpr long DAYS_OF_WEEK = 7;
+constexpr DWORD DAYS_OF_WEEK = 7;
 constexpr DWORD MONTHS_OF_YEAR = VCDate::MONTHCNT_OF_YEAR;
 
 constexpr long ToDayNum(std::chrono::sys_days day) noexcept
@@ -56,8 +56,7 @@ const SEraOfJapan* FindEra(VCDate::EEra era) noexcept
 // How many days of the week that holds the first day lie before it.
 long GetDaysBefore(long firstDay, VCDate::EDaysOfTheWeek daysOfWeek) noexcept
 {
-    const long day = SCCalendar::GetDaysOfTheWeek(firstDay);
-    return (day - static_cast<long>(daysOfWeek) + DAYS_OF_WEEK) % DAYS_OF_WEEK;
+    return static_cast<long>(SCCalendar::GetPlaceInWeek(SCCalendar::GetDaysOfTheWeek(firstDay), daysOfWeek));
 }
 
 } // namespace
@@ -97,6 +96,11 @@ void SCCalendar::GetDay(long dayNum, long& year, DWORD& month, DWORD& day) noexc
 VCDate::EDaysOfTheWeek SCCalendar::GetDaysOfTheWeek(long dayNum) noexcept
 {
     return static_cast<VCDate::EDaysOfTheWeek>(std::chrono::weekday(ToSysDays(dayNum)).c_encoding());
+}
+
+DWORD SCCalendar::GetPlaceInWeek(VCDate::EDaysOfTheWeek day, VCDate::EDaysOfTheWeek first) noexcept
+{
+    return (static_cast<DWORD>(day) + DAYS_OF_WEEK - static_cast<DWORD>(first)) % DAYS_OF_WEEK;
 }
 
 bool SCCalendar::GetJpnYear(long dayNum, VCDate::EEra& era, DWORD& year) noexcept
@@ -154,6 +158,26 @@ long SCCalendar::GetLastDayOfFiscalMonth(long year, DWORD fiscalMonth, DWORD cut
     return GetDayNum(year, fiscalMonth, std::min(cutOffDate, GetLastDay(year, fiscalMonth)));
 }
 
+bool SCCalendar::GetFirstDayOfNamedFiscalMonth(const CEraYear& year, DWORD fiscalMonth, DWORD cutOffDate,
+                                               long& firstDay) noexcept
+{
+    DWORD grgYear = 0;
+    if (!year.GetGrg(grgYear))
+        return false;
+    if (fiscalMonth == 0) {
+        firstDay = GetDayNum(grgYear, 1, 1);
+        return true;
+    }
+    VCDate::EEra era = VCDate::ERA_UNSETTING;
+    DWORD yearOfEra = 0;
+    if (year.GetEra() != VCDate::ERA_GREGORIAN &&
+        (!GetJpnYear(GetLastDayOfFiscalMonth(grgYear, fiscalMonth, cutOffDate), era, yearOfEra) ||
+         era != year.GetEra()))
+        return false;
+    firstDay = GetFirstDayOfFiscalMonth(grgYear, fiscalMonth, cutOffDate);
+    return true;
+}
+
 long SCCalendar::GetFiscalYear(long year, DWORD fiscalMonth, DWORD startMonth) noexcept
 {
     return fiscalMonth >= startMonth ? year : year - 1;
@@ -162,6 +186,16 @@ long SCCalendar::GetFiscalYear(long year, DWORD fiscalMonth, DWORD startMonth) n
 DWORD SCCalendar::GetPlaceInFiscalYear(DWORD fiscalMonth, DWORD startMonth) noexcept
 {
     return (fiscalMonth + MONTHS_OF_YEAR - startMonth) % MONTHS_OF_YEAR;
+}
+
+DWORD SCCalendar::GetHalfTerm(DWORD fiscalMonth, DWORD startMonth) noexcept
+{
+    return GetPlaceInFiscalYear(fiscalMonth, startMonth) / MONTHS_OF_HALFTERM + 1;
+}
+
+DWORD SCCalendar::GetQuarterTerm(DWORD fiscalMonth, DWORD startMonth) noexcept
+{
+    return GetPlaceInFiscalYear(fiscalMonth, startMonth) / MONTHS_OF_QUARTERTERM + 1;
 }
 
 long SCCalendar::GetFirstDayInFiscalYear(long fiscalYear, DWORD place, DWORD startMonth,
@@ -174,14 +208,16 @@ long SCCalendar::GetFirstDayInFiscalYear(long fiscalYear, DWORD place, DWORD sta
 
 DWORD SCCalendar::GetWeek(long dayNum, long firstDay, VCDate::EDaysOfTheWeek daysOfWeek) noexcept
 {
-    return static_cast<DWORD>((dayNum - firstDay + GetDaysBefore(firstDay, daysOfWeek)) / DAYS_OF_WEEK) + 1;
+    return static_cast<DWORD>((dayNum - firstDay + GetDaysBefore(firstDay, daysOfWeek)) /
+                              long{DAYS_OF_WEEK}) +
+           1;
 }
 
 long SCCalendar::GetFirstDayOfWeek(DWORD week, long firstDay, VCDate::EDaysOfTheWeek daysOfWeek) noexcept
 {
     if (week == 1)
         return firstDay;
-    return firstDay - GetDaysBefore(firstDay, daysOfWeek) + static_cast<long>(week - 1) * DAYS_OF_WEEK;
+    return firstDay - GetDaysBefore(firstDay, daysOfWeek) + static_cast<long>((week - 1) * DAYS_OF_WEEK);
 }
 
 } // namespace NSKZ::NSKZCore

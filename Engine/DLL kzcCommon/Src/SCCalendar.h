@@ -1,12 +1,13 @@
 #ifndef SCCALENDAR_H
 #define SCCALENDAR_H
 
+#include "CEraYear.h"
 #include "VCDate.h"
 
 namespace NSKZ::NSKZCore {
 
 // The calendar: days by number, eras, fiscal terms and weeks under the three calendar criteria. All of it is
-// arithmetic in constant time.
+// arithmetic in constant time. Months, cut-off days and the like are within their limits; nothing tests it.
 //
 // Definitions.
 //   Day number. Days are counted; 1 January of the year 1 has number 1. The Gregorian calendar is used
@@ -37,9 +38,16 @@ class KZCCOMMON_API SCCalendar
 public:
     SCCalendar() = delete;
 
+    static constexpr DWORD MONTHS_OF_HALFTERM = VCDate::MONTHCNT_OF_YEAR / VCDate::HALFTERMCNT_OF_YEAR;
+    static constexpr DWORD MONTHS_OF_QUARTERTERM = VCDate::MONTHCNT_OF_YEAR / VCDate::QUARTERTERMCNT_OF_YEAR;
+
     static bool IsMonth(DWORD month) noexcept { return month >= 1 && month <= VCDate::MONTHCNT_OF_YEAR; }
     static bool IsCutOffDate(DWORD day) noexcept { return day >= 1 && day <= VCDate::MAXDAY_OF_MONTH; }
     static bool IsDaysOfTheWeek(DWORD day) noexcept { return day <= VCDate::DAYSOFWEEK_SATURDAY; }
+    static bool AreCriteria(DWORD startMonth, DWORD cutOffDate, DWORD daysOfWeek) noexcept
+    {
+        return IsMonth(startMonth) && IsCutOffDate(cutOffDate) && IsDaysOfTheWeek(daysOfWeek);
+    }
     static bool IsEraOfJapan(DWORD era) noexcept;
 
     // The last day of a month, which is a real one of a year from 0 to 10000.
@@ -52,6 +60,8 @@ public:
     // The day of a number.
     static void GetDay(long dayNum, long& year, DWORD& month, DWORD& day) noexcept;
     static VCDate::EDaysOfTheWeek GetDaysOfTheWeek(long dayNum) noexcept;
+    // The place of a day in a week that begins with `first`, from 0.
+    static DWORD GetPlaceInWeek(VCDate::EDaysOfTheWeek day, VCDate::EDaysOfTheWeek first) noexcept;
 
     // The era of a day and its year. False before Meiji.
     static bool GetJpnYear(long dayNum, VCDate::EEra& era, DWORD& year) noexcept;
@@ -66,9 +76,16 @@ public:
     // First and last day of a fiscal month.
     static long GetFirstDayOfFiscalMonth(long year, DWORD fiscalMonth, DWORD cutOffDate) noexcept;
     static long GetLastDayOfFiscalMonth(long year, DWORD fiscalMonth, DWORD cutOffDate) noexcept;
+    // The first day of a fiscal month of a year as it is counted; with month 0 of the year. False for a
+    // Japanese year that is not the one of the fiscal month's last day.
+    static bool GetFirstDayOfNamedFiscalMonth(const CEraYear& year, DWORD fiscalMonth, DWORD cutOffDate,
+                                              long& firstDay) noexcept;
     // The fiscal year of a fiscal month, and the place of the month in it, from 0.
     static long GetFiscalYear(long year, DWORD fiscalMonth, DWORD startMonth) noexcept;
     static DWORD GetPlaceInFiscalYear(DWORD fiscalMonth, DWORD startMonth) noexcept;
+    // The half and the quarter of the fiscal year that a fiscal month lies in.
+    static DWORD GetHalfTerm(DWORD fiscalMonth, DWORD startMonth) noexcept;
+    static DWORD GetQuarterTerm(DWORD fiscalMonth, DWORD startMonth) noexcept;
     // The first day of the fiscal month that is `place` months behind the first one of a fiscal year; 12 is
     // the first of the next fiscal year.
     static long GetFirstDayInFiscalYear(long fiscalYear, DWORD place, DWORD startMonth,

@@ -21,7 +21,7 @@ namespace NSKZ::NSKZCore {
 // A criterion outside its range gives false. What each of them makes of a day (fiscal years, fiscal months,
 // halves, quarters, weeks, eras) is defined in SCCalendar.
 //
-// An object is a pointer and eight bytes. No getter allocates or throws; copying and assigning do not either.
+// An object has 24 bytes. No getter allocates or throws; copying and assigning do not either.
 class KZCCOMMON_API VCDate
 {
 public:
