@@ -198,7 +198,8 @@ TEST(CDateBtnClass, AFormThatThereIsNotMakesNoGroup)
 TEST(CDateBtnClass, AYearOutOfLimitsStaysUnsetAndTheGroupStillForms)
 {
     CFixture fixture;
-    fixture.Add({"1872-12-31", "1873-01-01", "1850-12-31"}); // 2, 3, 4
+    fixture.table.SetStartMonth(1);
+    fixture.Add({"1872-12-31", "1873-12-31", "1850-12-31"}); // 2, 3, 4
     fixture.btnClass->SetDispForm(MakeDateForm(1, 0));
     EXPECT_EQ(fixture.GetGroups(), Lists({{2, 4}, {3}}));
     fixture.btnClass->SetDispForm(MakeDateForm(2, 101));
@@ -316,7 +317,7 @@ TEST(CDateBtnClass, AGroupThatLostAllMembersStaysEmptyUntilTheFormChanges)
     EXPECT_EQ(fixture.GetGroups(), Lists({{}, {3}}));
     EXPECT_EQ(fixture.GetVisibleInfo(CLL), VISINFO_NOMEMBER | VISINFO_NOLIVEMEMBER);
     EXPECT_EQ(fixture.GetNameOrder(), List({CLL + 1}));
-    EXPECT_EQ(fixture.GetNameOrder(ALL), List({CLL, 3, CLL + 1}));
+    EXPECT_EQ(fixture.GetNameOrder(ALL), List({CLL, CLL + 1, 3})); // a month stands before its first day
     EXPECT_TRUE(fixture.GetRecs(CLL).empty());
     fixture.Add({"2024-07-15"});
     EXPECT_EQ(fixture.GetGroups(), Lists({{2}, {3}}));
