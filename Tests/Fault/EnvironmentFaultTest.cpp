@@ -1,5 +1,6 @@
 #include "CFaultEnv.h"
 
+#include "CDate.h"
 #include "INumCnd.h"
 #include "Support/CAllocFault.h"
 
@@ -388,6 +389,131 @@ TEST(EnvironmentFault, QueriesThatRunOutOfMemoryChangeNothing)
         [](CBUIDataMngr& env) {
             double value = 0;
             env.GetSumValueCacheMngrObjRef().GetTotalAbsoluteValue(CLASS_TEXT, FLD_NUM, value);
+        },
+    };
+    for (std::size_t number = 0; number < queries.size(); ++number) {
+        SCOPED_TRACE(number);
+        EXPECT_GE(FailEachAndKeep(prepare, queries[number]), 1);
+    }
+}
+
+// Groups of dates and times.
+NSKZCore::SCDeclareConstant::SDateDispForm MakeDateForm(DWORD form)
+{
+    NSKZCore::SCDeclareConstant::SDateDispForm dispForm;
+    dispForm.kind = 1;
+    dispForm.form = form;
+    dispForm.option = 0;
+    return dispForm;
+}
+
+TEST(EnvironmentFault, ADisplayFormThatRunsOutOfMemoryCanBeSetAfterwards)
+{
+    for (const bool hadForm : {false, true}) {
+        SCOPED_TRACE(hadForm);
+        const auto prepare = [=](CBUIDataMngr& env) {
+            if (hadForm) {
+                EXPECT_TRUE(env.SetDispFormOfDateBtnClass(CLASS_DATE, MakeDateForm(6)));
+            }
+            PressTwoLevels(env);
+        };
+        const auto group = [](CBUIDataMngr& env) {
+            EXPECT_TRUE(env.SetDispFormOfDateBtnClass(CLASS_DATE, MakeDateForm(0)));
+        };
+        const std::string done = SnapshotAfter([&](CBUIDataMngr& env) {
+            prepare(env);
+            group(env);
+        });
+        EXPECT_GE(FailEach(prepare, group,
+                           [&](CBUIDataMngr& env) {
+                               env.ClearAllBtnSelections(true);
+                               TakeSnapshot(env); // every list names what there is
+                               group(env);
+                               EXPECT_EQ(TakeSnapshot(env), done);
+                           }),
+                  30);
+    }
+}
+
+TEST(EnvironmentFault, ATimeFormThatRunsOutOfMemoryCanBeSetAfterwards)
+{
+    const auto group = [](CBUIDataMngr& env) {
+        NSKZCore::SCDeclareConstant::STimeDispForm dispForm;
+        dispForm.kind = 1;
+        dispForm.form = 2;
+        EXPECT_TRUE(env.SetDispFormOfTimeBtnClass(CLASS_TIME, dispForm));
+    };
+    const std::string done = SnapshotAfter(group);
+    EXPECT_GE(FailEach(Nothing, group,
+                       [&](CBUIDataMngr& env) {
+                           TakeSnapshot(env);
+                           group(env);
+                           EXPECT_EQ(TakeSnapshot(env), done);
+                       }),
+              20);
+}
+
+TEST(EnvironmentFault, FollowingCriteriaOrADataFormCanBeRepeatedWhenMemoryRanOut)
+{
+    const auto prepare = [](CBUIDataMngr& env) {
+        EXPECT_TRUE(env.SetDispFormOfDateBtnClass(CLASS_DATE, MakeDateForm(0)));
+        PressTwoLevels(env);
+    };
+    const DWORD fldIDs[] = {3, 4};
+    const Operation followings[] = {
+        [](CBUIDataMngr& env) { EXPECT_TRUE(env.AdjstAccordingToChangeDateCriterionInfo()); },
+        [&](CBUIDataMngr& env) { EXPECT_TRUE(env.AdjstAccordingToChangeFldDataForm(fldIDs, 2)); },
+    };
+    for (const Operation& follow : followings) {
+        const std::string done = SnapshotAfter([&](CBUIDataMngr& env) {
+            prepare(env);
+            follow(env);
+        });
+        EXPECT_GE(FailEach(prepare, follow,
+                           [&](CBUIDataMngr& env) {
+                               env.ClearAllBtnSelections(true);
+                               TakeSnapshot(env);
+                               follow(env);
+                               EXPECT_EQ(TakeSnapshot(env), done);
+                           }),
+                  10);
+    }
+}
+
+TEST(EnvironmentFault, QueriesOfDatesThatRunOutOfMemoryChangeNothing)
+{
+    const auto prepare = [](CBUIDataMngr& env) {
+        EXPECT_TRUE(env.SetDispFormOfDateBtnClass(CLASS_DATE, MakeDateForm(6)));
+    };
+    NSKZCore::CDate july;
+    july.SetYearOfTheGrgCalendar(2024);
+    july.SetMonth(7);
+    const std::vector<Operation> queries = {
+        [](CBUIDataMngr& env) {
+            NSKZCore::CDateGroupMap groups;
+            EXPECT_TRUE(
+                env.GetGroupedBtnIDListsOfDateBtnClass(CLASS_DATE, NSKZCore::VCDate::DATETYPE_DAY, groups));
+        },
+        [](CBUIDataMngr& env) {
+            NSKZCore::CDateGroupMap groups;
+            EXPECT_TRUE(
+                env.GetGroupedBtnIDListsOfTimeBtnClass(CLASS_TIME, NSKZCore::VCDate::DATETYPE_HOUR, groups));
+        },
+        [&](CBUIDataMngr& env) {
+            DWORD recs[50];
+            NSKZCore::SRecordList recList{recs, 0};
+            EXPECT_TRUE(env.GetGroupedRecListOfDateBtnClass(
+                CLASS_DATE, july, NSKZCore::SCKZCoreCom::CMPOPERATOR_EQUAL, recList));
+        },
+        [](CBUIDataMngr& env) {
+            const DWORD recs[] = {1, 2, 3};
+            DWORD recNum = 0;
+            unsigned long long dateNum = 0;
+            EXPECT_TRUE(env.GetLatestRecNumOfDateBtnClass(CLASS_DATE, recs, 3, recNum, dateNum));
+        },
+        [](CBUIDataMngr& env) {
+            std::map<DWORD, std::string> symbols;
+            EXPECT_TRUE(env.GetSymbolListOfDateBtnClasses(symbols));
         },
     };
     for (std::size_t number = 0; number < queries.size(); ++number) {

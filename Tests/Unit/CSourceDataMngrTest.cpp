@@ -247,14 +247,14 @@ TEST(CSourceDataMngr, AFieldThatDoesNotFitIsRefused)
     info.spec.dataKind = SC::UNSETTING;
     EXPECT_FALSE(table.AddFld(info, MakeValues(four), fldID));
     info = MakeInfo("x", SC::DATATYPE_DATE);
-    info.dateTypeInfo.form = static_cast<SC::EDateDataForm>(7);
+    info.dateTypeInfo.form = static_cast<SC::EDateDataForm>(SC::DATEFORM_LAST + 1);
     EXPECT_FALSE(table.AddFld(info, MakeValues(four), fldID));
     EXPECT_FALSE(table.SetFldInfo(1, info));
     info = MakeInfo("x", SC::DATATYPE_DATE);
-    info.dateTypeInfo.delimiter = static_cast<SC::EDateDelimiter>(5);
+    info.dateTypeInfo.delimiter = static_cast<SC::EDateDelimiter>(SC::DATEDELIM_LAST + 1);
     EXPECT_FALSE(table.AddFld(info, MakeValues(four), fldID));
     info = MakeInfo("x", SC::DATATYPE_TIME);
-    info.timeTypeInfo.form = static_cast<SC::ETimeDataForm>(4);
+    info.timeTypeInfo.form = static_cast<SC::ETimeDataForm>(SC::TIMEFORM_LAST + 1);
     EXPECT_FALSE(table.AddFld(info, MakeValues(four), fldID));
     EXPECT_FALSE(table.SetFldData(1, MakeValues({"a"})));
     EXPECT_EQ(fldID, UNTOUCHED);

@@ -87,10 +87,10 @@ TEST(SCDeclareConstant, AnUnknownFormOrDelimiterIsRefusedAndNothingWritten)
 {
     unsigned int minLen = 777;
     unsigned int maxLen = 778;
-    EXPECT_FALSE(
-        SC::GetDateStrMinAndMaxLen(static_cast<SC::EDateDataForm>(7), SC::DATEDELIM_SLASH, minLen, maxLen));
-    EXPECT_FALSE(
-        SC::GetDateStrMinAndMaxLen(SC::DATEFORM_YMD, static_cast<SC::EDateDelimiter>(5), minLen, maxLen));
+    EXPECT_FALSE(SC::GetDateStrMinAndMaxLen(static_cast<SC::EDateDataForm>(SC::DATEFORM_LAST + 1),
+                                            SC::DATEDELIM_SLASH, minLen, maxLen));
+    EXPECT_FALSE(SC::GetDateStrMinAndMaxLen(
+        SC::DATEFORM_YMD, static_cast<SC::EDateDelimiter>(SC::DATEDELIM_LAST + 1), minLen, maxLen));
     EXPECT_FALSE(SC::GetDateStrMinAndMaxLen(static_cast<SC::EDateDataForm>(SC::UNSETTING),
                                             static_cast<SC::EDateDelimiter>(SC::UNSETTING), minLen, maxLen));
     EXPECT_EQ(minLen, 777u);

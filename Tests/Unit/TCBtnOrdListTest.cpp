@@ -205,6 +205,40 @@ TEST(TCBtnOrdList, ExhaustedMemoryInAWalkLosesNothing)
     EXPECT_GE(failures, 3);
 }
 
+TEST(TCBtnOrdList, NumbersOfDatesOrderOverTheirWholeRange)
+{
+    CDateNumOrdList list;
+    list.Insert(18446744073709551615ull, 2);
+    list.Insert(0, 3);
+    list.Insert(9223372036854775808ull, 4);
+    list.Insert(9223372036854775807ull, 5);
+    list.Insert(0, 4160000002);
+    const auto btnIDs = list.GetBtnIDs();
+    ASSERT_EQ(btnIDs.GetSize(), 5u);
+    const DWORD expected[] = {3, 4160000002, 5, 4, 2};
+    for (std::size_t i = 0; i < btnIDs.GetSize(); ++i)
+        EXPECT_EQ(btnIDs[i], expected[i]);
+    EXPECT_EQ(list.GetKeyOf(4), 9223372036854775808ull);
+}
+
+TEST(TCBtnOrdList, ListsThatAreSwappedKeepWhatTheyHeld)
+{
+    CTextOrdList first;
+    first.Insert("b", 2);
+    first.Insert("a", 3);
+    first.GetBtnIDs(); // settled
+    CTextOrdList second;
+    second.Insert("c", 4);
+    first.Swap(second);
+    EXPECT_EQ(Walk(first), std::vector<DWORD>({4}));
+    EXPECT_EQ(Walk(second), std::vector<DWORD>({3, 2}));
+    first.Insert("0", 5);
+    second.Insert("aa", 6);
+    EXPECT_TRUE(second.Erase("b", 2));
+    EXPECT_EQ(Walk(first), std::vector<DWORD>({5, 4}));
+    EXPECT_EQ(Walk(second), std::vector<DWORD>({3, 6}));
+}
+
 TEST(CTextArena, CopiesStayInPlaceHoweverManyCome)
 {
     CTextArena arena;

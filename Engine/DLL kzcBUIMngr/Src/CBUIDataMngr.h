@@ -5,6 +5,7 @@
 #include "KzcBUIMngrAPI.h"
 #include "SCBUICoreCom.h"
 #include "SCDeclareConstant.h"
+#include "SDateGroupBtnIDList.h"
 #include "SHierarchyInfo.h"
 #include "SRecordList.h"
 #include "SSelectBtnIDList.h"
@@ -16,6 +17,7 @@
 #include <map>
 #include <memory>
 #include <set>
+#include <string>
 #include <vector>
 
 namespace NSKZ::NSKZCore {
@@ -371,6 +373,59 @@ public:
     // has changed. Classes in selective state too. False without a sum manager.
     bool ResetMemberBtnBasedOnTheCndOfAll(DWORD numID);
 
+    // --- Dates and times: what the class of a date or time field has beyond the others (CDateBtnClass,
+    // CTimeBtnClass). Each is false for an unknown class and for one of another type.
+
+    // How the dates or times of a class are grouped and shown; unset in a new class.
+    bool GetDispFormOfDateBtnClass(DWORD btnClassID, SCDeclareConstant::SDateDispForm& dispForm) const;
+    bool GetDispFormOfTimeBtnClass(DWORD btnClassID, SCDeclareConstant::STimeDispForm& dispForm) const;
+    // Groups and shows them otherwise: makes a cll button for each group, which the system manages (see
+    // VCDateTimeBtnClass), in place of those of the form before; clears all sums and the whole selection, and
+    // lets the conditions of the class pick their members anew. The form in force changes nothing and gives
+    // true. A form whose kind, form or, of dates, option is not set, or whose pattern does not end within its
+    // bytes, is refused: the answer is false, and sums and selection are cleared. If memory is exhausted
+    // nothing has changed; or there is no display form and no group with members; or all is done and rows of
+    // records are outdated.
+    bool SetDispFormOfDateBtnClass(DWORD btnClassID, const SCDeclareConstant::SDateDispForm& dispForm);
+    bool SetDispFormOfTimeBtnClass(DWORD btnClassID, const SCDeclareConstant::STimeDispForm& dispForm);
+    // The buttons grouped by one part of their dates, whatever the display form. Parts of a time are those of
+    // time classes and refused for dates, and the reverse. Throws ECAbnormalData if a date class is given a
+    // type that is none.
+    bool GetGroupedBtnIDListsOfDateBtnClass(DWORD btnClassID, VCDate::EDateType dateType,
+                                            CDateGroupMap& groups) const;
+    bool GetGroupedBtnIDListsOfTimeBtnClass(DWORD btnClassID, VCDate::EDateType dateType,
+                                            CDateGroupMap& groups) const;
+    // The buttons whose date is in that relation to `date`, ascending, and the records of these buttons,
+    // whatever is selected. `recList` borrows an array of GetRecCountOfSrcData() numbers. False also in a
+    // class without dates, and where the date of its first button does not give what `date` holds.
+    bool GetGroupedBtnIDListOfDateBtnClass(DWORD btnClassID, const VCDate& date,
+                                           SCKZCoreCom::ECmpOperator cmpOperator,
+                                           std::vector<DWORD>& btnIDs) const;
+    bool GetGroupedRecListOfDateBtnClass(DWORD btnClassID, const VCDate& date,
+                                         SCKZCoreCom::ECmpOperator cmpOperator, SRecordList& recList) const;
+    // The latest date of the class, good until its dates change. False in a class without dates.
+    bool GetLatestDateOfDateBtnClass(DWORD btnClassID, const VCDate*& date) const;
+    // The last of the listed records that carry the latest date among them, and the number of that date. The
+    // list is ascending. False if none of them carries a date, and for a number that is no record.
+    bool GetLatestRecNumOfDateBtnClass(DWORD btnClassID, const DWORD* recList, DWORD recListCount,
+                                       DWORD& recNum, unsigned long long& dateNum) const;
+    // A symbol for each date class, by its identifier, as STR_FORMAT_DATEBTNCLS_SYMBOL makes it; replaces
+    // what `symbols` held. Ineffective classes too. Always true.
+    static constexpr char STR_FORMAT_DATEBTNCLS_SYMBOL[] = "D%lu";
+    bool GetSymbolListOfDateBtnClasses(std::map<DWORD, std::string>& symbols) const;
+
+    // --- Following the source data: to be called after the change of the table. Each clears all sums and the
+    // whole selection at its end.
+
+    // The calendar criteria have changed (start month of the fiscal year, cut-off day of a month, first day
+    // of the week): the dates of every date class are grouped anew. Always true. If memory is exhausted some
+    // classes may follow the new criteria and others not: to be called again.
+    bool AdjstAccordingToChangeDateCriterionInfo();
+    // The form of the data of these fields has changed: the classes of dates and times among them read their
+    // texts anew and group them anew, and their cll buttons that select by list are switched off. Other
+    // fields, and those without a class, are passed over. Always true. If memory is exhausted the same holds.
+    bool AdjstAccordingToChangeFldDataForm(const DWORD* fldIDs, unsigned int count);
+
     // --- Records and buttons
 
     // The distinct buttons of a source class that the listed records carry, in order of first appearance,
@@ -436,7 +491,22 @@ private:
     std::unique_ptr<VCBtnClass> CreateBtnClassBasedOnDataType(SCDeclareConstant::EDataType dataType,
                                                               DWORD btnClassID, DWORD fldID) const;
 
+    // Dates and times. Null for an unknown class and one of another type.
+    template <class TBtnClass>
+    TBtnClass* FindBtnClassOfType(DWORD btnClassID) const;
+    template <class TBtnClass>
+    bool GetDispFormOfBtnClass(DWORD btnClassID, typename TBtnClass::SDispForm& dispForm) const;
+    template <class TBtnClass>
+    bool SetDispFormOfBtnClass(DWORD btnClassID, const typename TBtnClass::SDispForm& dispForm);
+    template <class TBtnClass>
+    bool GetGroupedBtnIDListsOfBtnClass(DWORD btnClassID, VCDate::EDateType dateType,
+                                        CDateGroupMap& groups) const;
+    void CloseFollowingOfSrcData();
+
     // Selection
+    // Switches off the cll buttons of a class that select by list and that users manage, and lists those that
+    // are off now; the class may be unknown.
+    void SetIneffectiveInfoOfAllSelCllBtns(DWORD btnClassID, std::vector<DWORD>& changedBtnIDs);
     bool SelectBtnsForDiffCnd(VCBtnClass& btnClass, const std::vector<DWORD>& btnIDs, bool select);
     bool ExecRelation(SHierarchyInfo* level, DWORD btnClassID, const std::vector<DWORD>& btnIDs, bool select);
     void AdjstSumValueCacheToSelectBtn(DWORD btnClassID) const;

@@ -262,6 +262,22 @@ void CBUIDataMngr::ClearAllBtnClassSelections()
     selBtnClassIDList.clear();
 }
 
+void CBUIDataMngr::SetIneffectiveInfoOfAllSelCllBtns(DWORD btnClassID, std::vector<DWORD>& changedBtnIDs)
+{
+    changedBtnIDs.clear();
+    const VCBtnClass* const btnClass = FindBtnClass(btnClassID);
+    if (btnClass == nullptr)
+        return;
+    std::vector<DWORD> spBtnIDs;
+    btnClass->GetAllSpBtnIDList(spBtnIDs, true);
+    for (const DWORD spBtnID : spBtnIDs) {
+        VCSpBtn::EMmbBtnSelMth selMth = VCSpBtn::MMBBTNSELMTH_CONDITION;
+        if (SCBUICoreCom::IsCllBtn(spBtnID) && btnClass->GetMmbBtnSelMthOfSpBtn(spBtnID, selMth) &&
+            selMth == VCSpBtn::MMBBTNSELMTH_SELECT && SetEffectiveInfoOfSpBtn(btnClassID, spBtnID, false))
+            changedBtnIDs.push_back(spBtnID);
+    }
+}
+
 void CBUIDataMngr::AdjstSumValueCacheToSelectBtn(DWORD btnClassID) const
 {
     for (const auto& [otherID, otherClass] : btnClasses) {

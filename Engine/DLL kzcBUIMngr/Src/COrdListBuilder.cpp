@@ -49,12 +49,11 @@ void VCBtnClass::COrdListBuilder::AddSpBtnsByCreation()
 
 void VCBtnClass::COrdListBuilder::AddSpBtnsByText()
 {
-    SpBtns inFront;
-    SpBtns setAside;
-    for (const auto& [btnID, spBtn] : btnClass.spBtnOfID) {
-        if (spBtn->IsEffective() && btnClass.IsListed(*spBtn, flags))
-            (IsSetAside(*spBtn) ? setAside : inFront).push_back(spBtn);
-    }
+    AddSpBtnsByText([](const VCSpBtn&) { return true; });
+}
+
+void VCBtnClass::COrdListBuilder::AppendByText(SpBtns& inFront, SpBtns& setAside)
+{
     const auto isBefore = [](const VCSpBtn& left, const VCSpBtn& right) {
         return CTextKeys::IsLess(left.GetShownText(), right.GetShownText());
     };

@@ -36,6 +36,9 @@ public:
     // system manages, each oldest first; or all by shown text. Condition cll buttons may wait for the end.
     void AddSpBtnsByCreation();
     void AddSpBtnsByText();
+    // The same for those of them that isListed(const VCSpBtn&) lets in as well.
+    template <class TCondition>
+    void AddSpBtnsByText(const TCondition& isListed);
     // What is added from now on is not turned round.
     void EndReversedPart() noexcept { reversedCount = listed.size(); }
     // Gives the list, which may replace what it was made from.
@@ -44,6 +47,7 @@ public:
 private:
     using SpBtns = std::vector<const VCSpBtn*>;
     bool IsSetAside(const VCSpBtn& spBtn) const noexcept;
+    void AppendByText(SpBtns& inFront, SpBtns& setAside);
     template <class TIsLess>
     static void AppendSorted(SpBtns& spBtns, const TIsLess& isLess, std::vector<DWORD>& btnIDs);
 
@@ -56,6 +60,18 @@ private:
     bool empValAtEnd = false;
     std::size_t reversedCount = ALL;
 };
+
+template <class TCondition>
+void VCBtnClass::COrdListBuilder::AddSpBtnsByText(const TCondition& isListed)
+{
+    SpBtns inFront;
+    SpBtns setAside;
+    for (const auto& [btnID, spBtn] : btnClass.spBtnOfID) {
+        if (spBtn->IsEffective() && btnClass.IsListed(*spBtn, flags) && isListed(*spBtn))
+            (IsSetAside(*spBtn) ? setAside : inFront).push_back(spBtn);
+    }
+    AppendByText(inFront, setAside);
+}
 
 } // namespace NSKZ::NSKZCore
 

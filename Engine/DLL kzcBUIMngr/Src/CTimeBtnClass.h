@@ -1,17 +1,33 @@
 #ifndef CTIMEBTNCLASS_H
 #define CTIMEBTNCLASS_H
 
-#include "VCSrcBtnClass.h"
+#include "TCDispFormBtnClass.h"
 
 namespace NSKZ::NSKZCore {
 
-// The button class of a time field: its buttons are the distinct time texts of the field.
-class CTimeBtnClass final : public VCSrcBtnClass
+// The button class of a time field: its buttons are the distinct time texts of the field. Groups are those of
+// SCDispForm; the calendar criteria have no part in them.
+class CTimeBtnClass final : public TCDispFormBtnClass<SCDeclareConstant::STimeDispForm>
 {
 public:
-    using VCSrcBtnClass::VCSrcBtnClass;
+    using TCDispFormBtnClass::TCDispFormBtnClass;
 
+    void GetBtnNameOrdList(unsigned int flags, std::vector<DWORD>& btnIDs) const override;
     SCBUICoreCom::EBtnClassType GetBtnClassType() const override;
+
+    // Whether kind and form are set and the pattern ends within its bytes.
+    static bool IsSet(const SDispForm& form) noexcept;
+
+    // As that of CDateBtnClass, for hour, minute, second, and morning or afternoon. False, with `groups`
+    // untouched, for every other type, one that is none among them.
+    bool GetGroupedBtnIDLists(VCDate::EDateType dateType, CDateGroupMap& groups) const;
+
+protected:
+    std::unique_ptr<VCDate> ReadDate(const char* text) const override;
+    std::unique_ptr<VCGroupMaker> CreateGroupMaker() const override;
+
+private:
+    class CGroupMaker;
 };
 
 } // namespace NSKZ::NSKZCore

@@ -105,6 +105,16 @@ public:
         keys.Clear();
     }
 
+    // Exchanges the contents of two lists.
+    void Swap(TCBtnOrdList& other) noexcept
+    {
+        std::swap(keys, other.keys);
+        entries.swap(other.entries);
+        order.swap(other.order);
+        std::swap(settled, other.settled);
+        std::swap(entryOfBtn, other.entryOfBtn);
+    }
+
     // Makes this list the same as `other`. If memory is exhausted it is left empty.
     void CopyFrom(const TCBtnOrdList& other)
     {
@@ -148,6 +158,9 @@ public:
         explicit CRange(const TCBtnOrdList& listToWalk) noexcept : list(&listToWalk) {}
         CIterator begin() const noexcept { return CIterator(*list, 0); }
         CIterator end() const noexcept { return CIterator(*list, list->order.size()); }
+        // The same by position, for those who begin at the end.
+        std::size_t GetSize() const noexcept { return list->order.size(); }
+        DWORD operator[](std::size_t position) const noexcept { return list->order[position].btnID; }
 
     private:
         const TCBtnOrdList* list;
@@ -323,8 +336,24 @@ public:
     }
 };
 
+// Keys that are the numbers of dates.
+class CDateNumKeys
+{
+public:
+    using TArg = unsigned long long;
+    using TKey = unsigned long long;
+
+    TKey Keep(TArg number) noexcept { return number; }
+    void Clear() noexcept {}
+    static TKey View(TArg number) noexcept { return number; }
+    static TArg AsArg(TKey key) noexcept { return key; }
+    static bool IsLess(TKey left, TKey right) noexcept { return left < right; }
+    static std::uint64_t GetRank(TKey key) noexcept { return key; }
+};
+
 using CTextOrdList = TCBtnOrdList<CTextKeys>;
 using CNumOrdList = TCBtnOrdList<CNumKeys>;
+using CDateNumOrdList = TCBtnOrdList<CDateNumKeys>;
 
 } // namespace NSKZ::NSKZCore
 

@@ -522,6 +522,22 @@ protected:
     // whether a member is alive, which does not throw, then the rows of records.
     static void ResetInsideInfoForSpBtns(const SpBtnsOfClasses& spBtns, bool buildRpLink, bool force);
 
+    // Changes of many special buttons in one step, for a class that makes and fills some by itself. What is
+    // above them is brought up to date once, so the cost is that of the members and not of the buttons times
+    // what is above.
+    struct SSpBtnAndMembers
+    {
+        VCSpBtn* spBtn;
+        std::vector<DWORD> mmbBtnIDs;
+    };
+    // Gives each of the effective inc or cll buttons its new members, which are source buttons; the lists are
+    // moved out. A source button stands in one of the lists at most. If memory is exhausted nothing has
+    // changed, or all has and rows of records are outdated.
+    void SetMemberBtnIDListOfSpBtns(std::vector<SSpBtnAndMembers>& changes);
+    // Destroys cll buttons as DestroyCllBtn does each of them; those that are not there are passed over. If
+    // memory is exhausted nothing has changed but rows of records that are outdated, or all has.
+    void DestroyCllBtns(const std::set<DWORD>& btnIDs);
+
     bool InsertBtnInfoToNameOrdList(const VCBtn* btn);
     bool DeleteBtnInfoFromNameOrdList(const VCBtn* btn) noexcept;
 

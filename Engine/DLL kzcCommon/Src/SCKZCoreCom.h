@@ -45,6 +45,17 @@ public:
         BOOLOPERATOR_OR = 2,
     };
 
+    // How two values are compared: "left operator right".
+    enum ECmpOperator : DWORD
+    {
+        CMPOPERATOR_EQUAL = 1,
+        CMPOPERATOR_NOTEQUAL = 2,
+        CMPOPERATOR_LESS = 3,
+        CMPOPERATOR_LESSEQUAL = 4,
+        CMPOPERATOR_GREATER = 5,
+        CMPOPERATOR_GREATEREQUAL = 6,
+    };
+
     // The attribute of a boolean operator in XML, and its words.
     static constexpr char STR_ATTRNAME_BOOLOPERATOR[] = "boolOperator";
     static constexpr DWORD STRLEN_ATTRNAME_BOOLOPERATOR = sizeof STR_ATTRNAME_BOOLOPERATOR - 1;

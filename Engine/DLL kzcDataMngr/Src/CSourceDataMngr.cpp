@@ -1,5 +1,6 @@
 #include "CSourceDataMngr.h"
 
+#include "SCCalendar.h"
 #include "SCCodePageText.h"
 
 #include <algorithm>
@@ -41,9 +42,9 @@ bool IsAcceptable(const CSourceDataMngr::SFldInfo& info) noexcept
 {
     return info.spec.dataKind != SCDeclareConstant::UNSETTING &&
            info.spec.dataType <= SCDeclareConstant::DATATYPE_TIME &&
-           info.dateTypeInfo.form <= SCDeclareConstant::DATEFORM_Y &&
-           info.dateTypeInfo.delimiter <= SCDeclareConstant::DATEDELIM_KANJI &&
-           info.timeTypeInfo.form <= SCDeclareConstant::TIMEFORM_HM_12 &&
+           info.dateTypeInfo.form <= SCDeclareConstant::DATEFORM_LAST &&
+           info.dateTypeInfo.delimiter <= SCDeclareConstant::DATEDELIM_LAST &&
+           info.timeTypeInfo.form <= SCDeclareConstant::TIMEFORM_LAST &&
            info.name.find('\0') == std::string::npos;
 }
 
@@ -61,7 +62,8 @@ CSourceDataMngr::CSourceDataMngr(const CSourceDataMngr& other) = default;
 // What is moved from stays a table, without fields, so its name for the empty value is kept.
 CSourceDataMngr::CSourceDataMngr(CSourceDataMngr&& other) noexcept
     : flds(std::move(other.flds)), totalRecCount(other.totalRecCount), nextFldID(other.nextFldID),
-      defEmpValName(other.defEmpValName)
+      defEmpValName(other.defEmpValName), cutOffDate(other.cutOffDate), startMonth(other.startMonth),
+      daysOfWeek(other.daysOfWeek)
 {
     other.Clear();
 }
@@ -78,6 +80,9 @@ CSourceDataMngr& CSourceDataMngr::operator=(CSourceDataMngr&& other) noexcept
         totalRecCount = other.totalRecCount;
         nextFldID = std::max(nextFldID, other.nextFldID); // none is given again
         defEmpValName = other.defEmpValName;
+        cutOffDate = other.cutOffDate;
+        startMonth = other.startMonth;
+        daysOfWeek = other.daysOfWeek;
         other.Clear();
     }
     return *this;
@@ -169,6 +174,21 @@ bool CSourceDataMngr::GetItemName(DWORD fldID, const char*& name) const
         return false;
     name = fld->info.name.c_str();
     return true;
+}
+
+DWORD CSourceDataMngr::GetCutOffDate() const
+{
+    return cutOffDate;
+}
+
+DWORD CSourceDataMngr::GetStartMonth() const
+{
+    return startMonth;
+}
+
+VCDate::EDaysOfTheWeek CSourceDataMngr::GetDaysOfTheWeek() const
+{
+    return daysOfWeek;
 }
 
 bool CSourceDataMngr::InsertFld(DWORD position, SFldInfo info, CFldValueList values, DWORD& fldID)
@@ -291,6 +311,30 @@ bool CSourceDataMngr::DeleteRecs(DWORD firstRec, DWORD recCount)
 void CSourceDataMngr::SetDefEmpValName(const std::string& name)
 {
     defEmpValName = std::make_shared<const std::string>(name);
+}
+
+bool CSourceDataMngr::SetCutOffDate(DWORD day) noexcept
+{
+    if (!SCCalendar::IsCutOffDate(day))
+        return false;
+    cutOffDate = day;
+    return true;
+}
+
+bool CSourceDataMngr::SetStartMonth(DWORD month) noexcept
+{
+    if (!SCCalendar::IsMonth(month))
+        return false;
+    startMonth = month;
+    return true;
+}
+
+bool CSourceDataMngr::SetDaysOfTheWeek(VCDate::EDaysOfTheWeek day) noexcept
+{
+    if (!SCCalendar::IsDaysOfTheWeek(day))
+        return false;
+    daysOfWeek = day;
+    return true;
 }
 
 void CSourceDataMngr::Clear() noexcept

@@ -4,6 +4,7 @@
 #include "CFldValueList.h"
 #include "KzcDataMngrAPI.h"
 #include "SCDeclareConstant.h"
+#include "VCDate.h"
 
 #include <memory>
 #include <span>
@@ -85,6 +86,12 @@ public:
     // The name of a field; borrowed until that field's name or form changes or it is deleted.
     virtual bool GetItemName(DWORD fldID, const char*& name) const;
 
+    // The calendar criteria by which dates are grouped; SCCalendar has their meaning. At first the fiscal
+    // year begins in April, fiscal months end with the month (31) and weeks begin on Sunday.
+    virtual DWORD GetCutOffDate() const;
+    virtual DWORD GetStartMonth() const;
+    virtual VCDate::EDaysOfTheWeek GetDaysOfTheWeek() const;
+
     // ---- Fields ----
 
     // Inserts a field before the one at `position`, or behind all others where that is the number of fields,
@@ -131,7 +138,13 @@ public:
     // for blank, ")".
     void SetDefEmpValName(const std::string& name);
 
-    // Takes all fields, and with them all records, out.
+    // Set the calendar criteria: the day that ends a fiscal month, 1 to 31; the month that begins the fiscal
+    // year, 1 to 12; the day that begins a week. False, with nothing changed, for another value.
+    bool SetCutOffDate(DWORD day) noexcept;
+    bool SetStartMonth(DWORD month) noexcept;
+    bool SetDaysOfTheWeek(VCDate::EDaysOfTheWeek day) noexcept;
+
+    // Takes all fields, and with them all records, out. The name of the empty value and the criteria stay.
     void Clear() noexcept;
 
 private:
@@ -145,6 +158,9 @@ private:
     DWORD totalRecCount = 0;
     DWORD nextFldID = 1;
     std::shared_ptr<const std::string> defEmpValName;
+    DWORD cutOffDate = VCDate::MAXDAY_OF_MONTH;
+    DWORD startMonth = 4;
+    VCDate::EDaysOfTheWeek daysOfWeek = VCDate::DAYSOFWEEK_SUNDAY;
 };
 
 } // namespace NSKZ::NSKZCore
