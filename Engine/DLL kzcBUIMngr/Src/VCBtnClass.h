@@ -500,7 +500,10 @@ protected:
     bool AdjstRelatedInfoBtnIncludingOneself(VCBtn* btn, bool add) noexcept;
     // Takes a member out of a list and does nothing else.
     EMthRetOfOpeToMmbBtnIDList DeleteMemberBtnIDListOfSpBtn_Inside(DWORD btnID, DWORD mmbBtnID) noexcept;
-    // Lets ineffective special buttons forget a button that goes: as a member and as one to return to.
+    // Lets ineffective special buttons, those of virtual classes that refer to this one too, forget members
+    // that go.
+    void LetIneffectiveSpBtnsForgetMembers(const std::function<bool(DWORD)>& isGone) noexcept;
+    // Lets them forget a button that goes: as a member and as one to return to.
     void LetIneffectiveSpBtnsForget(const VCBtn& btn) noexcept;
     // Whether a member of inc buttons is displayed beside them: it is in none, or one displays its members.
     bool GetBtnDispInfoAsMmbBtn(const VCBtn& btn) const noexcept;

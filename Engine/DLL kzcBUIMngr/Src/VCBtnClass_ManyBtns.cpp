@@ -14,7 +14,7 @@ void VCBtnClass::SetMemberBtnIDListOfSpBtns(std::vector<SSpBtnAndMembers>& chang
     SpBtnsOfClasses starts;
     starts.reserve(changes.size());
     for (const SSpBtnAndMembers& change : changes) {
-        MakeRoomForBackReferences(change.mmbBtnIDs);
+        MakeRoomForBackReferences(*change.spBtn, change.mmbBtnIDs);
         starts.emplace_back(this, change.spBtn);
     }
     const SpBtnsOfClasses above = ListWithAllAbove(starts);
@@ -62,12 +62,10 @@ void VCBtnClass::DestroyCllBtns(const std::set<DWORD>& btnIDs)
         if (spBtn->effective && spBtn->sel && --selBtnCount == 0)
             btnSelState = false;
     }
+    LetIneffectiveSpBtnsForgetMembers(isLeaving);
     if (ineffectiveBtnCount != 0) {
         for (const auto& [btnID, spBtn] : spBtnOfID) {
-            if (spBtn->effective)
-                continue;
-            std::erase_if(spBtn->mmbBtnIDList, isLeaving);
-            if (spBtn->backReferences == nullptr)
+            if (spBtn->effective || spBtn->backReferences == nullptr)
                 continue;
             const TCFlatSet<DWORD>& holderIDs = spBtn->backReferences->spBtnIDsInClass;
             for (std::size_t i = holderIDs.size(); i-- != 0;) { // entries leave on the way

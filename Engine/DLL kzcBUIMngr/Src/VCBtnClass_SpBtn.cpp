@@ -872,31 +872,43 @@ VCBtnClass::DeleteMemberBtnIDListOfSpBtn_Inside(DWORD btnID, DWORD mmbBtnID) noe
     return OPEMMBBTN_OK;
 }
 
-void VCBtnClass::LetIneffectiveSpBtnsForget(const VCBtn& btn) noexcept
+namespace {
+
+// Calls visit(button) for each ineffective one of the special buttons, by identifier.
+template <class TVisit>
+void VisitIneffective(const std::map<DWORD, VCSpBtn*>& spBtns, DWORD ineffectiveCount, const TVisit& visit)
 {
-    const auto forEachIneffective = [](VCBtnClass& btnClass, const auto& visit) {
-        if (btnClass.ineffectiveBtnCount == 0)
-            return;
-        for (const auto& [spBtnID, spBtn] : btnClass.spBtnOfID) {
-            if (!spBtn->effective)
-                visit(*spBtn);
-        }
-    };
-    const auto forgetMember = [&](VCBtnClass& btnClass) {
-        forEachIneffective(btnClass, [&](VCSpBtn& spBtn) {
+    if (ineffectiveCount == 0)
+        return;
+    for (const auto& [btnID, spBtn] : spBtns) {
+        if (!spBtn->effective)
+            visit(*spBtn);
+    }
+}
+
+} // namespace
+
+void VCBtnClass::LetIneffectiveSpBtnsForgetMembers(const std::function<bool(DWORD)>& isGone) noexcept
+{
+    const auto forgetIn = [&](VCBtnClass& btnClass) {
+        VisitIneffective(btnClass.spBtnOfID, btnClass.ineffectiveBtnCount, [&](VCSpBtn& spBtn) {
             if (btnClass.GetBtnClassOfMembers(spBtn) == this)
-                std::erase(spBtn.mmbBtnIDList, btn.id);
+                std::erase_if(spBtn.mmbBtnIDList, isGone);
         });
     };
-    forgetMember(*this);
+    forgetIn(*this);
     for (const auto& [btnClassID, btnClass] : refOrgBtnClasses)
-        forgetMember(*btnClass);
+        forgetIn(*btnClass);
+}
 
+void VCBtnClass::LetIneffectiveSpBtnsForget(const VCBtn& btn) noexcept
+{
+    LetIneffectiveSpBtnsForgetMembers([&btn](DWORD btnID) { return btnID == btn.id; });
     const VCSpBtn* const asHolder = FindSpBtn(btn.id);
     VCBtnClass* const classOfMembers = asHolder == nullptr ? nullptr : GetBtnClassOfMembers(*asHolder);
     if (classOfMembers == nullptr)
         return;
-    forEachIneffective(*classOfMembers, [&](VCSpBtn& spBtn) {
+    VisitIneffective(classOfMembers->spBtnOfID, classOfMembers->ineffectiveBtnCount, [&](VCSpBtn& spBtn) {
         if (classOfMembers == this)
             UnlinkMember(*asHolder, spBtn);
         else
