@@ -460,3 +460,31 @@ TEST(CSourceDataMngr, ExhaustedMemoryLeavesTheTableAsItWas)
             &MakeTable, [&](CSourceDataMngr& table) { table = CSourceDataMngr(table); }, &ExpectUnchanged),
         1);
 }
+
+TEST(CSourceDataMngr, TheCalendarCriteriaBeginWithAprilMonthEndsAndSundays)
+{
+    CSourceDataMngr table;
+    EXPECT_EQ(table.GetStartMonth(), 4u);
+    EXPECT_EQ(table.GetCutOffDate(), 31u);
+    EXPECT_EQ(table.GetDaysOfTheWeek(), VCDate::DAYSOFWEEK_SUNDAY);
+}
+
+TEST(CSourceDataMngr, CalendarCriteriaAreCheckedAndGoWithTheTable)
+{
+    CSourceDataMngr table;
+    EXPECT_TRUE(table.SetStartMonth(12) && table.SetCutOffDate(20) &&
+                table.SetDaysOfTheWeek(VCDate::DAYSOFWEEK_SATURDAY));
+    EXPECT_FALSE(table.SetStartMonth(0) || table.SetStartMonth(13));
+    EXPECT_FALSE(table.SetCutOffDate(0) || table.SetCutOffDate(32));
+    EXPECT_FALSE(table.SetDaysOfTheWeek(VCDate::DAYSOFWEEK_UNSETTING));
+    table.Clear();
+    const CSourceDataMngr copy(table);
+    CSourceDataMngr assigned;
+    assigned = copy;
+    const CSourceDataMngr moved(std::move(assigned));
+    for (const CSourceDataMngr* const each : {&copy, &moved}) {
+        EXPECT_EQ(each->GetStartMonth(), 12u);
+        EXPECT_EQ(each->GetCutOffDate(), 20u);
+        EXPECT_EQ(each->GetDaysOfTheWeek(), VCDate::DAYSOFWEEK_SATURDAY);
+    }
+}

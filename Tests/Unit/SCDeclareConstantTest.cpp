@@ -96,3 +96,48 @@ TEST(SCDeclareConstant, AnUnknownFormOrDelimiterIsRefusedAndNothingWritten)
     EXPECT_EQ(minLen, 777u);
     EXPECT_EQ(maxLen, 778u);
 }
+
+TEST(SCDeclareConstant, JapaneseAndTwoDigitFormsHaveTheirOwnLengths)
+{
+    EXPECT_EQ(GetLens(SC::DATEFORM_JYM, SC::DATEDELIM_SLASH), Lens(Len(u8"R6/7"), Len(u8"令和06/07")));
+    EXPECT_EQ(GetLens(SC::DATEFORM_JY, SC::DATEDELIM_KANJI), Lens(Len(u8"R6年"), Len(u8"令和06年")));
+    EXPECT_EQ(GetLens(SC::DATEFORM_YMD_2, SC::DATEDELIM_NONE), Lens(6, 6));
+    EXPECT_EQ(GetLens(SC::DATEFORM_MDY_2, SC::DATEDELIM_SLASH), Lens(Len(u8"7/5/24"), Len(u8"07/05/24")));
+    EXPECT_EQ(GetLens(SC::DATEFORM_DMY_2, SC::DATEDELIM_SLASH), Lens(6, 8));
+    EXPECT_EQ(GetLens(SC::DATEFORM_YM_2, SC::DATEDELIM_HYPHEN), Lens(4, 5));
+}
+
+TEST(SCDeclareConstant, DisplayFormsAreEqualIfAllFieldsAre)
+{
+    SC::SDateDispForm form;
+    SC::SDateDispForm other;
+    EXPECT_EQ(form, other);
+    EXPECT_EQ(form.kind, SC::UNSETTING);
+    EXPECT_TRUE(form.SetOptionalForm("{d}"));
+    EXPECT_FALSE(form == other);
+    EXPECT_TRUE(other.SetOptionalForm("{d}"));
+    other.optionalForm[10] = 'x'; // behind the end
+    EXPECT_EQ(form, other);
+    for (DWORD SC::SDateDispForm::*const field :
+         {&SC::SDateDispForm::kind, &SC::SDateDispForm::form, &SC::SDateDispForm::option}) {
+        other = form;
+        other.*field = 1;
+        EXPECT_FALSE(form == other);
+    }
+    SC::STimeDispForm time;
+    SC::STimeDispForm otherTime;
+    EXPECT_EQ(time, otherTime);
+    otherTime.form = 1;
+    EXPECT_FALSE(time == otherTime);
+}
+
+TEST(SCDeclareConstant, APatternThatIsTooLongOrHoldsANULIsRefused)
+{
+    SC::SDateDispForm form;
+    EXPECT_TRUE(form.SetOptionalForm(std::string(260, 'x')));
+    EXPECT_FALSE(form.SetOptionalForm(std::string(261, 'y')));
+    EXPECT_FALSE(form.SetOptionalForm(std::string_view("a\0b", 3)));
+    EXPECT_EQ(std::string(form.optionalForm), std::string(260, 'x'));
+    EXPECT_TRUE(form.SetOptionalForm(form.optionalForm));
+    EXPECT_EQ(std::string(form.optionalForm), std::string(260, 'x'));
+}

@@ -26,7 +26,8 @@ CFldValueList MakeValues(const Texts& texts)
 
 std::string GetFormName(const SCFldType::SFldType& type)
 {
-    static const char* const ORDERS[] = {"ymd", "mdy", "dmy", "ym", "md", "jymd", "y"};
+    static const char* const ORDERS[] = {"ymd", "mdy", "dmy",  "ym",   "md",   "jymd", "y",
+                                         "jym", "jy",  "ymd2", "mdy2", "dmy2", "ym2"};
     static const char* const DELIMITERS[] = {"none", "slash", "hyphen", "period", "kanji"};
     static const char* const TIMES[] = {"hms", "hm", "hms-12", "hm-12"};
     if (type.dataType == SC::DATATYPE_DATE)
@@ -62,7 +63,8 @@ std::string Settle(const char* given, const Texts& texts)
 TEST(SCFldType, ParseReadsEveryTypeAndForm)
 {
     Texts names = {"text", "number", "date", "time", "time:hms", "time:hm", "time:hms-12", "time:hm-12"};
-    for (const char* const order : {"ymd", "mdy", "dmy", "ym", "md", "jymd", "y"}) {
+    for (const char* const order :
+         {"ymd", "mdy", "dmy", "ym", "md", "jymd", "y", "jym", "jy", "ymd2", "mdy2", "dmy2", "ym2"}) {
         for (const char* const delimiter : {"none", "slash", "hyphen", "period", "kanji"})
             names.push_back(std::string("date:") + order + "-" + delimiter);
     }
@@ -159,7 +161,7 @@ TEST(SCFldType, TimesOfTheDayMakeATimeField)
     EXPECT_EQ(Infer({"13:05:09", "0:00:00", "23:59:59"}), "time:hms");
     EXPECT_EQ(Infer({"13:05", "", "9:00"}), "time:hm");
     for (const char* const text : {"24:00", "12:60", "12:00:60", "1:5", "1:05:9", "12", "12:00:00:00",
-                                   "123:00", "12:00 ", "12:00pm", ":00", "12:", "12:000"})
+                                   "123:00", "12:00 ", ":00", "12:", "12:000"})
         EXPECT_NE(Infer({text}).substr(0, 4), "time") << text;
     EXPECT_EQ(Infer({"13:05", "13:05:09"}), "text");
 }
@@ -180,4 +182,37 @@ TEST(SCFldType, AGivenFormAndOtherTypesStay)
     EXPECT_EQ(Settle("time:hms", {"13:05"}), "time:hms");
     EXPECT_EQ(Settle("number", {"2024/07/15"}), "number");
     EXPECT_EQ(Settle("text", {"2024/07/15"}), "text");
+}
+
+TEST(SCFldType, JapaneseDatesAndMonthsInKanjiMakeADateField)
+{
+    EXPECT_EQ(Infer({"R6-7-15", "h31-4-30", "S64-01-07"}), "date:jymd-hyphen");
+    EXPECT_EQ(Infer({"R6/7/15"}), "date:jymd-slash");
+    EXPECT_EQ(Infer({"R6.7.15"}), "date:jymd-period");
+    EXPECT_EQ(Infer({SJIS(u8"令和元年5月1日"), SJIS(u8"㍻31年4月30日")}), "date:jymd-kanji");
+    EXPECT_EQ(Infer({SJIS(u8"2024年7月"), SJIS(u8"2023年12月")}), "date:ym-kanji");
+    EXPECT_EQ(Infer({SJIS(u8"令和6年7月")}), "date:jym-kanji");
+    EXPECT_EQ(Infer({"R6-7-15", "2024-7-15"}), "text");
+    EXPECT_EQ(Infer({"H31-5-1"}), "text"); // it was Reiwa
+}
+
+TEST(SCFldType, TwoDigitYearsAndMonthDaysAreNeverInferred)
+{
+    for (const char* const text :
+         {"24-07-15", "07-15-24", "15.07.24", "24-07", "07-15", "7/15", "R6", "R6-7"})
+        EXPECT_EQ(Infer({text}), "text") << text;
+    EXPECT_EQ(Infer({SJIS(u8"7月15日")}), "text");
+    EXPECT_EQ(Infer({SJIS(u8"24年7月15日")}), "text");
+    EXPECT_EQ(Infer({SJIS(u8"24年7月")}), "text");
+    EXPECT_EQ(Infer({SJIS(u8"令和6年")}), "text");
+}
+
+TEST(SCFldType, TimesWithMorningOrAfternoonMakeATimeField)
+{
+    EXPECT_EQ(Infer({"1:05 PM", "12:00am"}), "time:hm-12");
+    EXPECT_EQ(Infer({"AM 1:05:09", "1:05:09pm"}), "time:hms-12");
+    EXPECT_EQ(Infer({SJIS(u8"午後1:05"), SJIS(u8"午前0時5分")}), "time:hm-12");
+    EXPECT_EQ(Infer({SJIS(u8"13時5分")}), "time:hm");
+    EXPECT_EQ(Infer({"1:05 PM", "13:05"}), "text");
+    EXPECT_EQ(Infer({"25:05"}), "text"); // past midnight only where the type is given
 }

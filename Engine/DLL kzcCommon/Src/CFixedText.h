@@ -3,6 +3,7 @@
 
 #include "KzcCommonAPI.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cstddef>
@@ -23,7 +24,7 @@ public:
             overflown = true;
             return;
         }
-        std::memcpy(bytes.data() + length, text.data(), text.size());
+        std::copy(text.begin(), text.end(), bytes.data() + length); // an empty text may be null
         length += text.size();
     }
 

@@ -58,13 +58,14 @@ namespace NSKZ::NSKZCore {
 // Of times:
 //
 //   {h} 13   {hh} 13                                hour
-//   {h12} 1   {hh12} 01                             hour from 0 to 11; it needs morning or afternoon beside
-//   it {AM/PM} PM   {ap} 午後                          morning or afternoon {n} 5   {nn} 05   {s} 9   {ss} 09
-//   minute, second
+//   {h12} 1   {hh12} 01                             hour from 0 to 11; it needs one of the next two beside it
+//   {AM/PM} PM   {ap} 午後                          morning or afternoon
+//   {n} 5   {nn} 05   {s} 9   {ss} 09               minute, second
 //
 // A pattern with a Japanese year groups by it, one with a Gregorian year alone by that. Refused are a pattern
-// without placeholder or longer than OPTIONALFORM_SIZE - 1 bytes, an unknown placeholder, a brace alone,
-// bytes that are no text of the code page in force, and what needs another beside it without that.
+// without placeholder or longer than OPTIONALFORM_SIZE - 1 bytes, an unknown placeholder, a brace alone, a
+// control character, bytes that are no text of the code page in force, and what needs another beside it
+// without that.
 class KZCCOMMON_API SCDispForm
 {
 public:

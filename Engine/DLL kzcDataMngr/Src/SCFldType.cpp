@@ -1,14 +1,12 @@
 #include "SCFldType.h"
 
 #include "CFldValueList.h"
-#include "SCCodePageText.h"
+#include "SCDateText.h"
 #include "SCNumeric.h"
 
 #include <algorithm>
 #include <array>
-#include <chrono>
 #include <cstddef>
-#include <string>
 
 namespace NSKZ::NSKZCore {
 
@@ -22,10 +20,13 @@ struct SNamed
 };
 
 constexpr SNamed<SCDeclareConstant::EDateDataForm> ORDERS[] = {
-    {"ymd", SCDeclareConstant::DATEFORM_YMD}, {"mdy", SCDeclareConstant::DATEFORM_MDY},
-    {"dmy", SCDeclareConstant::DATEFORM_DMY}, {"ym", SCDeclareConstant::DATEFORM_YM},
-    {"md", SCDeclareConstant::DATEFORM_MD},   {"jymd", SCDeclareConstant::DATEFORM_JYMD},
-    {"y", SCDeclareConstant::DATEFORM_Y},
+    {"ymd", SCDeclareConstant::DATEFORM_YMD},    {"mdy", SCDeclareConstant::DATEFORM_MDY},
+    {"dmy", SCDeclareConstant::DATEFORM_DMY},    {"ym", SCDeclareConstant::DATEFORM_YM},
+    {"md", SCDeclareConstant::DATEFORM_MD},      {"jymd", SCDeclareConstant::DATEFORM_JYMD},
+    {"y", SCDeclareConstant::DATEFORM_Y},        {"jym", SCDeclareConstant::DATEFORM_JYM},
+    {"jy", SCDeclareConstant::DATEFORM_JY},      {"ymd2", SCDeclareConstant::DATEFORM_YMD_2},
+    {"mdy2", SCDeclareConstant::DATEFORM_MDY_2}, {"dmy2", SCDeclareConstant::DATEFORM_DMY_2},
+    {"ym2", SCDeclareConstant::DATEFORM_YM_2},
 };
 constexpr SNamed<SCDeclareConstant::EDateDelimiter> DELIMITERS[] = {
     {"none", SCDeclareConstant::DATEDELIM_NONE},     {"slash", SCDeclareConstant::DATEDELIM_SLASH},
@@ -83,154 +84,106 @@ bool HasLeadingZero(const char* text) noexcept
     return *text == '0' && IsDigit(text[1]);
 }
 
-// A run of digits in a date or time.
-struct SDigits
-{
-    unsigned int number = 0;
-    unsigned int count = 0;
-};
-
-// Takes up to four digits off the front of the text.
-SDigits TakeDigits(std::string_view& text) noexcept
-{
-    SDigits digits;
-    while (digits.count < 4 && digits.count < text.size() && IsDigit(text[digits.count])) {
-        digits.number = digits.number * 10 + static_cast<unsigned int>(text[digits.count] - '0');
-        ++digits.count;
-    }
-    text.remove_prefix(digits.count);
-    return digits;
-}
-
-bool Take(std::string_view& text, std::string_view wanted) noexcept
-{
-    if (!text.starts_with(wanted))
-        return false;
-    text.remove_prefix(wanted.size());
-    return true;
-}
-
 // The forms that a text may have, one bit each; the lower bit is preferred.
 using FormBits = unsigned int;
 
-bool IsRealDay(SDigits year, SDigits month, SDigits day) noexcept
-{
-    using namespace std::chrono;
-    return year.count == 4 && year.number > 0 && month.count >= 1 && month.count <= 2 && day.count >= 1 &&
-           day.count <= 2 &&
-           year_month_day(std::chrono::year(static_cast<int>(year.number)), std::chrono::month(month.number),
-                          std::chrono::day(day.number))
-               .ok();
-}
-
-// Tells in which forms a text is a date.
+// Tells in which forms a text is a date: those in which it can be told from its look. Years have four digits.
 class CDateForms
 {
 public:
-    static constexpr std::size_t COUNT = 10;
-
-    CDateForms()
-    {
-        for (std::size_t i = 0; i < kanji.size(); ++i) {
-            std::size_t errorPos = 0;
-            SCCodePageText::Convert(KANJI_IN_UTF8[i], CP_UTF8, _getmbcp(), kanji[i], errorPos);
-        }
-    }
+    static constexpr std::size_t COUNT = 16;
 
     FormBits operator()(std::string_view text) const noexcept
     {
-        const SDigits first = TakeDigits(text);
-        if (first.count == 0 || text.empty())
+        if (text.empty())
             return 0;
-        const auto delimiter =
-            std::find(std::begin(DELIMITER_CHARS), std::end(DELIMITER_CHARS), text.front()) - DELIMITER_CHARS;
-        if (delimiter == DELIMITER_COUNT)
-            return IsKanjiDate(first, text) ? BIT_OF_KANJI : 0;
-
-        const std::string_view between = text.substr(0, 1);
-        text.remove_prefix(1);
-        const SDigits second = TakeDigits(text);
-        if (!Take(text, between))
-            return 0;
-        const SDigits third = TakeDigits(text);
-        if (!text.empty())
-            return 0;
-        return (IsRealDay(first, second, third) ? GetBit(YMD, delimiter) : 0) |
-               (IsRealDay(third, first, second) ? GetBit(MDY, delimiter) : 0) |
-               (IsRealDay(third, second, first) ? GetBit(DMY, delimiter) : 0);
+        const std::size_t delimiterPos = text.find_first_of("-/.");
+        const char delimiter = delimiterPos == std::string_view::npos ? '\0' : text[delimiterPos];
+        const bool beginsWithDigit = IsDigit(text.front());
+        FormBits fitting = 0;
+        for (std::size_t i = 0; i < COUNT; ++i) {
+            const SForm& form = FORMS[i];
+            CDate ignored;
+            if (form.delimiterChar == delimiter && form.beginsWithDigit == beginsWithDigit &&
+                (form.yearPlace != YEAR_FIRST || HasDigitAt(text, 2)) &&
+                (form.yearPlace != YEAR_LAST || HasDigitAt(text, text.size() - 3)) &&
+                SCDateText::ReadDate(text, form.form, form.delimiter, ignored))
+                fitting |= FormBits{1} << i;
+        }
+        return fitting;
     }
 
     static SCDeclareConstant::SDateTypeInfo GetForm(std::size_t bit) noexcept
     {
-        if (FormBits{1} << bit == BIT_OF_KANJI)
-            return {SCDeclareConstant::DATEFORM_YMD, SCDeclareConstant::DATEDELIM_KANJI};
-        constexpr SCDeclareConstant::EDateDataForm FORMS[] = {SCDeclareConstant::DATEFORM_YMD,
-                                                              SCDeclareConstant::DATEFORM_MDY,
-                                                              SCDeclareConstant::DATEFORM_DMY};
-        constexpr SCDeclareConstant::EDateDelimiter DELIMITERS_OF_CHARS[] = {
-            SCDeclareConstant::DATEDELIM_HYPHEN, SCDeclareConstant::DATEDELIM_SLASH,
-            SCDeclareConstant::DATEDELIM_PERIOD};
-        return {FORMS[bit / DELIMITER_COUNT], DELIMITERS_OF_CHARS[bit % DELIMITER_COUNT]};
+        return {FORMS[bit].form, FORMS[bit].delimiter};
     }
 
 private:
-    enum EOrder
+    // Where a year stands whose two digits would be taken for four.
+    enum EYearPlace
     {
-        YMD,
-        MDY,
-        DMY,
+        YEAR_NONE,
+        YEAR_FIRST,
+        YEAR_LAST,
     };
-    static constexpr char DELIMITER_CHARS[] = {'-', '/', '.'};
-    static constexpr std::ptrdiff_t DELIMITER_COUNT = 3;
-    static constexpr FormBits BIT_OF_KANJI = FormBits{1} << (COUNT - 1);
-    // 年, 月, 日
-    static constexpr std::array<std::string_view, 3> KANJI_IN_UTF8 = {"\xE5\xB9\xB4", "\xE6\x9C\x88",
-                                                                      "\xE6\x97\xA5"};
-
-    static FormBits GetBit(EOrder order, std::ptrdiff_t delimiter) noexcept
+    struct SForm
     {
-        return FormBits{1} << (order * DELIMITER_COUNT + delimiter);
-    }
+        SCDeclareConstant::EDateDataForm form;
+        SCDeclareConstant::EDateDelimiter delimiter;
+        char delimiterChar; // none where the kanji delimit
+        bool beginsWithDigit;
+        EYearPlace yearPlace;
+    };
+    // In the order in which they are preferred.
+    static constexpr std::array<SForm, COUNT> FORMS = {{
+        {SCDeclareConstant::DATEFORM_YMD, SCDeclareConstant::DATEDELIM_HYPHEN, '-', true, YEAR_FIRST},
+        {SCDeclareConstant::DATEFORM_YMD, SCDeclareConstant::DATEDELIM_SLASH, '/', true, YEAR_FIRST},
+        {SCDeclareConstant::DATEFORM_YMD, SCDeclareConstant::DATEDELIM_PERIOD, '.', true, YEAR_FIRST},
+        {SCDeclareConstant::DATEFORM_MDY, SCDeclareConstant::DATEDELIM_HYPHEN, '-', true, YEAR_LAST},
+        {SCDeclareConstant::DATEFORM_MDY, SCDeclareConstant::DATEDELIM_SLASH, '/', true, YEAR_LAST},
+        {SCDeclareConstant::DATEFORM_MDY, SCDeclareConstant::DATEDELIM_PERIOD, '.', true, YEAR_LAST},
+        {SCDeclareConstant::DATEFORM_DMY, SCDeclareConstant::DATEDELIM_HYPHEN, '-', true, YEAR_LAST},
+        {SCDeclareConstant::DATEFORM_DMY, SCDeclareConstant::DATEDELIM_SLASH, '/', true, YEAR_LAST},
+        {SCDeclareConstant::DATEFORM_DMY, SCDeclareConstant::DATEDELIM_PERIOD, '.', true, YEAR_LAST},
+        {SCDeclareConstant::DATEFORM_YMD, SCDeclareConstant::DATEDELIM_KANJI, '\0', true, YEAR_FIRST},
+        {SCDeclareConstant::DATEFORM_JYMD, SCDeclareConstant::DATEDELIM_HYPHEN, '-', false, YEAR_NONE},
+        {SCDeclareConstant::DATEFORM_JYMD, SCDeclareConstant::DATEDELIM_SLASH, '/', false, YEAR_NONE},
+        {SCDeclareConstant::DATEFORM_JYMD, SCDeclareConstant::DATEDELIM_PERIOD, '.', false, YEAR_NONE},
+        {SCDeclareConstant::DATEFORM_JYMD, SCDeclareConstant::DATEDELIM_KANJI, '\0', false, YEAR_NONE},
+        {SCDeclareConstant::DATEFORM_YM, SCDeclareConstant::DATEDELIM_KANJI, '\0', true, YEAR_FIRST},
+        {SCDeclareConstant::DATEFORM_JYM, SCDeclareConstant::DATEDELIM_KANJI, '\0', false, YEAR_NONE},
+    }};
 
-    bool IsKanjiDate(SDigits year, std::string_view text) const noexcept
+    static bool HasDigitAt(std::string_view text, std::size_t pos) noexcept
     {
-        if (!Take(text, kanji[0]))
-            return false;
-        const SDigits month = TakeDigits(text);
-        if (!Take(text, kanji[1]))
-            return false;
-        const SDigits day = TakeDigits(text);
-        return Take(text, kanji[2]) && text.empty() && IsRealDay(year, month, day);
+        return pos < text.size() && IsDigit(text[pos]);
     }
-
-    std::array<std::string, 3> kanji; // in the code page in force
 };
 
 // Tells in which forms a text is a time of the day.
 class CTimeForms
 {
 public:
-    static constexpr std::size_t COUNT = 2;
+    static constexpr std::size_t COUNT = SCDeclareConstant::TIMEFORM_LAST + 1;
 
     FormBits operator()(std::string_view text) const noexcept
     {
-        const SDigits hour = TakeDigits(text);
-        if (hour.count == 0 || hour.count > 2 || hour.number > 23 || !Take(text, ":"))
-            return 0;
-        if (!IsSixtieth(TakeDigits(text)))
-            return 0;
-        if (text.empty())
-            return 2;
-        return Take(text, ":") && IsSixtieth(TakeDigits(text)) && text.empty() ? 1 : 0;
+        constexpr DWORD HOURS_OF_DAY = 24;
+        FormBits fitting = 0;
+        for (std::size_t i = 0; i < COUNT; ++i) {
+            CDate time;
+            DWORD hour = 0;
+            if (SCDateText::ReadTime(text, GetForm(i).form, time) && time.GetHour(hour) &&
+                hour < HOURS_OF_DAY)
+                fitting |= FormBits{1} << i;
+        }
+        return fitting;
     }
 
     static SCDeclareConstant::STimeTypeInfo GetForm(std::size_t bit) noexcept
     {
-        return {bit == 0 ? SCDeclareConstant::TIMEFORM_HMS : SCDeclareConstant::TIMEFORM_HM};
+        return {static_cast<SCDeclareConstant::ETimeDataForm>(bit)};
     }
-
-private:
-    static bool IsSixtieth(SDigits digits) noexcept { return digits.count == 2 && digits.number < 60; }
 };
 
 // Calls visit(text, length) for the values that are not empty, until it answers false; whether it always was

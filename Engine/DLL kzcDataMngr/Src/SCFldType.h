@@ -26,8 +26,9 @@ public:
 
     // Reads the text of a type:
     // - "text", "number"
-    // - "date", "date:ORDER-DELIMITER": ORDER one of ymd, mdy, dmy, ym, md, jymd (with a Japanese era), y;
-    //   DELIMITER one of none, slash, hyphen, period, kanji: "date:ymd-hyphen", "date:y-none"
+    // - "date", "date:ORDER-DELIMITER": ORDER one of ymd, mdy, dmy, ym, md, y; jymd, jym, jy (with a Japanese
+    //   era); ymd2, mdy2, dmy2, ym2 (with years of two digits alone); DELIMITER one of none, slash, hyphen,
+    //   period, kanji: "date:ymd-hyphen", "date:y-none"
     // - "time", "time:FORM": FORM one of hms, hm, hms-12, hm-12 (the latter two with morning or afternoon)
     // False, with `type` untouched, for any other text. Does not throw.
     static bool Parse(std::string_view text, SFldType& type) noexcept;
@@ -36,9 +37,12 @@ public:
     // - number, if all read as numbers (SCNumeric::AtoF) and none has a zero before another digit, as codes
     //   have;
     // - date, if all are real days in one order with one delimiter out of slash, hyphen, period or (year
-    //   first) the kanji for year, month and day of the code page in force; the year has four digits. Where
-    //   several orders fit, year-month-day goes before month-day-year before day-month-year;
-    // - time, if all are an hour of the day and two-digit minutes, or all have two-digit seconds behind them;
+    //   first) the kanji for year, month and day of the code page in force; the year has four digits, or an
+    //   era of Japan in front. Where several orders fit, year-month-day goes before month-day-year before
+    //   day-month-year. Months of a year are dates in kanji alone. Years of two digits, and months and days
+    //   without year, never are;
+    // - time, if all are an hour of the day and minutes, or all have seconds behind them, or all morning or
+    //   afternoon beside them; SCDateText has the exact forms;
     // - text, if none of these or all are empty.
     // Cost: at most three passes over the values, each of which ends where it fails.
     static SFldType Infer(const CFldValueList& values);
