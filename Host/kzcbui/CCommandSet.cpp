@@ -1,6 +1,7 @@
 #include "CCommandSet.h"
 
 #include "ECCommandError.h"
+#include "SCDateCommands.h"
 #include "SCItemCommands.h"
 #include "SCRecordCommands.h"
 #include "SCSearchCommands.h"
@@ -20,6 +21,7 @@ CCommandSet::CCommandSet()
     SCSearchCommands::AddTo(*this);
     SCSelectionCommands::AddTo(*this);
     SCRecordCommands::AddTo(*this);
+    SCDateCommands::AddTo(*this);
     SCSpecialCommands::AddTo(*this);
     SCVirtualCommands::AddTo(*this);
     SCSessionCommands::AddTo(*this);

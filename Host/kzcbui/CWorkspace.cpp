@@ -292,6 +292,29 @@ std::string CWorkspace::GetWordOfNumFld(DWORD fldID) const
                                              : SCNameWord::WriteID(itemID, SCNameWord::MARK_OF_ITEM);
 }
 
+CWorkspace::SCalendar CWorkspace::GetCalendar() const
+{
+    return {table.GetStartMonth(), table.GetCutOffDate(), table.GetDaysOfTheWeek()};
+}
+
+bool CWorkspace::SetCalendar(const SCalendar& calendar)
+{
+    const SCalendar former = GetCalendar();
+    const auto setInTable = [this](const SCalendar& wanted) {
+        table.SetStartMonth(wanted.startMonth);
+        table.SetCutOffDate(wanted.cutOffDay);
+        table.SetDaysOfTheWeek(wanted.firstDayOfWeek);
+    };
+    setInTable(calendar);
+    try {
+        return env->AdjstAccordingToChangeDateCriterionInfo();
+    } catch (const std::bad_alloc&) {
+        setInTable(former);
+        env->AdjstAccordingToChangeDateCriterionInfo();
+        throw;
+    }
+}
+
 std::vector<DWORD> CWorkspace::GetTargetRecs() const
 {
     std::vector<DWORD> recs(GetRecCount());

@@ -60,6 +60,18 @@ public:
     // What the empty value is called when it has no other name, in the engine's code page.
     const char* GetDefEmpValName() const { return table.GetDefEmpValName(); }
 
+    // By what dates are counted into fiscal terms and weeks.
+    struct SCalendar
+    {
+        DWORD startMonth;
+        DWORD cutOffDay;
+        NSKZCore::VCDate::EDaysOfTheWeek firstDayOfWeek;
+    };
+    SCalendar GetCalendar() const;
+    // Sets them in the table, where they are within their limits, and lets the environment follow. If memory
+    // is exhausted the former ones are back in the table.
+    bool SetCalendar(const SCalendar& calendar);
+
     // Lists of records, ascending.
     std::vector<DWORD> GetTargetRecs() const;
     std::vector<DWORD> GetTargetRecsOfItem(DWORD itemID) const;
