@@ -3,6 +3,7 @@
 #include "CCommandSet.h"
 #include "CWorkspace.h"
 #include "ECCommandError.h"
+#include "SCDispForm.h"
 #include "SCNameWord.h"
 #include "SCShownText.h"
 #include "SCWordSplit.h"
@@ -149,7 +150,13 @@ std::vector<std::string> CCompleter::GetWords(const std::string& line, std::size
         return place != places.ofOptions.end() ? GetWordsOfPlace(place->second, {}, quote) : words;
     }
     before.erase(before.begin(), before.begin() + static_cast<std::ptrdiff_t>(command->nameWords));
+    const auto of = std::find(before.begin(), before.end(), "--of");
+    std::string itemOfBtns = of != before.end() && of + 1 != before.end() ? *(of + 1) : "";
     EraseOptions(*command, before);
+    if (itemOfBtns.empty() && before.size() > 1 && places.ofWords.at(1) == "SPECIAL")
+        itemOfBtns = GetItemOfMembers(before[0], before[1]);
+    if (!itemOfBtns.empty() && GetPlace(places, before.size()).find("BUTTON") != std::string::npos)
+        before[0] = itemOfBtns;
     return GetWordsOfPlace(GetPlace(places, before.size()), before, quote);
 }
 
@@ -181,6 +188,8 @@ std::vector<std::string> CCompleter::GetWordsOfPlace(const std::string& place,
             offered = GetBtns(before.at(0), BTNS_SPECIAL, quote);
         else if (alternative == "MEMBER")
             offered = GetMembers(before.at(0), before.at(1), quote);
+        else if (alternative == "FORM")
+            offered = GetForms(before.at(0));
         else if (std::none_of(alternative.begin(), alternative.end(),
                               [](unsigned char character) { return std::isupper(character); }))
             offered.push_back(alternative);
@@ -223,11 +232,41 @@ std::vector<std::string> CCompleter::GetMembers(const std::string& itemWord, con
     try {
         const DWORD itemID = workspace.FindItem(itemWord);
         std::vector<DWORD> btnIDs;
-        workspace.GetEnv().GetMemberBtnIDListOfSpBtn(itemID, workspace.FindSpBtn(itemID, spBtnWord), btnIDs);
-        return WriteBtns(itemID, btnIDs, quote);
+        const DWORD spBtnID = workspace.FindSpBtn(itemID, spBtnWord);
+        workspace.GetEnv().GetMemberBtnIDListOfSpBtn(itemID, spBtnID, btnIDs);
+        return WriteBtns(workspace.GetItemOfMembers(itemID, spBtnID), btnIDs, quote);
     } catch (const ECCommandError&) {
         return {}; // the words name no special button
     }
+}
+
+std::string CCompleter::GetItemOfMembers(const std::string& itemWord, const std::string& spBtnWord) const
+{
+    try {
+        const DWORD itemID = workspace.FindItem(itemWord);
+        return SCNameWord::WriteID(workspace.GetItemOfMembers(itemID, workspace.FindSpBtn(itemID, spBtnWord)),
+                                   SCNameWord::MARK_OF_ITEM);
+    } catch (const ECCommandError&) {
+        return {}; // the words name no special button
+    }
+}
+
+std::vector<std::string> CCompleter::GetForms(const std::string& itemWord) const
+{
+    std::vector<std::string> words;
+    try {
+        NSKZCore::SCBUICoreCom::EBtnClassType type = NSKZCore::SCBUICoreCom::BTNCLSTYPE_NORMAL;
+        workspace.GetEnv().GetTypeOfBtnClass(workspace.FindItem(itemWord), type);
+        if (type == NSKZCore::SCBUICoreCom::BTNCLSTYPE_DATE) {
+            for (const auto& form : NSKZCore::SCDispForm::GetDateForms())
+                words.emplace_back(form.name);
+        } else if (type == NSKZCore::SCBUICoreCom::BTNCLSTYPE_TIME) {
+            for (const auto& form : NSKZCore::SCDispForm::GetTimeForms())
+                words.emplace_back(form.name);
+        }
+    } catch (const ECCommandError&) { // the word names no item
+    }
+    return words;
 }
 
 std::vector<std::string> CCompleter::WriteBtns(DWORD itemID, const std::vector<DWORD>& btnIDs,

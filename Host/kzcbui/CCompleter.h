@@ -38,6 +38,10 @@ private:
     std::vector<std::string> GetBtns(const std::string& itemWord, EBtns which, char quote) const;
     std::vector<std::string> GetMembers(const std::string& itemWord, const std::string& spBtnWord,
                                         char quote) const;
+    // The item whose buttons the members of a special button are, as a word; "" if the words name none.
+    std::string GetItemOfMembers(const std::string& itemWord, const std::string& spBtnWord) const;
+    // The names of the display forms of an item of dates or times.
+    std::vector<std::string> GetForms(const std::string& itemWord) const;
     std::vector<std::string> WriteBtns(DWORD itemID, const std::vector<DWORD>& btnIDs, char quote) const;
 
     const CWorkspace& workspace;

@@ -54,6 +54,22 @@ SSpBtn FindSpBtn(const SCommandContext& context, const CCommandArgs& args)
     return {itemID, context.workspace.FindSpBtn(itemID, args.GetWords()[1])};
 }
 
+std::string NameBtn(const CWorkspace& workspace, DWORD itemID, DWORD btnID);
+
+// The same for a change, which the engine refuses for buttons that it manages itself.
+SSpBtn FindUserSpBtn(const SCommandContext& context, const CCommandArgs& args)
+{
+    const SSpBtn spBtn = FindSpBtn(context, args);
+    bool isManagedByUser = true;
+    context.workspace.GetEnv().GetBtnMngrInfoOfSpBtn(spBtn.itemID, spBtn.btnID, isManagedByUser);
+    if (!isManagedByUser) {
+        throw ECCommandError("The engine itself manages the button " +
+                             NameBtn(context.workspace, spBtn.itemID, spBtn.btnID) +
+                             ": it is a group of the item's form, which \"form\" changes.");
+    }
+    return spBtn;
+}
+
 std::string NameBtn(const CWorkspace& workspace, DWORD itemID, DWORD btnID)
 {
     return "\"" + workspace.GetBtnText(itemID, btnID) + "\"";
@@ -140,7 +156,7 @@ void ShowSpBtn(SCommandContext& context, const CAnswer& answer, CTextOutput& out
         return (memberItemID == itemID && memberID == btnID) || above.count({memberItemID, memberID}) != 0;
     });
     const std::string name = NameBtn(workspace, itemID, btnID);
-    if (loop == memberIDs.end() || *loop == btnID)
+    if (loop == memberIDs.end() || (memberItemID == itemID && *loop == btnID))
         throw ECCommandError("The button " + name + " would come to hold itself.");
     throw ECCommandError("The button " + NameBtn(workspace, memberItemID, *loop) + " holds " + name +
                          ", directly or through others, and cannot be its member.");
@@ -200,8 +216,8 @@ CAnswer RunCreate(SCommandContext& context, const CCommandArgs& args)
     if (isInc && isByCnd)
         throw ECCommandError("An inc button takes its members from a list; a condition is for cll buttons.");
     if (!isInc && dispMember) {
-        throw ECCommandError("--disp-members is for inc buttons: a cll button always hides its members, a "
-                             "virinc button never.");
+        throw ECCommandError(std::string("A ") + (isVirInc ? "virinc button never" : "cll button always") +
+                             " hides its members; --disp-members is for inc buttons.");
     }
     if (isByCnd && (words.size() > 3 || args.Has(STR_NONE)))
         args.Refuse("The members come either from a list or from a condition");
@@ -306,8 +322,6 @@ CAnswer SetMembers(SCommandContext& context, const SSpBtn& spBtn, const std::vec
         switch (env.SetMemberBtnIDListOfSpBtn(spBtn.itemID, spBtn.btnID, memberIDs)) {
         case VCBtnClass::OPEMMBBTN_OK:
             return spBtn.btnID;
-        case VCBtnClass::OPEMMBBTN_SYSTEMMNGR:
-            throw ECCommandError("The engine itself manages the members of this button.");
         case VCBtnClass::OPEMMBBTN_BADMEMBER:
             RefuseMembers(context.workspace, spBtn.itemID, spBtn.btnID,
                           context.workspace.GetItemOfMembers(spBtn.itemID, spBtn.btnID), memberIDs);
@@ -320,7 +334,7 @@ CAnswer SetMembers(SCommandContext& context, const SSpBtn& spBtn, const std::vec
 // The button whose list of members is to be changed.
 SSpBtn FindListSpBtn(const SCommandContext& context, const CCommandArgs& args)
 {
-    const SSpBtn spBtn = FindSpBtn(context, args);
+    const SSpBtn spBtn = FindUserSpBtn(context, args);
     if (PicksByCnd(context.workspace, spBtn)) {
         throw ECCommandError("The button " + NameBtn(context.workspace, spBtn.itemID, spBtn.btnID) +
                              " picks its members by a condition; \"special where\" changes that.");
@@ -462,6 +476,7 @@ CAnswer RunEffective(SCommandContext& context, const CCommandArgs& args)
     if (args.GetWords().size() <= 2)
         return SCSpBtnAnswer::Describe(context.workspace, spBtn.itemID, spBtn.btnID);
     const bool effective = args.ReadSwitch(2);
+    FindUserSpBtn(context, args);
     if (effective)
         context.workspace.GetItemOfMembers(spBtn.itemID,
                                            spBtn.btnID); // it cannot come back without that item
@@ -491,7 +506,7 @@ CAnswer RunDispMembers(SCommandContext& context, const CCommandArgs& args)
 
 CAnswer RunDestroy(SCommandContext& context, const CCommandArgs& args)
 {
-    const SSpBtn spBtn = FindSpBtn(context, args);
+    const SSpBtn spBtn = FindUserSpBtn(context, args);
     const bool wasSelective = context.workspace.GetEnv().IsBtnSelectiveState();
     CAnswer answer;
     answer["result"] = SCEnvChange::Run(
@@ -587,7 +602,7 @@ void SCSpecialCommands::AddTo(CCommandSet& commands)
     create.example = "special create shop cll Best --where \"amount sum top 2 and amount average >= 1\"";
     create.minWords = 3;
     create.maxWords = SCommand::ANY_NUMBER;
-    create.options = {{STR_NONE}, {STR_WHERE, true}, {STR_DISPMEMBERS}};
+    create.options = {{STR_NONE}, {STR_OF, true}, {STR_WHERE, true}, {STR_DISPMEMBERS}};
     create.run = RunCreate;
     commands.Add(std::move(create));
 

@@ -117,9 +117,26 @@ TEST_F(CCompleterTest, OffersSpecialButtonsAndTheirMembers)
     EXPECT_EQ(Words("special add-members region The\\ fold ", 37), (Texts{"New\\ York", "The\\ fold"}));
     EXPECT_EQ(Words("special set-members region The\\ fold ", 37),
               (Texts{"New\\ York", "The\\ fold", "--none"}));
-    EXPECT_EQ(Words("special create region ", 22), (Texts{"inc", "cll"}));
+    EXPECT_EQ(Words("special create region ", 22), (Texts{"inc", "cll", "virinc"}));
     EXPECT_EQ(Words("special create region inc ", 26), Texts{});
     EXPECT_EQ(Words("special effective region The\\ fold ", 35), (Texts{"on", "off"}));
+}
+
+TEST_F(CCompleterTest, OffersButtonsOfTheItemThatAVirtualIncButtonGroups)
+{
+    DWORD itemID = 0;
+    DWORD btnID = 0;
+    const std::vector<DWORD> members = {2};
+    NSKZCore::CBUIDataMngr& env = workspace->GetEnv();
+    env.CreateVirBtnClass("Areas", false, itemID);
+    env.CreateSpBtn(btnID, itemID, NSKZCore::SCBUICoreCom::BTNTYPE_VIRINC, "Group",
+                    NSKZCore::VCSpBtn::MMBBTNSELMTH_SELECT, &members, nullptr, 1);
+    const Texts regions = Words("press region ", 13);
+    ASSERT_FALSE(regions.empty());
+    EXPECT_EQ(Words("special create Areas virinc x --of region ", 42).front(), regions.front());
+    EXPECT_EQ(Words("special add-members Areas Group ", 32), regions);
+    EXPECT_EQ(Words("special remove-members Areas Group ", 35), Texts{regions.front()});
+    EXPECT_EQ(Words("press Areas ", 12), Texts{"Group"});
 }
 
 TEST_F(CCompleterTest, OffersOptionsAndAlternatives)

@@ -262,6 +262,12 @@ TEST_F(HostSession, EveryExampleOfHelpIsUnderstood)
             commands.push_back("special create region inc Both West");
             commands.push_back("special create region cll Best --where 'amount sum top 1'");
         }
+        if (example.find("Areas") != std::string::npos)
+            commands.push_back("virtual create Areas");
+        if (example.starts_with("virtual rename"))
+            commands = {"virtual create \"Sales areas\""};
+        if (example == "virtual create \"Sales areas\"")
+            commands.clear();
         commands.push_back(example);
         const CHostProcess process = CHostProcess::RunCommands(bigger, commands);
         EXPECT_EQ(process.GetStatus(), 0) << example << process.GetOutput();

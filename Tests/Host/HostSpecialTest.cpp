@@ -28,7 +28,8 @@ bool Holds(const std::string& text, const std::string& part)
 TEST_F(HostSpecial, CreateMakesAnIncButtonFromAList)
 {
     const std::vector<Json> answers = Answers({CREATE_BOTH, "buttons region", "press region Both", "items"});
-    EXPECT_EQ(answers[0], Json::parse(R"({"ok":true,"item":1,"id":4000000002,"text":"Both","kind":"inc",
+    EXPECT_EQ(answers[0],
+              Json::parse(R"({"ok":true,"item":1,"id":4000000002,"text":"Both","kind":"inc","refItem":null,
         "by":"list","members":2,"effective":true,"displayed":true,"visible":0,"dispMember":false,
         "managedByUser":true,"condition":null,"records":7,"clearedSelection":false})"));
     EXPECT_EQ(Pluck(answers[1].at("buttons"), "text"), Json({"Both", "North"}));
@@ -160,8 +161,9 @@ TEST_F(HostSpecial, CreateRefusesWhatMakesNoSense)
               "An inc button takes its members from a list; a condition is for cll buttons.");
     EXPECT_EQ(Error("special create region cll X East --disp-members", before),
               "A cll button always hides its members; --disp-members is for inc buttons.");
-    EXPECT_TRUE(Holds(Error("special create region col X East", before),
-                      "A special button is of the kind inc or cll, not \"col\"; expected: special create"));
+    EXPECT_TRUE(
+        Holds(Error("special create region col X East", before),
+              "A special button is of the kind inc, cll or virinc, not \"col\"; expected: special create"));
     EXPECT_TRUE(Holds(Error("special create region cll X East --where 'amount sum top 1'", before),
                       "either from a list or from a condition"));
     EXPECT_TRUE(Holds(Error("special create region cll X --none --where 'amount sum top 1'", before),
