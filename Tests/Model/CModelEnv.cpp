@@ -194,6 +194,11 @@ bool SModelItem::IsCndCll(DWORD btnID) const
     return found != btns.end() && SCBUICoreCom::IsCllBtn(btnID) && found->second.byCondition;
 }
 
+bool SModelItem::IsOfDates() const
+{
+    return type == SCDeclareConstant::DATATYPE_DATE || type == SCDeclareConstant::DATATYPE_TIME;
+}
+
 std::set<DWORD> SModelItem::WithHolders(const std::set<DWORD>& btnIDs) const
 {
     std::set<DWORD> reached = btnIDs;
@@ -291,6 +296,7 @@ void CModelEnv::BuildItem(const SModelFld& fld)
                     else
                         Enter(item.nonNumbers, text, entryNumber++, btnID);
                 }
+                EnterDate(item, btnID);
             }
         }
         item.btns[btnID].recs.insert(rec);
@@ -302,6 +308,24 @@ void CModelEnv::BuildItem(const SModelFld& fld)
     else
         Enter(item.names, empVal.GetShownText(), entryNumber++, EMPVAL);
     items[item.classID] = item;
+}
+
+// What the shown text reads as; the text itself counts for the order where it reads as nothing.
+void CModelEnv::EnterDate(SModelItem& item, DWORD btnID)
+{
+    if (!item.IsOfDates())
+        return;
+    const SModelFld& fld = GetFld(item.fldID);
+    const std::string& text = item.btns.at(btnID).GetShownText();
+    const std::optional<SModelDate> date = item.type == SCDeclareConstant::DATATYPE_DATE
+                                               ? SModelDate::ReadDate(text, fld.dateTypeInfo)
+                                               : SModelDate::ReadTime(text, fld.timeTypeInfo);
+    if (date) {
+        item.dates[btnID] = *date;
+        Enter(item.dateOrder, *date->GetOrder(table.criteria), entryNumber++, btnID);
+    } else {
+        Enter(item.nonDates, text, entryNumber++, btnID);
+    }
 }
 
 SModelItem* CModelEnv::FindItem(DWORD classID)
@@ -880,46 +904,91 @@ IDList CModelEnv::GetBtnAppOrdList(const SModelItem& item, unsigned int flags) c
 
 IDList CModelEnv::GetBtnNameOrdList(const SModelItem& item, unsigned int flags) const
 {
+    if (item.type == SCDeclareConstant::DATATYPE_NUM)
+        return ListByNumber(item, flags);
+    if (item.IsOfDates())
+        return ListByDate(item, flags);
     IDList ids;
-    if (item.type != SCDeclareConstant::DATATYPE_NUM) {
-        for (const auto& [text, number, btnID] : item.names) {
-            if (IsListed(item.btns.at(btnID).visibleInfo, flags))
-                ids.push_back(btnID);
-        }
-        return Arrange(item, ids, flags);
+    for (const auto& [text, number, btnID] : item.names) {
+        if (IsListed(item.btns.at(btnID).visibleInfo, flags))
+            ids.push_back(btnID);
     }
+    return Arrange(item, ids, flags);
+}
 
-    // Special buttons by text, numbers, the empty value, then the texts that are no numbers, which keep their
-    // direction and place.
-    const bool empValLast = (flags & VCBtnClass::ORDLIST_TAILEND_EMPVALBTN) != 0;
-    const bool cndCllLast = (flags & VCBtnClass::ORDLIST_TAILEND_CNDCLLBTN) != 0;
-    const unsigned int empValVisibleInfo = item.btns.at(EMPVAL).visibleInfo;
-    const bool hasEmpVal = (empValVisibleInfo & VISINFO_NOREC) == 0 && IsListed(empValVisibleInfo, flags);
-    IDList spBtnIDs = item.ListSpecial(false);
+namespace {
+
+bool IsEmpValListed(const SModelItem& item, unsigned int flags)
+{
+    const unsigned int visibleInfo = item.btns.at(EMPVAL).visibleInfo;
+    return (visibleInfo & VISINFO_NOREC) == 0 && IsListed(visibleInfo, flags);
+}
+
+// Special buttons by text, each where it belongs.
+void AddSpecialByText(const SModelItem& item, unsigned int flags, IDList spBtnIDs, IDList& ids, IDList& tail)
+{
     std::stable_sort(spBtnIDs.begin(), spBtnIDs.end(), [&](DWORD left, DWORD right) {
         return item.btns.at(left).GetShownText() < item.btns.at(right).GetShownText();
     });
-    IDList tail;
     for (const DWORD spBtnID : spBtnIDs) {
         if (!IsListed(item.btns.at(spBtnID).visibleInfo, flags))
             continue;
-        if (cndCllLast && item.IsCndCll(spBtnID))
+        if ((flags & VCBtnClass::ORDLIST_TAILEND_CNDCLLBTN) != 0 && item.IsCndCll(spBtnID))
             tail.push_back(spBtnID);
         else
             ids.push_back(spBtnID);
     }
-    for (const auto& [value, number, btnID] : item.numbers) {
+}
+
+template <class TKey>
+void AddListed(const SModelItem& item, unsigned int flags, const ModelOrder<TKey>& order, IDList& ids)
+{
+    for (const auto& [key, number, btnID] : order) {
         if (IsListed(item.btns.at(btnID).visibleInfo, flags))
             ids.push_back(btnID);
     }
+}
+
+} // namespace
+
+// Special buttons by text, numbers, the empty value, then the texts that are no numbers, which keep their
+// direction and place.
+IDList CModelEnv::ListByNumber(const SModelItem& item, unsigned int flags) const
+{
+    const bool empValLast = (flags & VCBtnClass::ORDLIST_TAILEND_EMPVALBTN) != 0;
+    const bool hasEmpVal = IsEmpValListed(item, flags);
+    IDList ids;
+    IDList tail;
+    AddSpecialByText(item, flags, item.ListSpecial(false), ids, tail);
+    AddListed(item, flags, item.numbers, ids);
     if (hasEmpVal && !empValLast)
         ids.push_back(EMPVAL);
     if ((flags & VCBtnClass::ORDLIST_DESCEND) != 0)
         std::reverse(ids.begin(), ids.end());
-    for (const auto& [text, number, btnID] : item.nonNumbers) {
-        if (IsListed(item.btns.at(btnID).visibleInfo, flags))
-            ids.push_back(btnID);
-    }
+    AddListed(item, flags, item.nonNumbers, ids);
+    if (hasEmpVal && empValLast)
+        ids.push_back(EMPVAL);
+    ids.insert(ids.end(), tail.begin(), tail.end());
+    return ids;
+}
+
+// Special buttons of users that have a member by text, dates, the empty value, then the texts that are no
+// dates; the other direction is that of all of them.
+IDList CModelEnv::ListByDate(const SModelItem& item, unsigned int flags) const
+{
+    const bool empValLast = (flags & VCBtnClass::ORDLIST_TAILEND_EMPVALBTN) != 0;
+    const bool hasEmpVal = IsEmpValListed(item, flags);
+    IDList spBtnIDs = item.ListSpecial(false);
+    std::erase_if(spBtnIDs, [&](DWORD spBtnID) { return item.btns.at(spBtnID).members.empty(); });
+    IDList ids;
+    IDList tail;
+    AddSpecialByText(item, flags, spBtnIDs, ids, tail);
+    AddListed(item, flags, item.dateOrder, ids);
+    if (hasEmpVal && !empValLast)
+        ids.push_back(EMPVAL);
+    AddListed(item, flags, item.nonDates, ids);
+    if ((flags & VCBtnClass::ORDLIST_DESCEND) != 0)
+        std::reverse(ids.begin(), ids.end());
     if (hasEmpVal && empValLast)
         ids.push_back(EMPVAL);
     ids.insert(ids.end(), tail.begin(), tail.end());
@@ -1013,6 +1082,12 @@ std::optional<RecSet> CModelEnv::CollectRecs(DWORD classID, DWORD btnID)
     if (!recs)
         return std::nullopt;
     return Intersect(*recs, heldTarget);
+}
+
+const SModelFld& CModelEnv::GetFld(DWORD fldID) const
+{
+    return *std::find_if(table.flds.begin(), table.flds.end(),
+                         [fldID](const SModelFld& fld) { return fld.fldID == fldID; });
 }
 
 const SModelFld* CModelEnv::FindNumFld(DWORD numID) const

@@ -3,6 +3,7 @@
 
 #include "CBUIDataMngr.h"
 #include "CModelCnd.h"
+#include "CModelDate.h"
 #include "SCDeclareConstant.h"
 
 #include <cstdint>
@@ -26,7 +27,8 @@ struct SModelFld
     std::string name;
     bool isItem = true; // of a kind that becomes a class
     NSKZCore::SCDeclareConstant::EDataType type = NSKZCore::SCDeclareConstant::DATATYPE_TEXT;
-    NSKZCore::SCDeclareConstant::SDateTypeInfo dateTypeInfo;
+    NSKZCore::SCDeclareConstant::SDateTypeInfo dateTypeInfo; // of dates, without a display form
+    NSKZCore::SCDeclareConstant::STimeTypeInfo timeTypeInfo; // the same of times
     std::vector<std::string> texts;
 };
 
@@ -35,6 +37,7 @@ struct SModelTable
     DWORD recCount = 0;
     std::vector<SModelFld> flds;
     std::string empValName;
+    SModelCriteria criteria;
 };
 
 // One button: what it shows, whether it is selected, why it is hidden, what holds it, and its records or its
@@ -79,6 +82,9 @@ struct SModelItem
     ModelOrder<std::string> names;
     ModelOrder<double> numbers;         // number items only
     ModelOrder<std::string> nonNumbers; // likewise
+    std::map<DWORD, SModelDate> dates;  // date and time items only: what texts read as
+    ModelOrder<std::vector<long>> dateOrder;
+    ModelOrder<std::string> nonDates;
     bool selected = false;
     bool selective = false;
     bool newBtnMadeSelState = false;
@@ -94,6 +100,7 @@ struct SModelItem
     IDList ListSpecial(bool includeIneffective) const;
     DWORD CountIneffective() const;
     bool IsCndCll(DWORD btnID) const;
+    bool IsOfDates() const;
     // `btnIDs` and all special buttons above them.
     std::set<DWORD> WithHolders(const std::set<DWORD>& btnIDs) const;
     bool SelectBtn(DWORD btnID, bool select);
@@ -226,6 +233,9 @@ private:
     };
 
     void BuildItem(const SModelFld& fld);
+    void EnterDate(SModelItem& item, DWORD btnID);
+    IDList ListByNumber(const SModelItem& item, unsigned int flags) const;
+    IDList ListByDate(const SModelItem& item, unsigned int flags) const;
     SModelItem* FindItem(DWORD classID);
     SModelLevel* FindLevel(DWORD classID);
     RecSet GetLimitationOrAll() const;
@@ -278,6 +288,7 @@ private:
     // The records that count for a sum of the button; none if they cannot be told.
     std::optional<RecSet> CollectRecs(DWORD classID, DWORD btnID);
     bool CalculateTotals(DWORD classID, DWORD numID);
+    const SModelFld& GetFld(DWORD fldID) const;
     const SModelFld* FindNumFld(DWORD numID) const;
     double AddUp(DWORD numID, const RecSet& recs) const;
     DWORD CountNumbers(DWORD numID, const RecSet& recs) const;
