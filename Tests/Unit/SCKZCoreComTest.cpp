@@ -1,6 +1,7 @@
 #include "SCKZCoreCom.h"
 
 #include "Support/CAllocFault.h"
+#include "Support/TestText.h"
 
 #include <gtest/gtest.h>
 
@@ -344,4 +345,30 @@ TEST(SCKZCoreCom, ABooleanOperatorHasItsAttributeAndAnyOtherThanAndIsOr)
     EXPECT_EQ(getAttribute(SCKZCoreCom::BOOLOPERATOR_OR), "boolOperator=Or");
     EXPECT_EQ(getAttribute(0), "boolOperator=Or");
     EXPECT_EQ(getAttribute(4294967295), "boolOperator=Or");
+}
+
+TEST(SCKZCoreCom, CompareStringRearComparesTheEndByteByByte)
+{
+    const auto endsIn = [](const std::string& text, const std::string& rear) {
+        return SCKZCoreCom::CompareStringRear(text.data(), static_cast<DWORD>(text.size()), rear.data(),
+                                              static_cast<DWORD>(rear.size()));
+    };
+    EXPECT_TRUE(endsIn("abc", "bc"));
+    EXPECT_TRUE(endsIn("abc", "abc"));
+    EXPECT_TRUE(endsIn("abc", ""));
+    EXPECT_TRUE(endsIn("", ""));
+    EXPECT_FALSE(endsIn("abc", "ab"));
+    EXPECT_FALSE(endsIn("bc", "abc"));
+    EXPECT_TRUE(endsIn("\x83\x5C", "\x5C")); // whatever the characters are
+    EXPECT_TRUE(SCKZCoreCom::CompareStringRear(nullptr, 0, nullptr, 0));
+}
+
+TEST(SCKZCoreCom, MinusAndMacronAreTheCharactersOfTheirWidth)
+{
+    EXPECT_EQ(NSKZ::Test::FromSJIS(SCKZCoreCom::STR_EM_MINUS), NSKZ::Test::UTF8(u8"－"));
+    EXPECT_EQ(NSKZ::Test::FromSJIS(SCKZCoreCom::STR_EM_MACRON), NSKZ::Test::UTF8(u8"ー"));
+    EXPECT_EQ(NSKZ::Test::FromSJIS(SCKZCoreCom::STR_EN_MINUS), "-");
+    EXPECT_EQ(NSKZ::Test::FromSJIS(SCKZCoreCom::STR_EN_MACRON), NSKZ::Test::UTF8(u8"ｰ"));
+    EXPECT_EQ(SCKZCoreCom::STRLEN_EM_MACRON, 2u);
+    EXPECT_EQ(SCKZCoreCom::STRLEN_EN_MACRON, 1u);
 }

@@ -137,6 +137,9 @@ TEST(SearchTheBtnByAlias, NoWordIsNoSearch)
 {
     const SItem item({"apple"});
     List found{4711};
+    EXPECT_TRUE(item.env.SearchBtnsByAliasFromBtnClass(ITEM, {nullptr}, FRONT, 0, found));
+    EXPECT_EQ(found, List({1, 2})); // a null word is the empty one
+    found = {4711};
     EXPECT_FALSE(item.env.SearchBtnsByAliasFromBtnClass(ITEM, {}, MATCH, 0, found));
     EXPECT_EQ(found, List({4711}));
     EXPECT_FALSE(item.env.SearchBtnsByAliasFromBtnClass(99, {"a"}, MATCH, 0, found));

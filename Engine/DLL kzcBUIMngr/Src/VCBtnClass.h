@@ -199,12 +199,12 @@ public:
                               std::vector<DWORD>& btnIDs) const;
 
     // --- Search by shown text. A word and a text are compared as they are, or with flags as
-    // ConvertStringForVagueSearch makes them, each text once. All options but SRCHBTNNAME_INCLUDE_ALL look at
-    // the first word alone; a text that is shorter than the word in bytes does not fit. With
-    // SRCH_VAGUE_MACRON as the only flag all lengths count as 0, so that every text fits but with
-    // SRCHBTNNAME_INCLUDE_ALL. False for no word, with `found` untouched, and if a text cannot be converted.
-    // Throws ECAbnormalData for an option that is none, as soon as a text is long enough. Linear in the
-    // texts.
+    // ConvertStringForVagueSearch makes them, each text once. A null word is the empty one. All options but
+    // SRCHBTNNAME_INCLUDE_ALL look at the first word alone; a text that is shorter than the word in bytes
+    // does not fit. With SRCH_VAGUE_MACRON as the only flag all lengths count as 0, so that every text fits
+    // but with SRCHBTNNAME_INCLUDE_ALL. False for no word, with `found` untouched, and if a text cannot be
+    // converted. Throws ECAbnormalData for an option that is none, as soon as a text is long enough. Linear
+    // in the texts.
 
     // Searches the listed buttons; `found` becomes the positions of those that fit, ascending. An identifier
     // that is no button does not fit. With `firstOnly` the search ends at the first that fits.

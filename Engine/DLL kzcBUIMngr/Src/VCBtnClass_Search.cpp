@@ -174,7 +174,7 @@ bool VCBtnClass::SearchTheBtnByAlias(const std::vector<const VCBtn*>& searched,
     std::vector<std::vector<char>> wordAreas(words.size());
     std::vector<SSearchText> wordTexts(words.size());
     for (std::size_t i = 0; i < words.size(); ++i) {
-        if (!convert(words[i], wordAreas[i], wordTexts[i]))
+        if (!convert(words[i] == nullptr ? "" : words[i], wordAreas[i], wordTexts[i]))
             return false;
     }
     std::vector<char> area;
