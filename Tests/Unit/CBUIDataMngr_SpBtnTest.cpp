@@ -5,6 +5,7 @@
 #include "ECAbnormalData.h"
 #include "SCBUICoreStrDef.h"
 #include "Support/CAllocFault.h"
+#include "Support/CEnvQueries.h"
 #include "Support/CTestBtnCnd.h"
 #include "Support/MakeTable.h"
 
@@ -68,13 +69,13 @@ CBasicBtnCnd MakeCnd(ESelCondition selCondition, DWORD rankNum, double cmpNum = 
 // shop      a   a   b   b   c   c     buttons 2 3 4; sums 30 70 110
 // kind      x   y   x   z   y   z     buttons 2 3 4; sums 40 70 100
 // amount    10  20  30  40  50  60
-class CEnvFixture
+class CEnvFixture : public CEnvQueries
 {
 public:
     explicit CEnvFixture(bool hasSums = true)
-        : table(MakeTable({{"shop", TEXT, {"a", "a", "b", "b", "c", "c"}},
-                           {"kind", TEXT, {"x", "y", "x", "z", "y", "z"}},
-                           {"amount", NUM, {"10", "20", "30", "40", "50", "60"}}})),
+        : CEnvQueries(env, AMOUNT), table(MakeTable({{"shop", TEXT, {"a", "a", "b", "b", "c", "c"}},
+                                                     {"kind", TEXT, {"x", "y", "x", "z", "y", "z"}},
+                                                     {"amount", NUM, {"10", "20", "30", "40", "50", "60"}}})),
           sums(table), env(1, ON_MEM, ON_MEM, table, hasSums ? &sums : nullptr, nullptr)
     {}
     DWORD MakeInc(DWORD btnClassID, const List& members, const char* text = "inc")
@@ -97,58 +98,6 @@ public:
         EXPECT_EQ(env.CreateSpBtn(btnID, btnClassID, CLL_TYPE, "cnd", CONDITION, nullptr, &cnd),
                   Class::CREATESPBTN_OK);
         return btnID;
-    }
-    List Members(DWORD btnClassID, DWORD btnID) const
-    {
-        List members{4711};
-        env.GetMemberBtnIDListOfSpBtn(btnClassID, btnID, members);
-        return members;
-    }
-    List Displayed(DWORD btnClassID) const
-    {
-        List btnIDs;
-        env.GetDispBtnIDListOfBtnClass(btnClassID, btnIDs);
-        return btnIDs;
-    }
-    List Selected(DWORD btnClassID) const
-    {
-        List btnIDs;
-        env.GetSelBtnIDListOfBtnClass(btnClassID, btnIDs);
-        return btnIDs;
-    }
-    List TargetRecs() const
-    {
-        List recs(6);
-        DWORD count = 0;
-        env.GetTargetRecList(recs.data(), count);
-        recs.resize(count);
-        return recs;
-    }
-    List Recs(DWORD btnClassID, DWORD btnID) const
-    {
-        List recs(6);
-        DWORD count = 0;
-        EXPECT_TRUE(env.GetRecListThatRelatesToBtn(btnClassID, btnID, recs.data(), count));
-        recs.resize(count);
-        return recs;
-    }
-    unsigned int Why(DWORD btnClassID, DWORD btnID) const
-    {
-        unsigned int visibleInfo = 4711;
-        env.GetVisibleInfoOfBtn(btnClassID, btnID, visibleInfo);
-        return visibleInfo;
-    }
-    double Sum(DWORD btnClassID, DWORD btnID) const
-    {
-        double value = -1.0;
-        env.GetSumValueCacheMngrObjRef().GetSumValue(btnClassID, btnID, AMOUNT, value);
-        return value;
-    }
-    double Total(DWORD btnClassID) const
-    {
-        double value = -1.0;
-        env.GetSumValueCacheMngrObjRef().GetTotalValue(btnClassID, AMOUNT, value);
-        return value;
     }
 
     CSourceDataMngr table;

@@ -4,6 +4,7 @@
 #include "CUnitCndOfBscBtnCnd.h"
 #include "CVirBtnClass.h"
 #include "Support/CAllocFault.h"
+#include "Support/CEnvQueries.h"
 #include "Support/CTestBtnCnd.h"
 #include "Support/MakeTable.h"
 
@@ -47,12 +48,12 @@ public:
 // shop      a   a   b   b   c   c     buttons 2 3 4; sums 30 70 110
 // kind      x   y   x   z   y   z     buttons 2 3 4; sums 40 70 100
 // amount    10  20  30  40  50  60
-struct SEnv
+struct SEnv : CEnvQueries
 {
     explicit SEnv(bool hasSums = true)
-        : table(MakeTable({{"shop", TEXT, {"a", "a", "b", "b", "c", "c"}},
-                           {"kind", TEXT, {"x", "y", "x", "z", "y", "z"}},
-                           {"amount", NUM, {"10", "20", "30", "40", "50", "60"}}})),
+        : CEnvQueries(env, AMOUNT), table(MakeTable({{"shop", TEXT, {"a", "a", "b", "b", "c", "c"}},
+                                                     {"kind", TEXT, {"x", "y", "x", "z", "y", "z"}},
+                                                     {"amount", NUM, {"10", "20", "30", "40", "50", "60"}}})),
           sums(table), env(1, ON_MEM, ON_MEM, table, hasSums ? &sums : nullptr, nullptr)
     {}
     DWORD MakeClass(const char* name, bool common = false)
@@ -81,52 +82,6 @@ struct SEnv
         EXPECT_EQ(env.CreateSpBtn(btnID, btnClassID, INC_TYPE, "inc", SELECT, &members, nullptr),
                   Class::CREATESPBTN_OK);
         return btnID;
-    }
-    List Members(DWORD btnClassID, DWORD btnID) const
-    {
-        List members{4711};
-        env.GetMemberBtnIDListOfSpBtn(btnClassID, btnID, members);
-        return members;
-    }
-    List Displayed(DWORD btnClassID) const
-    {
-        List btnIDs{4711};
-        env.GetDispBtnIDListOfBtnClass(btnClassID, btnIDs);
-        return btnIDs;
-    }
-    List Selected(DWORD btnClassID) const
-    {
-        List btnIDs;
-        env.GetSelBtnIDListOfBtnClass(btnClassID, btnIDs);
-        return btnIDs;
-    }
-    List TargetRecs() const
-    {
-        List recs(6);
-        DWORD count = 0;
-        env.GetTargetRecList(recs.data(), count);
-        recs.resize(count);
-        return recs;
-    }
-    List Recs(DWORD btnClassID, DWORD btnID) const
-    {
-        List recs(6);
-        DWORD count = 0;
-        EXPECT_TRUE(env.GetRecListThatRelatesToBtn(btnClassID, btnID, recs.data(), count));
-        recs.resize(count);
-        return recs;
-    }
-    double Sum(DWORD btnClassID, DWORD btnID) const
-    {
-        double value = -1.0;
-        env.GetSumValueCacheMngrObjRef().GetSumValue(btnClassID, btnID, AMOUNT, value);
-        return value;
-    }
-    double Total(DWORD btnClassID) const
-    {
-        double value = -1.0;
-        env.GetSumValueCacheMngrObjRef().GetTotalValue(btnClassID, AMOUNT, value);
-        return value;
     }
     bool IsEffective(DWORD btnClassID, DWORD btnID) const
     {
