@@ -538,6 +538,19 @@ TEST_F(CVirBtnClassTest, AnIneffectiveClassSwitchesOffTheVirtualIncButtonsThatHo
     EXPECT_EQ(Recs(*fixed, group), List({0, 1}));
 }
 
+TEST_F(CVirBtnClassTest, AButtonOfTheSameIdentifierInAnotherClassHasNoHoldersHere)
+{
+    const DWORD inc = MakeInc(*shop, {2});
+    const DWORD group = Make(*fixed, *shop, {inc});
+    ASSERT_EQ(MakeInc(*fixed, {group}), inc);
+    EXPECT_TRUE(fixed->SetEffectiveInfoOfSpBtn(group, false));
+    List roots{4711};
+    EXPECT_TRUE(fixed->GetRootSpBtnIDListIncludingBtn(inc, true, roots));
+    EXPECT_EQ(roots, List());
+    EXPECT_TRUE(shop->GetRootSpBtnIDListIncludingBtn(inc, true, roots));
+    EXPECT_EQ(roots, List());
+}
+
 // --- Rows of records
 
 TEST(CVirBtnClass, AButtonOf400MembersHasItsRecordsInTheTable)

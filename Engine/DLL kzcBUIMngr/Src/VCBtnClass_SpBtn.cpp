@@ -146,7 +146,7 @@ bool VCBtnClass::GetRootSpBtnIDListIncludingBtn(DWORD btnID, bool includeIneffec
     std::vector<std::pair<DWORD, DWORD>> ineffectiveHolders; // member and holder
     if (includeIneffective) {
         for (const auto& [spBtnID, spBtn] : spBtnOfID) {
-            if (spBtn->effective)
+            if (spBtn->effective || GetBtnClassOfMembers(*spBtn) != this)
                 continue;
             for (const DWORD mmbBtnID : spBtn->mmbBtnIDList)
                 ineffectiveHolders.emplace_back(mmbBtnID, spBtnID);
