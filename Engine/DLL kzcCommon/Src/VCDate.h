@@ -229,10 +229,13 @@ public:
 
     // Compares two dates by the elements that `right` holds, from the greatest to the smallest, each by one
     // of the operations above: `left` is in the relation to the stretch that `right` is. 2024-07-15 is equal
-    // to July 2024 and to week 3 of July, not less than either, and greater than June 2024. Elements that
-    // `left` does not give are passed over, so CheckDateInclusiveRelation is to be asked first. Fiscal months
+    // to July 2024 and to week 3 of July, not less than either, and greater than June 2024. Fiscal months
     // without year compare by their place behind the start month. Every element of a week, a half or a
     // quarter counts: year, then the month of the week, then its number.
+    // At an element that `left` does not give the numbers of the two (GetDateNumeric) decide, and without
+    // those they are just not equal. Where CheckDateInclusiveRelation holds for a date of the same form,
+    // that comes about for days before Meiji compared with a Japanese year, and for the first and the last
+    // days of all years, which may lie in a fiscal year that there is not: they lie before or behind.
     static bool CompareDate(const VCDate& left, const VCDate& right, SCKZCoreCom::ECmpOperator cmpOperator,
                             DWORD startMonth, DWORD cutOffDate, EDaysOfTheWeek daysOfWeek) noexcept;
 
