@@ -952,6 +952,56 @@ TEST(CDateBtnClassFault, AReadingAnewThatRunsOutOfMemoryIsDoneTheNextTime)
     EXPECT_GE(failures, 20);
 }
 
+TEST(CDateBtnClassFault, AReadingAnewThatRunsOutOfMemoryInALargeHolderHasTheNewDatesOrTheOldGroups)
+{
+    using Held = std::pair<CFixture, DWORD>;
+    bool goneOnce = false;
+    const int failures = FailEveryAllocation(
+        [] {
+            auto held = std::make_unique<Held>();
+            std::vector<std::string> texts;
+            for (DWORD i = 0; i < 400; ++i) // enough for a row of records of its own
+                texts.push_back("no date " + std::to_string(i));
+            std::vector<const char*> values{"01-02-2024", "2024-03-04"};
+            for (const std::string& text : texts)
+                values.push_back(text.c_str());
+            held->first.Add(values);
+            held->first.btnClass->SetDispForm(MakeDateForm(1, 6));
+            List members{CLL};
+            for (DWORD btnID = 4; btnID < 404; ++btnID)
+                members.push_back(btnID);
+            EXPECT_EQ(held->first.btnClass->CreateIncBtn("holder", SELECT, &members, nullptr, held->second),
+                      VCBtnClass::CREATESPBTN_OK);
+            CSourceDataMngr::SFldInfo info;
+            held->first.table.GetFldInfo(1, info);
+            info.dateTypeInfo.form = SCDeclareConstant::DATEFORM_DMY;
+            held->first.table.SetFldInfo(1, info);
+            return held;
+        },
+        [](const auto& held) { held->first.btnClass->RegroupAfterDataFormChange(); },
+        [&](const auto& held) {
+            const CFixture& fixture = held->first;
+            ExpectWhole(fixture);
+            const VCDate* const latest = fixture.btnClass->GetLatestDate();
+            ASSERT_NE(latest, nullptr);
+            DWORD month = 0;
+            ASSERT_TRUE(latest->GetMonth(month));
+            if (fixture.GetMembers(held->second).size() == 401) {
+                EXPECT_EQ(month, 3u);
+                EXPECT_EQ(fixture.GetSetOfGroups(), std::set<List>({{3}}));
+            } else {
+                EXPECT_EQ(month, 2u);
+                EXPECT_TRUE(fixture.GetSetOfGroups().empty() ||
+                            fixture.GetSetOfGroups() == std::set<List>({{2}}));
+                goneOnce = true;
+            }
+            held->first.btnClass->RegroupAfterDataFormChange();
+            EXPECT_EQ(fixture.GetSetOfGroups(), std::set<List>({{2}}));
+        });
+    EXPECT_GE(failures, 20);
+    EXPECT_TRUE(goneOnce);
+}
+
 TEST(CDateBtnClassFault, RecordsThatRunOutOfMemoryLeaveAClassThatGoesOn)
 {
     const int failures = FailEveryAllocation(
