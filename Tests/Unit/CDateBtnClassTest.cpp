@@ -206,6 +206,18 @@ TEST(CDateBtnClass, AYearOutOfLimitsStaysUnsetAndTheGroupStillForms)
     EXPECT_EQ(fixture.GetGroups(), Lists({{2, 4}, {3}})); // both are in a second half
 }
 
+TEST(CDateBtnClass, ADateBeforeMeijiJoinsNoGroupOfAJapaneseForm)
+{
+    CFixture fixture;
+    fixture.Add({"1868-10-22", "1868-10-23", "2019-05-01"}); // 2, 3, 4
+    for (const DWORD form : {2u, 8u, 203u, 303u}) {
+        fixture.btnClass->SetDispForm(MakeDateForm(1, form));
+        EXPECT_EQ(fixture.GetGroups(), Lists({{3}, {4}})) << form;
+    }
+    fixture.btnClass->SetDispForm(MakeDateForm(2, 109)); // the fiscal year is that of its 31 December
+    EXPECT_EQ(fixture.GetGroups(), Lists({{2, 3}, {4}}));
+}
+
 TEST(CDateBtnClass, ADateThatLacksAPartOfTheFormJoinsNoGroup)
 {
     CFixture fixture;
