@@ -4,6 +4,7 @@
 #include "CDate.h"
 #include "CUnitCndOfBscBtnCnd.h"
 #include "ECAbnormalData.h"
+#include "Support/CAllocFault.h"
 #include "Support/TDateTimeFixture.h"
 
 #include <gtest/gtest.h>
@@ -88,6 +89,17 @@ public:
 };
 
 using Names = std::vector<std::string>;
+
+// Makes it the condition that the button with the highest amount fulfils.
+void SetHighest(CBasicBtnCnd& cnd)
+{
+    CUnitCndOfBscBtnCnd unit;
+    unit.SetNumID(AMOUNT);
+    unit.SetSumMethod(SCBUICoreCom::ESumMethodForCnd::Sum);
+    unit.SetSelCondition(CUnitCndOfBscBtnCnd::ESelCondition::Rank_High);
+    unit.SetRankNum(1);
+    cnd.SetCndComponent(unit);
+}
 
 TEST(CBUIDataMngr_DateTime, DisplayFormsAreUnsetAtFirstAndOfTheirClassAlone)
 {
@@ -187,13 +199,8 @@ TEST(CBUIDataMngr_DateTime, AnUnsetFormIsRefusedAfterTheSelectionIsCleared)
 TEST(CBUIDataMngr_DateTime, ConditionsOfTheClassPickAmongTheNewGroups)
 {
     CEnvFixture fixture;
-    CUnitCndOfBscBtnCnd unit;
-    unit.SetNumID(AMOUNT);
-    unit.SetSumMethod(SCBUICoreCom::ESumMethodForCnd::Sum);
-    unit.SetSelCondition(CUnitCndOfBscBtnCnd::ESelCondition::Rank_High);
-    unit.SetRankNum(1);
     CBasicBtnCnd cnd;
-    cnd.SetCndComponent(unit);
+    SetHighest(cnd);
     DWORD best = 0;
     ASSERT_EQ(
         fixture.env.CreateSpBtn(best, DAY, CLL_TYPE, "best", VCSpBtn::MMBBTNSELMTH_CONDITION, nullptr, &cnd),
@@ -203,6 +210,52 @@ TEST(CBUIDataMngr_DateTime, ConditionsOfTheClassPickAmongTheNewGroups)
     EXPECT_EQ(fixture.Members(DAY, best), List({best + 1})); // 2024
     ASSERT_TRUE(fixture.env.SetDispFormOfDateBtnClass(DAY, MakeDateForm(1, 6)));
     EXPECT_EQ(fixture.Members(DAY, best), List({best + 1})); // 2024/06
+}
+
+TEST(CBUIDataMngr_DateTimeFault, AFormThatRunsOutOfMemoryLeavesAnEnvironmentThatGoesOn)
+{
+    const SDateForm first = MakeDateForm(1, 6);
+    const SDateForm second = MakeDateForm(1, 0);
+    for (const bool isSelected : {false, true}) {
+        const int failures = FailEveryAllocation(
+            [&] {
+                auto fixture = std::make_unique<CEnvFixture>();
+                EXPECT_TRUE(fixture->env.SetDispFormOfDateBtnClass(DAY, first));
+                DWORD cndBtnID = 0;
+                CBasicBtnCnd highest;
+                SetHighest(highest);
+                EXPECT_EQ(fixture->env.CreateSpBtn(cndBtnID, DAY, CLL_TYPE, "best",
+                                                   VCSpBtn::MMBBTNSELMTH_CONDITION, nullptr, &highest),
+                          Class::CREATESPBTN_OK);
+                EXPECT_EQ(cndBtnID, CLL + 3);
+                EXPECT_EQ(fixture->Members(DAY, CLL + 3), List({CLL})); // June
+                if (isSelected) {
+                    EXPECT_TRUE(fixture->env.SelectTheBtn(DAY, CLL + 1, true));
+                    EXPECT_EQ(fixture->TargetRecs(), List({0, 2}));
+                }
+                return fixture;
+            },
+            [&](const auto& fixture) { fixture->env.SetDispFormOfDateBtnClass(DAY, second); },
+            [&](const auto& fixture) {
+                SDateForm held;
+                EXPECT_TRUE(fixture->env.GetDispFormOfDateBtnClass(DAY, held));
+                EXPECT_TRUE(held == first || held == second || held == SDateForm());
+                if (held == second) {
+                    EXPECT_FALSE(fixture->IsSelected());
+                }
+                EXPECT_NO_THROW(fixture->Names(DAY));
+                EXPECT_NO_THROW(fixture->TargetRecs());
+                EXPECT_NO_THROW(fixture->Sum(DAY, 2));
+                EXPECT_TRUE(fixture->env.SetDispFormOfDateBtnClass(DAY, second));
+                fixture->env.ClearAllBtnSelections(true);
+                EXPECT_FALSE(fixture->IsSelected());
+                EXPECT_EQ(fixture->TargetRecs(), List({0, 1, 2, 3, 4, 5}));
+                List members = fixture->Members(DAY, CLL + 3);
+                ASSERT_EQ(members.size(), 1u);
+                EXPECT_EQ(fixture->Sum(DAY, members.front()), 80); // 30 June
+            });
+        EXPECT_GE(failures, 30);
+    }
 }
 
 TEST(CBUIDataMngr_DateTime, ASystemManagedButtonRefusesEveryEdit)

@@ -206,6 +206,18 @@ TEST(CDateBtnClass, AYearOutOfLimitsStaysUnsetAndTheGroupStillForms)
     EXPECT_EQ(fixture.GetGroups(), Lists({{2, 4}, {3}})); // both are in a second half
 }
 
+TEST(CDateBtnClass, ADateBeforeMeijiJoinsNoGroupOfAJapaneseForm)
+{
+    CFixture fixture;
+    fixture.Add({"1868-10-22", "1868-10-23", "2019-05-01"}); // 2, 3, 4
+    for (const DWORD form : {2u, 8u, 203u, 303u}) {
+        fixture.btnClass->SetDispForm(MakeDateForm(1, form));
+        EXPECT_EQ(fixture.GetGroups(), Lists({{3}, {4}})) << form;
+    }
+    fixture.btnClass->SetDispForm(MakeDateForm(2, 109)); // the fiscal year is that of its 31 December
+    EXPECT_EQ(fixture.GetGroups(), Lists({{2, 3}, {4}}));
+}
+
 TEST(CDateBtnClass, ADateThatLacksAPartOfTheFormJoinsNoGroup)
 {
     CFixture fixture;
@@ -950,6 +962,56 @@ TEST(CDateBtnClassFault, AReadingAnewThatRunsOutOfMemoryIsDoneTheNextTime)
             EXPECT_EQ(fixture->GetNameOrder(ALL), List({CLL, 4, CLL + 1, 2, 3}));
         });
     EXPECT_GE(failures, 20);
+}
+
+TEST(CDateBtnClassFault, AReadingAnewThatRunsOutOfMemoryInALargeHolderHasTheNewDatesOrTheOldGroups)
+{
+    using Held = std::pair<CFixture, DWORD>;
+    bool goneOnce = false;
+    const int failures = FailEveryAllocation(
+        [] {
+            auto held = std::make_unique<Held>();
+            std::vector<std::string> texts;
+            for (DWORD i = 0; i < 400; ++i) // enough for a row of records of its own
+                texts.push_back("no date " + std::to_string(i));
+            std::vector<const char*> values{"01-02-2024", "2024-03-04"};
+            for (const std::string& text : texts)
+                values.push_back(text.c_str());
+            held->first.Add(values);
+            held->first.btnClass->SetDispForm(MakeDateForm(1, 6));
+            List members{CLL};
+            for (DWORD btnID = 4; btnID < 404; ++btnID)
+                members.push_back(btnID);
+            EXPECT_EQ(held->first.btnClass->CreateIncBtn("holder", SELECT, &members, nullptr, held->second),
+                      VCBtnClass::CREATESPBTN_OK);
+            CSourceDataMngr::SFldInfo info;
+            held->first.table.GetFldInfo(1, info);
+            info.dateTypeInfo.form = SCDeclareConstant::DATEFORM_DMY;
+            held->first.table.SetFldInfo(1, info);
+            return held;
+        },
+        [](const auto& held) { held->first.btnClass->RegroupAfterDataFormChange(); },
+        [&](const auto& held) {
+            const CFixture& fixture = held->first;
+            ExpectWhole(fixture);
+            const VCDate* const latest = fixture.btnClass->GetLatestDate();
+            ASSERT_NE(latest, nullptr);
+            DWORD month = 0;
+            ASSERT_TRUE(latest->GetMonth(month));
+            if (fixture.GetMembers(held->second).size() == 401) {
+                EXPECT_EQ(month, 3u);
+                EXPECT_EQ(fixture.GetSetOfGroups(), std::set<List>({{3}}));
+            } else {
+                EXPECT_EQ(month, 2u);
+                EXPECT_TRUE(fixture.GetSetOfGroups().empty() ||
+                            fixture.GetSetOfGroups() == std::set<List>({{2}}));
+                goneOnce = true;
+            }
+            held->first.btnClass->RegroupAfterDataFormChange();
+            EXPECT_EQ(fixture.GetSetOfGroups(), std::set<List>({{2}}));
+        });
+    EXPECT_GE(failures, 20);
+    EXPECT_TRUE(goneOnce);
 }
 
 TEST(CDateBtnClassFault, RecordsThatRunOutOfMemoryLeaveAClassThatGoesOn)

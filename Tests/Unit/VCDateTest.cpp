@@ -302,6 +302,51 @@ TEST(VCDate, ADayComparesWithAStretchByTheStretchsElements)
     EXPECT_TRUE(is(day, Com::CMPOPERATOR_LESS, sunday, {4, 31, VCDate::DAYSOFWEEK_MONDAY}));
 }
 
+TEST(VCDate, ADateBeyondTheYearsOfAStretchLiesBeforeOrBehindIt)
+{
+    using Com = SCKZCoreCom;
+    const auto expect = [](const VCDate& left, const VCDate& right, bool isBefore) {
+        const auto is = [&](Com::ECmpOperator cmpOperator) {
+            return VCDate::CompareDate(left, right, cmpOperator, 4, 20, VCDate::DAYSOFWEEK_SUNDAY);
+        };
+        EXPECT_FALSE(is(Com::CMPOPERATOR_EQUAL)) << GetParts(&left) << " " << GetParts(&right);
+        EXPECT_TRUE(is(Com::CMPOPERATOR_NOTEQUAL)) << GetParts(&left) << " " << GetParts(&right);
+        EXPECT_EQ(is(Com::CMPOPERATOR_LESS), isBefore) << GetParts(&left) << " " << GetParts(&right);
+        EXPECT_EQ(is(Com::CMPOPERATOR_LESSEQUAL), isBefore) << GetParts(&left) << " " << GetParts(&right);
+        EXPECT_EQ(is(Com::CMPOPERATOR_GREATER), !isBefore) << GetParts(&left) << " " << GetParts(&right);
+        EXPECT_EQ(is(Com::CMPOPERATOR_GREATEREQUAL), !isBefore) << GetParts(&left) << " " << GetParts(&right);
+        EXPECT_FALSE(is(static_cast<Com::ECmpOperator>(9)));
+    };
+
+    // No era is as old, and the first and last days are of no fiscal year that there is.
+    const CDate beforeMeiji = MakeDay(1850, 7, 15);
+    CDate reiwa;
+    reiwa.SetYearOfTheJpnCalendar(VCDate::ERA_REIWA, 6);
+    expect(beforeMeiji, reiwa, true);
+    reiwa.SetMonth(7);
+    expect(beforeMeiji, reiwa, true);
+    reiwa.SetDay(15);
+    expect(beforeMeiji, reiwa, true);
+
+    CFiscalYear fiscalYear;
+    fiscalYear.SetFiscalYearOfTheGrgCalendar(2024);
+    CQuarterTerm lastQuarter;
+    lastQuarter.SetFiscalYearOfTheGrgCalendar(2024);
+    lastQuarter.SetQuarterTerm(4);
+    CFiscalMonth january;
+    january.SetYearOfTheGrgCalendar(2025);
+    january.SetFiscalMonth(1);
+    CWeekNum week(CWeekNum::WEEKNUMTYPE_FISCALYEAR);
+    week.SetFiscalYearOfTheGrgCalendar(2024);
+    week.SetWeekNum(41);
+    for (const VCDate* const stretch :
+         {static_cast<const VCDate*>(&fiscalYear), static_cast<const VCDate*>(&lastQuarter),
+          static_cast<const VCDate*>(&january), static_cast<const VCDate*>(&week)}) {
+        expect(MakeDay(1, 1, 1), *stretch, true);
+        expect(MakeDay(9999, 12, 31), *stretch, false);
+    }
+}
+
 TEST(VCDate, ADateIncludesWhatFollowsFromIt)
 {
     const CDate day = MakeDay(2024, 7, 15);

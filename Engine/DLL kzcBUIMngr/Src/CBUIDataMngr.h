@@ -384,8 +384,10 @@ public:
     // lets the conditions of the class pick their members anew. The form in force changes nothing and gives
     // true. A form whose kind, form or, of dates, option is not set, or whose pattern does not end within its
     // bytes, is refused: the answer is false, and sums and selection are cleared. If memory is exhausted
-    // nothing has changed; or there is no display form and no group with members; or all is done and rows of
-    // records are outdated.
+    // nothing has changed; or there is no display form and no group with members, and the call is to be made
+    // again; or the groups are made, rows of records are outdated, which costs those who ask for them time,
+    // and conditions may not have picked anew: ClearAllBtnSelections(true) lets them, the same form once more
+    // does not.
     bool SetDispFormOfDateBtnClass(DWORD btnClassID, const SCDeclareConstant::SDateDispForm& dispForm);
     bool SetDispFormOfTimeBtnClass(DWORD btnClassID, const SCDeclareConstant::STimeDispForm& dispForm);
     // The buttons grouped by one part of their dates, whatever the display form. Parts of a time are those of

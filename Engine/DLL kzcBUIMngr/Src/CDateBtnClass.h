@@ -8,7 +8,8 @@ namespace NSKZ::NSKZCore {
 // The button class of a date field: its buttons are the distinct date texts of the field.
 //
 // Groups are those of SCDispForm. A Gregorian year before 1873, the first in which Japan used that calendar,
-// stays unset in the date of a group, and the group forms without it.
+// stays unset in the date of a group, and the group forms without it. A date that has no Japanese year, as
+// those before Meiji, joins no group of a form that has one.
 class CDateBtnClass final : public TCDispFormBtnClass<SCDeclareConstant::SDateDispForm>
 {
 public:

@@ -5,6 +5,7 @@
 #include "IRpLink.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace NSKZ::NSKZCore {
 
@@ -37,15 +38,19 @@ void VCBtnClass::DestroyCllBtns(const std::set<DWORD>& btnIDs)
     std::vector<VCSpBtn*> leaving;
     std::set<DWORD> released;
     SpBtnsOfClasses holders;
+    SpBtnsOfClasses listing; // ineffective ones too
     for (const DWORD btnID : btnIDs) {
         VCSpBtn* const spBtn = SCBUICoreCom::IsCllBtn(btnID) ? FindSpBtn(btnID) : nullptr;
         if (spBtn == nullptr)
             continue;
         leaving.push_back(spBtn);
         released.insert(released.end(), btnID);
-        const SpBtnsOfClasses ofOne = ListEffectiveHolders(*spBtn);
-        holders.insert(holders.end(), ofOne.begin(), ofOne.end());
+        AddSpBtnsAbove(*spBtn, listing);
     }
+    std::sort(listing.begin(), listing.end());
+    listing.erase(std::unique(listing.begin(), listing.end()), listing.end());
+    std::copy_if(listing.begin(), listing.end(), std::back_inserter(holders),
+                 [](const auto& holder) { return holder.second->effective; });
     SpBtnsOfClasses above = ListWithAllAbove(holders);
     const auto isLeaving = [&](DWORD btnID) { return released.contains(btnID); };
     std::erase_if(above,
@@ -55,8 +60,13 @@ void VCBtnClass::DestroyCllBtns(const std::set<DWORD>& btnIDs)
         (*rpLink)->DeleteBtn(id, spBtn->id);
     }
 
+    // Each list is gone through once, however many of its members leave.
+    const std::int64_t now = VCSpBtn::GetPresentTime();
+    for (const auto& [btnClass, holder] : listing) {
+        if (std::erase_if(holder->mmbBtnIDList, isLeaving) != 0)
+            holder->updateTime = now;
+    }
     for (VCSpBtn* const spBtn : leaving) {
-        AdjstRelatedInfoBtnIncludingOneself(spBtn, false);
         UnlinkMembers(*spBtn);
         --(spBtn->effective ? spBtnCount : ineffectiveBtnCount);
         if (spBtn->effective && spBtn->sel && --selBtnCount == 0)

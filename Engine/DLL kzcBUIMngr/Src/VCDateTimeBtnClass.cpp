@@ -336,10 +336,19 @@ void VCDateTimeBtnClass::RegroupAfterDataFormChange()
         else
             newTexts.Insert(btn->GetShownText(), btn->id);
     }
-    ResetAllSysCllBtns();
-    dateOfBtn.swap(newDates);
-    btnOfDateNum.Swap(newNums);
-    strNameOrd.Swap(newTexts);
+    const auto swapDates = [&]() noexcept {
+        dateOfBtn.swap(newDates);
+        btnOfDateNum.Swap(newNums);
+        strNameOrd.Swap(newTexts);
+    };
+    swapDates();
+    try {
+        ResetAllSysCllBtns();
+    } catch (...) {
+        if (!dateOfSysCllBtn.empty()) // nothing has changed; else the groups are gone
+            swapDates();
+        throw;
+    }
     RebuildSysCllBtns();
 }
 

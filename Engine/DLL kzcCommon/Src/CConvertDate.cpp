@@ -12,7 +12,8 @@ namespace NSKZ::NSKZCore {
 
 namespace {
 
-// A pattern grows by half at most: {E} has three bytes and becomes as many, {gg} and {ggg} one more.
+// A pattern grows by a third at most: {e} has three bytes and may become four digits. {ggg} grows by one
+// byte.
 constexpr std::size_t MAX_TEXT_SIZE = 2 * SCDeclareConstant::OPTIONALFORM_SIZE;
 using CText = CFixedText<MAX_TEXT_SIZE>;
 
@@ -564,8 +565,8 @@ DWORD CConvertDate::GetMaxLenOfDateString() const noexcept
 {
     const auto lenOfKanji = static_cast<DWORD>(SCDateWord::Get(SCDateWord::WORD_YEAR, codePage).size());
     if (kind != SCDispForm::DATEKIND_OPTIONAL) {
-        // The longest text in kanji is that of a quarter: an era, its year, and six more; numbers of it have
-        // five digits, and those of a week of a month, the most, seven.
+        // The most kanji are those of a quarter: an era and six more, its year and one digit; the kanji for
+        // the first year takes the place of up to four digits. The most digits are those of a whole day.
         constexpr DWORD KANJI = 8;
         constexpr DWORD DIGITS = 8;
         return KANJI * lenOfKanji + DIGITS;

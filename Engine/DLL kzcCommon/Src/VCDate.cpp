@@ -251,6 +251,20 @@ private:
     std::size_t count = 0;
 };
 
+// The same relation by the numbers of the two, which are never those of equal dates here. What has no number
+// is just not equal.
+bool CompareNumbers(const VCDate& left, const VCDate& right, SCKZCoreCom::ECmpOperator cmpOperator,
+                    DWORD startMonth, DWORD cutOffDate, VCDate::EDaysOfTheWeek daysOfWeek) noexcept
+{
+    unsigned long long leftNumber = 0;
+    unsigned long long rightNumber = 0;
+    if (!left.GetDateNumeric(startMonth, cutOffDate, daysOfWeek, leftNumber) ||
+        !right.GetDateNumeric(startMonth, cutOffDate, daysOfWeek, rightNumber) || leftNumber == rightNumber)
+        return cmpOperator == SCKZCoreCom::CMPOPERATOR_NOTEQUAL;
+    const bool isBefore = leftNumber < rightNumber;
+    return VCDate::CompareDate(DWORD{!isBefore}, DWORD{isBefore}, cmpOperator) == VCDate::CMPRESULT_TRUE;
+}
+
 // The parts of a moment, as the codes of its format.
 struct SMoment
 {
@@ -524,7 +538,7 @@ bool VCDate::CompareDate(const VCDate& left, const VCDate& right, SCKZCoreCom::E
 {
     for (const SElementPair& pair : CElementPairs(left, right, startMonth, cutOffDate, daysOfWeek)) {
         if (!pair.givenByLeft)
-            continue;
+            return CompareNumbers(left, right, cmpOperator, startMonth, cutOffDate, daysOfWeek);
         ECmpResult result = CMPRESULT_UNDECIDED;
         switch (pair.kind) {
         case SElementPair::NUMBER:

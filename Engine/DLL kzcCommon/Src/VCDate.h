@@ -21,7 +21,7 @@ namespace NSKZ::NSKZCore {
 // A criterion outside its range gives false. What each of them makes of a day (fiscal years, fiscal months,
 // halves, quarters, weeks, eras) is defined in SCCalendar.
 //
-// An object has 24 bytes. No getter allocates or throws; copying and assigning do not either.
+// An object has 24 bytes at most. No getter allocates or throws; copying and assigning do not either.
 class KZCCOMMON_API VCDate
 {
 public:
@@ -162,8 +162,10 @@ public:
     //   - what has no year comes before all that has one, and orders by its parts from the greatest to the
     //     smallest; a part that is not held comes before all values of it. Fiscal months without year order
     //     from the start month on, days of the week from the first day of the week on;
-    //   - two objects of one class that hold the same parts have the same number exactly if the parts are
-    //     equal (the Gregorian and the Japanese year of a stretch that is the same have one number).
+    //   - two objects of one class that hold the same parts, with years counted in the same way, have the
+    //   same
+    //     number exactly if the parts are equal. One with a Gregorian and one with a Japanese year have the
+    //     same number if their first day is the same: 2019 and Heisei 31 begin together.
     // False if the object holds nothing, or what there is not: 30 February, week 54 of a year that has 53,
     // Reiwa 1 January.
     virtual bool GetDateNumeric(DWORD startMonth, DWORD cutOffDate, EDaysOfTheWeek daysOfWeek,
@@ -229,10 +231,13 @@ public:
 
     // Compares two dates by the elements that `right` holds, from the greatest to the smallest, each by one
     // of the operations above: `left` is in the relation to the stretch that `right` is. 2024-07-15 is equal
-    // to July 2024 and to week 3 of July, not less than either, and greater than June 2024. Elements that
-    // `left` does not give are passed over, so CheckDateInclusiveRelation is to be asked first. Fiscal months
+    // to July 2024 and to week 3 of July, not less than either, and greater than June 2024. Fiscal months
     // without year compare by their place behind the start month. Every element of a week, a half or a
     // quarter counts: year, then the month of the week, then its number.
+    // At an element that `left` does not give the numbers of the two (GetDateNumeric) decide, and without
+    // those they are just not equal. Where CheckDateInclusiveRelation holds for a date of the same form,
+    // that comes about for days before Meiji compared with a Japanese year, and for the first and the last
+    // days of all years, which may lie in a fiscal year that there is not: they lie before or behind.
     static bool CompareDate(const VCDate& left, const VCDate& right, SCKZCoreCom::ECmpOperator cmpOperator,
                             DWORD startMonth, DWORD cutOffDate, EDaysOfTheWeek daysOfWeek) noexcept;
 
@@ -255,7 +260,8 @@ public:
     // Writes a moment, in seconds since the beginning of 1970, as UTC text with a NUL behind it. `format` may
     // hold %Y (four digits), %m, %d, %H, %M, %S (two digits each), and %% for a percent sign; all other bytes
     // stand for themselves. False, with `buffer` untouched, for another code, for a moment outside the years
-    // 1 to 9999, and if the text does not fit. The time zone and the locale of the system play no part.
+    // 1 to 9999, and if the text does not fit or has more than 256 bytes. The time zone and the locale of the
+    // system play no part.
     static bool ConvertDateIntoStringOfGMT(long long time, const char* format, char* buffer,
                                            DWORD size) noexcept;
     // The reverse: the whole of `len` bytes is a text of that format; each code stands in it once, %% aside.
