@@ -123,7 +123,7 @@ TEST_F(HostDate, ButtonsAreGroupedByAPartOfTheirDates)
     EXPECT_EQ(answer.at("count"), 4);
     EXPECT_EQ(Pluck(answer.at("groups"), "date"), Json({"Sun", "Mon", "Fri", "Sat"}));
     EXPECT_EQ(Pluck(answer.at("groups"), "records"), Json({1, 1, 2, 2}));
-    EXPECT_EQ(answer.at("groups")[2].at("buttons"), Json({2}));
+    EXPECT_EQ(answer.at("groups")[2].at("buttons"), Json::array({2}));
     EXPECT_EQ(Pluck(LastAnswer({"groups at hour"}).at("groups"), "records"), Json({3, 1, 1, 1}));
     EXPECT_EQ(LastAnswer({"groups day weekday --max 1"}).at("groups").size(), 1u);
     for (const char* const part :
@@ -138,7 +138,7 @@ TEST_F(HostDate, DatesAreCompared)
     const Json answer = LastAnswer({"dates day '>=' 2024-01-06 --list"});
     EXPECT_EQ(answer, Json::parse(R"({"ok":true,"item":4,"operator":">=","date":"2024-01-06",
         "buttons":[3,4,5],"count":4,"list":[1,3,5,6]})"));
-    EXPECT_EQ(LastAnswer({"dates day '<' 2024-01-06"}).at("buttons"), Json({2}));
+    EXPECT_EQ(LastAnswer({"dates day '<' 2024-01-06"}).at("buttons"), Json::array({2}));
     EXPECT_EQ(LastAnswer({"dates day = 2024-01"}).at("count"), 6);
     EXPECT_EQ(LastAnswer({"dates day = 2024"}).at("count"), 6);
     EXPECT_EQ(LastAnswer({"dates day != 2024-01-07"}).at("buttons"), Json({2, 3, 5}));

@@ -79,7 +79,7 @@ TEST_F(HostVirtual, AConditionPicksAmongTheButtonsOfTheOtherItem)
 TEST_F(HostVirtual, HoldersOfOtherItemsAreShown)
 {
     const Json answer = LastAnswer({CREATE, CREATE_SIDES, "special holders region East"});
-    EXPECT_EQ(Pluck(answer.at("holders"), "item"), Json({OWN}));
+    EXPECT_EQ(Pluck(answer.at("holders"), "item"), Json::array({OWN}));
     EXPECT_EQ(Pluck(answer.at("holders"), "text"), Json({"Sides"}));
 }
 
@@ -121,8 +121,8 @@ TEST_F(HostVirtual, WhatGroupedADestroyedItemStaysSwitchedOff)
     commands.push_back("special list --all");
     const Json listed = LastAnswer(commands).at("special");
     EXPECT_EQ(Pluck(listed, "text"), Json({"Top"}));
-    EXPECT_EQ(Pluck(listed, "effective"), Json({false}));
-    EXPECT_EQ(Pluck(listed, "refItem"), Json({nullptr}));
+    EXPECT_EQ(Pluck(listed, "effective"), Json::array({false}));
+    EXPECT_EQ(Pluck(listed, "refItem"), Json::array({nullptr}));
     EXPECT_TRUE(Holds(Error("special effective Higher Top on", before), "is gone"));
     EXPECT_TRUE(Holds(Error("special set-members Higher Top --none", before), "is gone"));
 }

@@ -221,6 +221,19 @@ TEST(TCBtnOrdList, NumbersOfDatesOrderOverTheirWholeRange)
     EXPECT_EQ(list.GetKeyOf(4), 9223372036854775808ull);
 }
 
+TEST(TCBtnOrdList, EqualNumbersOfDatesGoByIdentifierWheneverTheyCame)
+{
+    CDateNumOrdList list;
+    for (const DWORD btnID : {DWORD{7}, DWORD{4160000002}, DWORD{3}})
+        list.Insert(5, btnID);
+    list.Insert(4, 9);
+    EXPECT_EQ(Walk(list), std::vector<DWORD>({9, 3, 7, 4160000002}));
+    list.Remove(3);
+    list.Insert(5, 6); // behind a walk
+    list.Insert(5, 3);
+    EXPECT_EQ(Walk(list), std::vector<DWORD>({9, 3, 6, 7, 4160000002}));
+}
+
 TEST(TCBtnOrdList, ListsThatAreSwappedKeepWhatTheyHeld)
 {
     CTextOrdList first;

@@ -13,7 +13,8 @@
 
 namespace NSKZ::NSKZCore {
 
-// Buttons in ascending order of a key; equal keys keep the order of insertion. A button stands in a list at
+// Buttons in ascending order of a key; equal keys keep the order of insertion, or go by ascending identifier
+// where TKeys::TIES_BY_ID tells so. A button stands in a list at
 // most once. It behaves as an ordered multimap from key to button identifier would, but sorts only when it is
 // read: filling it costs an append a button, and the first walk after a change sorts what came since the one
 // before. Memory may run out in that walk; the list loses nothing by it.
@@ -21,7 +22,8 @@ namespace NSKZ::NSKZCore {
 // The list owns its keys: a key text handed in is copied, so that no change of a button's text or life can
 // leave a dangling key.
 //
-// TKeys tells the kind of key: its argument type TArg, the stored type TKey (trivially copyable), a TKey
+// TKeys tells the kind of key: its argument type TArg, the stored type TKey (trivially copyable), a constant
+// bool TIES_BY_ID, a TKey
 // Keep(TArg), a static bool IsLess(TKey, TKey), a static std::uint64_t GetRank(TKey) that never falls as keys
 // rise and decides most comparisons without a look at the keys, a void Clear() and, to let the copies of
 // removed keys go, the default constructor and the move assignment.
@@ -41,10 +43,10 @@ public:
 
     bool Exist(DWORD btnID) const noexcept { return entryOfBtn.Exist(btnID); }
 
-    // Puts the button behind those with an equal key. A button that stands in the list under such a key
-    // already stays where it is; one that stands under another leaves that place. An identifier that is no
-    // button's is passed over. `key` is none of the list's own texts. If memory is exhausted nothing changes.
-    // Amortised constant.
+    // Puts the button behind those with an equal key, or among them by its identifier. A button that stands
+    // in the list under such a key already stays where it is; one that stands under another leaves that
+    // place. An identifier that is no button's is passed over. `key` is none of the list's own texts. If
+    // memory is exhausted nothing changes. Amortised constant.
     void Insert(TArg key, DWORD btnID)
     {
         const std::uint32_t* const former = entryOfBtn.Find(btnID);
@@ -52,7 +54,7 @@ public:
             Move(key, btnID);
     }
 
-    // Puts the button behind those with an equal key, wherever it stood before. Otherwise like Insert.
+    // The same, wherever the button stood before: it counts as having come now. Otherwise like Insert.
     void Move(TArg key, DWORD btnID)
     {
         // A list that is changed and never walked lets removed buttons go here.
@@ -193,13 +195,15 @@ private:
         DWORD btnID;
     };
 
-    bool IsBefore(std::uint32_t left, std::uint32_t right) const noexcept
+    bool IsBefore(const SPlace& left, const SPlace& right) const noexcept
     {
-        const TKey leftKey = entries[left].key;
-        const TKey rightKey = entries[right].key;
+        const TKey leftKey = entries[left.position].key;
+        const TKey rightKey = entries[right.position].key;
         if (TKeys::IsLess(leftKey, rightKey))
             return true;
-        return left < right && !TKeys::IsLess(rightKey, leftKey);
+        const bool isBeforeEqual =
+            TKeys::TIES_BY_ID ? left.btnID < right.btnID : left.position < right.position;
+        return isBeforeEqual && !TKeys::IsLess(rightKey, leftKey);
     }
 
     // Sorts `order` and drops what was removed. The content of the list does not change by it.
@@ -211,9 +215,7 @@ private:
             return;
         SortNewOnes();
         std::inplace_merge(order.begin(), order.begin() + static_cast<std::ptrdiff_t>(settled), order.end(),
-                           [this](const SPlace& left, const SPlace& right) {
-                               return IsBefore(left.position, right.position);
-                           });
+                           [this](const SPlace& left, const SPlace& right) { return IsBefore(left, right); });
         settled = order.size();
     }
 
@@ -231,8 +233,7 @@ private:
         for (std::size_t i = settled; i < order.size(); ++i)
             ranked.push_back(SRanked{TKeys::GetRank(entries[order[i].position].key), order[i]});
         std::sort(ranked.begin(), ranked.end(), [this](const SRanked& left, const SRanked& right) {
-            return left.rank != right.rank ? left.rank < right.rank
-                                           : IsBefore(left.place.position, right.place.position);
+            return left.rank != right.rank ? left.rank < right.rank : IsBefore(left.place, right.place);
         });
         for (std::size_t i = 0; i < ranked.size(); ++i)
             order[settled + i] = ranked[i].place;
@@ -291,6 +292,7 @@ class CTextKeys
 public:
     using TArg = const char*;
     using TKey = const char*;
+    static constexpr bool TIES_BY_ID = false;
 
     TKey Keep(TArg text) { return arena.Add(text); }
     void Clear() noexcept { arena.Clear(); }
@@ -321,6 +323,7 @@ class CNumKeys
 public:
     using TArg = double;
     using TKey = double;
+    static constexpr bool TIES_BY_ID = false;
 
     TKey Keep(TArg number) noexcept { return number; }
     void Clear() noexcept {}
@@ -342,6 +345,7 @@ class CDateNumKeys
 public:
     using TArg = unsigned long long;
     using TKey = unsigned long long;
+    static constexpr bool TIES_BY_ID = true;
 
     TKey Keep(TArg number) noexcept { return number; }
     void Clear() noexcept {}

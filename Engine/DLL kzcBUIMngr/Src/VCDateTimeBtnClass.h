@@ -49,9 +49,9 @@ public:
 
     // Special buttons that users manage, by text and only those that have a member; the dates, with the
     // system-managed buttons among them by the dates of their groups; the empty value; the texts that are no
-    // dates, by text. Equal dates stand in the order in which they came, those that came at once by
-    // identifier. ORDLIST_DESCEND reverses all of it. A hidden empty-value button is listed with
-    // ORDLIST_INCLUDE_NONDISPBTNS, but not while it has no record. Otherwise as in the base.
+    // dates, by text. Equal dates stand by ascending identifier. ORDLIST_DESCEND reverses all of it. A hidden
+    // empty-value button is listed with ORDLIST_INCLUDE_NONDISPBTNS, but not while it has no record.
+    // Otherwise as in the base.
     void GetBtnNameOrdList(unsigned int flags, std::vector<DWORD>& btnIDs) const override = 0;
 
     // As in the base, but for a system-managed button false or OPEMMBBTN_SYSTEMMNGR, with nothing changed.

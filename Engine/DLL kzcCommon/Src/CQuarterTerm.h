@@ -1,43 +1,26 @@
 #ifndef CQUARTERTERM_H
 #define CQUARTERTERM_H
 
-#include "CEraYear.h"
-#include "VCDate.h"
+#include "VCFiscalTerm.h"
 
 namespace NSKZ::NSKZCore {
 
 // A quarter of a fiscal year, or of any.
-class KZCCOMMON_API CQuarterTerm final : public VCDate
+class KZCCOMMON_API CQuarterTerm final : public VCFiscalTerm
 {
 public:
     CQuarterTerm() = default;
 
-    // As those of CDate. The Japanese year is as GetFiscalYearOfTheJpnCalendar gives it.
-    bool SetFiscalYearOfTheGrgCalendar(DWORD year) noexcept;
-    bool SetFiscalYearOfTheJpnCalendar(EEra era, DWORD year) noexcept;
-    bool SetQuarterTerm(DWORD value) noexcept; // 1 to 4
-    void Clear() noexcept;
-    // How the year is counted; ERA_UNSETTING without one.
-    EEra GetEra() const noexcept { return fiscalYear.GetEra(); }
+    bool SetQuarterTerm(DWORD value) noexcept; // 1 to 4; as the setters of CDate
 
-    bool GetFiscalYearOfTheGrgCalendar(DWORD startMonth, DWORD cutOffDate,
-                                       DWORD& year) const noexcept override;
-    bool GetFiscalYearOfTheJpnCalendar(DWORD startMonth, DWORD cutOffDate, EEra& era,
-                                       DWORD& year) const noexcept override;
     // The half that the quarter lies in.
     bool GetHalfTerm(DWORD startMonth, DWORD cutOffDate, DWORD& halfTerm) const noexcept override;
     bool GetQuarterTerm(DWORD startMonth, DWORD cutOffDate, DWORD& value) const noexcept override;
-    bool GetDateNumeric(DWORD startMonth, DWORD cutOffDate, EDaysOfTheWeek daysOfWeek,
-                        unsigned long long& numeric) const noexcept override;
-    bool GetDateString(char* buffer, DWORD size) const noexcept override;
     EDateObjType GetType() const noexcept override { return DATEOBJTYPE_QUARTERTERM; }
     std::unique_ptr<VCDate> CreateClone() const override;
-    bool WriteSpecByXML(CXMLWriter& writer) const override;
-    CXMLReader::EMthRetOfReadXML ReadSpecByXML(const CXMLReader& reader) override;
 
 private:
-    CEraYear fiscalYear;
-    BYTE quarterTerm = 0; // 0 for none
+    const STermKind& GetTermKind() const noexcept override;
 };
 
 } // namespace NSKZ::NSKZCore
