@@ -5,10 +5,12 @@
 #include "CUnitCndOfBscBtnCnd.h"
 #include "ECAbnormalData.h"
 #include "Support/CAllocFault.h"
+#include "Support/CEnvQueries.h"
 #include "Support/TDateTimeFixture.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstring>
 
 using namespace NSKZ::NSKZCore;
@@ -37,11 +39,12 @@ constexpr DWORD AMOUNT = 4; // both the class and the field
 // clock     09:00:00    09:04:00    13:00:00    09:05:00    09:00:00    x
 //           2           3           4           5           2           6
 // shop      a           a           b           b           c           c
-class CEnvFixture
+class CEnvFixture : public CEnvQueries
 {
 public:
     CEnvFixture()
-        : table(MakeTable(
+        : CEnvQueries(env, AMOUNT),
+          table(MakeTable(
               {{"day", DATE, {"2024-07-15", "2024-06-30", "2024-07-01", "x", "2025-01-01", "2024-06-30"}},
                {"clock", TIME, {"09:00:00", "09:04:00", "13:00:00", "09:05:00", "09:00:00", "x"}},
                {"shop", TEXT, {"a", "a", "b", "b", "c", "c"}},
@@ -61,27 +64,7 @@ public:
         }
         return names;
     }
-    List Members(DWORD btnClassID, DWORD btnID) const
-    {
-        List members{4711};
-        env.GetMemberBtnIDListOfSpBtn(btnClassID, btnID, members);
-        return members;
-    }
-    double Sum(DWORD btnClassID, DWORD btnID) const
-    {
-        double sum = -1;
-        env.GetSumValueCacheMngrObjRef().GetSumValue(btnClassID, btnID, AMOUNT, sum);
-        return sum;
-    }
     bool IsSelected() const { return env.IsBtnSelectiveState() || env.GetHierCount() != 0; }
-    List TargetRecs() const
-    {
-        List recs(env.GetRecCountOfSrcData());
-        DWORD count = 0;
-        env.GetTargetRecList(recs.data(), count);
-        recs.resize(count);
-        return recs;
-    }
 
     CSourceDataMngr table;
     CCoreSumMngr sums;
@@ -456,6 +439,77 @@ TEST(CBUIDataMngr_DateTime, AClearedEnvironmentKeepsTheFormAndGroupsAnewWithTheN
     EXPECT_EQ(form, MakeDateForm(1, 6));
     EXPECT_TRUE(fixture.env.AdjstAccordingToChangeDateCriterionInfo());
     EXPECT_EQ(fixture.Names(DAY), Names({"2024/06", "2024/07", "2025/01", "x"}));
+}
+
+TEST(CBUIDataMngr_DateTime, ARelationThatNoDateFulfilsHasNoRecords)
+{
+    const CEnvFixture fixture;
+    CDate date;
+    date.SetYearOfTheGrgCalendar(1999);
+    List recs(fixture.env.GetRecCountOfSrcData());
+    SRecordList recList{recs.data(), 4711};
+    List btnIDs{4711};
+    EXPECT_TRUE(
+        fixture.env.GetGroupedBtnIDListOfDateBtnClass(DAY, date, SCKZCoreCom::CMPOPERATOR_LESS, btnIDs));
+    EXPECT_EQ(btnIDs, List());
+    EXPECT_TRUE(
+        fixture.env.GetGroupedRecListOfDateBtnClass(DAY, date, SCKZCoreCom::CMPOPERATOR_LESS, recList));
+    EXPECT_EQ(recList.recCount, 0u);
+}
+
+TEST(CBUIDataMngr_DateTime, AVirtualIncButtonFollowsGroupsThatComeAndGo)
+{
+    CEnvFixture fixture;
+    DWORD groupsID = 0;
+    DWORD summerID = 0;
+    fixture.env.SetDispFormOfDateBtnClass(DAY, MakeDateForm(1, 6, 0)); // months: June, July, January
+    const List members{CLL, CLL + 1};
+    ASSERT_EQ(fixture.env.CreateVirBtnClass("seasons", false, groupsID), CBUIDataMngr::CREATEVIR_OK);
+    ASSERT_EQ(fixture.env.CreateSpBtn(summerID, groupsID, SCBUICoreCom::BTNTYPE_VIRINC, "summer", SELECT,
+                                      &members, nullptr, DAY),
+              Class::CREATESPBTN_OK);
+    EXPECT_EQ(fixture.Recs(groupsID, summerID), List({0, 1, 2, 5}));
+    // July moves to the fiscal month of August with all but its first days.
+    fixture.env.SetDispFormOfDateBtnClass(DAY, MakeDateForm(1, 6, 1));
+    EXPECT_EQ(fixture.Members(groupsID, summerID), List()); // other buttons, though with the same identifiers
+    EXPECT_EQ(fixture.Recs(groupsID, summerID), List());
+    EXPECT_EQ(fixture.env.SetMemberBtnIDListOfSpBtn(groupsID, summerID, members), Class::OPEMMBBTN_OK);
+    fixture.table.SetCutOffDate(10);
+    EXPECT_TRUE(fixture.env.AdjstAccordingToChangeDateCriterionInfo());
+    EXPECT_EQ(fixture.Members(groupsID, summerID), members); // the groups stayed, with other dates
+    List expected;
+    for (const DWORD groupID : members) {
+        const List recs = fixture.Recs(DAY, groupID);
+        expected.insert(expected.end(), recs.begin(), recs.end());
+    }
+    std::sort(expected.begin(), expected.end());
+    EXPECT_EQ(fixture.Recs(groupsID, summerID), expected);
+    EXPECT_EQ(expected, List({1, 2, 5}));
+    EXPECT_TRUE(fixture.env.SetEffectiveInfoOfSpBtn(groupsID, summerID, false));
+    fixture.env.SetDispFormOfDateBtnClass(DAY, MakeDateForm(1, 6, 0));
+    EXPECT_EQ(fixture.Members(groupsID, summerID), List()); // asleep it forgets them too
+}
+
+TEST(CBUIDataMngr_DateTimeFault, ChangedCriteriaThatRunOutOfMemoryAreFollowedAtTheNextCall)
+{
+    const int failures = FailEveryAllocation(
+        [] {
+            auto fixture = std::make_unique<CEnvFixture>();
+            fixture->env.SetDispFormOfDateBtnClass(DAY, MakeDateForm(2, 107, 0));
+            fixture->env.SelectTheBtn(DAY, CLL, true);
+            fixture->table.SetStartMonth(6);
+            return fixture;
+        },
+        [](const auto& fixture) { fixture->env.AdjstAccordingToChangeDateCriterionInfo(); },
+        [](const auto& fixture) {
+            EXPECT_TRUE(fixture->env.AdjstAccordingToChangeDateCriterionInfo());
+            CEnvFixture fresh;
+            fresh.table.SetStartMonth(6);
+            fresh.env.SetDispFormOfDateBtnClass(DAY, MakeDateForm(2, 107, 0));
+            EXPECT_EQ(fixture->Names(DAY), fresh.Names(DAY));
+            EXPECT_FALSE(fixture->IsSelected());
+        });
+    EXPECT_GT(failures, 0);
 }
 
 } // namespace
