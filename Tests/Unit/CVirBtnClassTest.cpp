@@ -625,6 +625,38 @@ TEST_F(CVirBtnClassTest, WhenTheOtherClassGoesItsGroupsStayBehindIneffectiveAndE
     EXPECT_EQ(fixed->GetRefCount(SHOP), 0u);
 }
 
+TEST_F(CVirBtnClassTest, ALaterClassOfTheSameIdentifierIsAnotherOne)
+{
+    const DWORD inFixed = Make(*fixed, *shop, {2});
+    const DWORD outer = Make(*second, *fixed, {inFixed});
+    fixed->Release();
+    fixed = std::make_unique<CVirBtnClass>(FIXED, "again", rpLink);
+    ASSERT_EQ(Make(*fixed, *shop, {3}), inFixed);
+    const DWORD other = Make(*second, *fixed, {inFixed});
+    EXPECT_EQ(second->GetRefCount(FIXED), 1u);
+    EXPECT_EQ(second->SetMemberBtnIDListOfSpBtn(outer, {}), Class::OPEMMBBTN_BADMEMBER);
+    EXPECT_EQ(second->SetMemberBtnIDListOfSpBtn(outer, {inFixed}), Class::OPEMMBBTN_BADMEMBER);
+    EXPECT_FALSE(second->SetEffectiveInfoOfSpBtn(outer, true));
+    EXPECT_TRUE(second->DestroyVirIncBtn(outer));
+    EXPECT_EQ(second->GetRefCount(FIXED), 1u); // it was not counted any more
+    EXPECT_EQ(Recs(*second, other), List({2, 3}));
+    EXPECT_TRUE(second->DestroyVirIncBtn(other));
+    EXPECT_EQ(Referring(*fixed), List());
+}
+
+TEST_F(CVirBtnClassTest, ASleepingMemberForgetsAClassThatGoes)
+{
+    const DWORD inc = MakeInc(*shop, {2});
+    const DWORD group = Make(*fixed, *shop, {inc, 4});
+    EXPECT_TRUE(shop->SetEffectiveInfoOfSpBtn(inc, false));
+    fixed->Release();
+    fixed = std::make_unique<CVirBtnClass>(FIXED, "again", rpLink);
+    ASSERT_EQ(Make(*fixed, *shop, {4}), group);
+    EXPECT_EQ(OuterHolders(*shop, inc), std::vector<SBtnClassIDAndBtnID>());
+    EXPECT_TRUE(shop->SetEffectiveInfoOfSpBtn(inc, true));
+    EXPECT_EQ(Members(*fixed, group), List({4}));
+}
+
 TEST_F(CVirBtnClassTest, AClassThatGoesWithoutAWordLeavesNoPointerBehind)
 {
     const DWORD group = Make(*fixed, *shop, {2});

@@ -59,11 +59,13 @@ bool CVirBtnClass::DestroyVirIncBtn(DWORD btnID)
     DWORD refBtnClassID = SCBUICoreCom::BTNCLS_ID_UNSETTING;
     if (!GetRefBtnClassIDOfVirIncBtn(btnID, refBtnClassID))
         return false;
+    const bool isRefLost = static_cast<const CVirIncBtn*>(FindSpBtn(btnID))->isRefLost;
     const auto forget = [&] {
         const auto found = refBtnClasses.find(refBtnClassID);
         if (found != refBtnClasses.end() && found->second.btnClass != nullptr)
             found->second.btnClass->ineffectiveOuterSpBtns.erase({id, btnID});
-        UncountRef(refBtnClassID);
+        if (!isRefLost)
+            UncountRef(refBtnClassID);
     };
     try {
         DestroyBtn(btnID, SCBUICoreCom::BTNTYPE_VIRINC, blankVirIncBtnIDs);
@@ -122,8 +124,9 @@ VCBtnClass* CVirBtnClass::GetBtnClassOfMembers(const VCSpBtn& spBtn) const noexc
 {
     if (!SCBUICoreCom::IsVirIncBtn(spBtn.id))
         return VCBtnClass::GetBtnClassOfMembers(spBtn);
-    const auto found = refBtnClasses.find(static_cast<const CVirIncBtn&>(spBtn).refBtnClassID);
-    return found == refBtnClasses.end() ? nullptr : found->second.btnClass;
+    const auto& virIncBtn = static_cast<const CVirIncBtn&>(spBtn);
+    const auto found = refBtnClasses.find(virIncBtn.refBtnClassID);
+    return found == refBtnClasses.end() || virIncBtn.isRefLost ? nullptr : found->second.btnClass;
 }
 
 void CVirBtnClass::AddRefBtnClasses(std::vector<const VCBtnClass*>& classes) const
@@ -170,16 +173,25 @@ void CVirBtnClass::UncountRef(DWORD refBtnClassID) noexcept
 
 void CVirBtnClass::ForgetRefBtnClass(DWORD refBtnClassID) noexcept
 {
-    const auto ref = refBtnClasses.find(refBtnClassID);
-    if (ref != refBtnClasses.end())
-        ref->second.btnClass = nullptr;
+    for (const auto& [btnID, spBtn] : spBtnOfID) {
+        if (RefersTo(*spBtn, refBtnClassID))
+            static_cast<CVirIncBtn*>(spBtn)->isRefLost = true;
+    }
+    refBtnClasses.erase(refBtnClassID);
+}
+
+bool CVirBtnClass::RefersTo(const VCSpBtn& spBtn, DWORD refBtnClassID) noexcept
+{
+    if (!SCBUICoreCom::IsVirIncBtn(spBtn.id))
+        return false;
+    const auto& virIncBtn = static_cast<const CVirIncBtn&>(spBtn);
+    return virIncBtn.refBtnClassID == refBtnClassID && !virIncBtn.isRefLost;
 }
 
 void CVirBtnClass::LoseRefBtnClass(DWORD refBtnClassID)
 {
     for (const auto& [btnID, spBtn] : spBtnOfID) {
-        if (!SCBUICoreCom::IsVirIncBtn(btnID) ||
-            static_cast<const CVirIncBtn*>(spBtn)->refBtnClassID != refBtnClassID)
+        if (!RefersTo(*spBtn, refBtnClassID))
             continue;
         VCBtnClass::SetEffectiveInfoOfSpBtn(btnID, false);
         (*rpLink)->DeleteBtn(id, btnID);
@@ -198,9 +210,13 @@ void CVirBtnClass::LeaveRefBtnClasses() noexcept
     for (const auto& [refBtnClassID, ref] : refBtnClasses) {
         if (ref.btnClass == nullptr)
             continue;
+        const auto isOfThis = [this](const SBtnClassIDAndBtnID& spBtn) { return spBtn.btnClassID == id; };
         ref.btnClass->refOrgBtnClasses.erase(id);
-        std::erase_if(ref.btnClass->ineffectiveOuterSpBtns,
-                      [this](const SBtnClassIDAndBtnID& spBtn) { return spBtn.btnClassID == id; });
+        std::erase_if(ref.btnClass->ineffectiveOuterSpBtns, isOfThis);
+        for (const auto& [btnID, member] : ref.btnClass->spBtnOfID) { // those that sleep remember this class
+            if (!member->effective && member->backReferences != nullptr)
+                member->backReferences->spBtnIDsOfOtherClass.EraseIf(isOfThis);
+        }
     }
     refBtnClasses.clear();
 }

@@ -21,7 +21,8 @@ namespace NSKZ::NSKZCore {
 // References. The class counts its virtual inc buttons by the class that they refer to. While it counts one,
 // the referred class knows this one, so that what happens to buttons there reaches the buttons here; it may
 // be a virtual class itself, but never this one. When a referred class goes, the buttons that refer to it
-// lose their members and stay behind ineffective.
+// lose their members and stay behind ineffective, for good: a later class of the same identifier is another
+// one.
 class CVirBtnClass final : public VCBtnClass
 {
 public:
@@ -84,6 +85,8 @@ private:
         VCBtnClass* btnClass; // borrowed; null while there is no such class
     };
 
+    // Whether it is a virtual inc button over the class of that identifier that there is, or was, now.
+    static bool RefersTo(const VCSpBtn& spBtn, DWORD refBtnClassID) noexcept;
     void CountRef(VCBtnClass& refBtnClass);
     void UncountRef(DWORD refBtnClassID) noexcept;
     void LeaveRefBtnClasses() noexcept;
