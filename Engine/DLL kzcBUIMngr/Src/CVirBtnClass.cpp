@@ -181,14 +181,17 @@ void CVirBtnClass::LoseRefBtnClass(DWORD refBtnClassID)
         if (!SCBUICoreCom::IsVirIncBtn(btnID) ||
             static_cast<const CVirIncBtn*>(spBtn)->refBtnClassID != refBtnClassID)
             continue;
+        // Those that hold it see whether it has a live member, though it may be ineffective already.
+        const SpBtnsOfClasses above = ListWithAllAbove(ListEffectiveHolders(*spBtn));
         VCBtnClass::SetEffectiveInfoOfSpBtn(btnID, false);
         (*rpLink)->DeleteBtn(id, btnID);
         spBtn->mmbBtnIDList.clear();
         SetOwnVisibleInfo(*spBtn, VISINFO_NOLIVEMEMBER, true);
+        ResetInsideInfoForSpBtns(above, false, true);
     }
 }
 
-// Lets go of all members in other classes, and of the classes.
+// Lets go of all members in other classes, those too that are to return, and of the classes.
 void CVirBtnClass::LeaveRefBtnClasses() noexcept
 {
     for (const auto& [btnID, spBtn] : spBtnOfID) {
@@ -199,8 +202,7 @@ void CVirBtnClass::LeaveRefBtnClasses() noexcept
         if (ref.btnClass == nullptr)
             continue;
         ref.btnClass->refOrgBtnClasses.erase(id);
-        std::erase_if(ref.btnClass->ineffectiveOuterSpBtns,
-                      [this](const SBtnClassIDAndBtnID& spBtn) { return spBtn.btnClassID == id; });
+        ref.btnClass->ForgetSpBtnsToReturnTo(id);
     }
     refBtnClasses.clear();
 }
