@@ -614,15 +614,30 @@ TEST_F(CVirBtnClassTest, WhenTheOtherClassGoesItsGroupsStayBehindIneffectiveAndE
         EXPECT_EQ(fixed->AddMemberBtnIDListOfSpBtn(btnID, 2), Class::OPEMMBBTN_BADMEMBER);
         std::set<SBtnClassIDAndBtnID> minimum;
         EXPECT_FALSE(fixed->GetMinimumMemberBtnIDListOfSpBtn(btnID, minimum));
-        DWORD refID = 0;
+        DWORD refID = 4711;
         EXPECT_TRUE(fixed->GetRefBtnClassIDOfVirIncBtn(btnID, refID));
-        EXPECT_EQ(refID, SHOP);
+        EXPECT_EQ(refID, SCBUICoreCom::BTNCLS_ID_UNSETTING);
     }
     EXPECT_EQ(Members(*second, top), List());
     EXPECT_EQ(Recs(*second, top), List());
     EXPECT_TRUE(fixed->DestroyVirIncBtn(group));
     EXPECT_TRUE(fixed->DestroyVirIncBtn(empty));
     EXPECT_EQ(fixed->GetRefCount(SHOP), 0u);
+}
+
+TEST_F(CVirBtnClassTest, AGroupWhoseClassIsGoneIsNoneOfTheNextClassOfThatIdentifier)
+{
+    const DWORD left = Make(*second, *fixed, {});
+    fixed->Release();
+    fixed = std::make_unique<CVirBtnClass>(FIXED, "another of that identifier", rpLink);
+    const DWORD group = Make(*second, *fixed, {});
+    EXPECT_EQ(second->GetRefCount(FIXED), 1u);
+    EXPECT_FALSE(second->SetEffectiveInfoOfSpBtn(left, true));
+    EXPECT_TRUE(second->DestroyVirIncBtn(left));
+    EXPECT_EQ(second->GetRefCount(FIXED), 1u);
+    EXPECT_EQ(Referring(*fixed), List({FIXED + 1}));
+    EXPECT_TRUE(second->DestroyVirIncBtn(group));
+    EXPECT_EQ(Referring(*fixed), List());
 }
 
 TEST_F(CVirBtnClassTest, WhatHoldsAnIneffectiveGroupLearnsThatItsClassIsGone)

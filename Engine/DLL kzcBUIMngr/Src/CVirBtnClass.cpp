@@ -170,9 +170,16 @@ void CVirBtnClass::UncountRef(DWORD refBtnClassID) noexcept
 
 void CVirBtnClass::ForgetRefBtnClass(DWORD refBtnClassID) noexcept
 {
-    const auto ref = refBtnClasses.find(refBtnClassID);
-    if (ref != refBtnClasses.end())
-        ref->second.btnClass = nullptr;
+    if (refBtnClasses.erase(refBtnClassID) == 0)
+        return;
+    // Another class may get the identifier, and is none of theirs.
+    for (const auto& [btnID, spBtn] : spBtnOfID) {
+        if (!SCBUICoreCom::IsVirIncBtn(btnID))
+            continue;
+        DWORD& refID = static_cast<CVirIncBtn*>(spBtn)->refBtnClassID;
+        if (refID == refBtnClassID)
+            refID = SCBUICoreCom::BTNCLS_ID_UNSETTING;
+    }
 }
 
 void CVirBtnClass::LoseRefBtnClass(DWORD refBtnClassID)

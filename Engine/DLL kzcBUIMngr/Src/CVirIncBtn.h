@@ -19,7 +19,8 @@ public:
     // The clone is made now: neither time is taken over.
     std::unique_ptr<VCBtn> Clone() const override;
 
-    DWORD refBtnClassID; // the class whose buttons are the members; 0 only while nothing has been read
+    DWORD refBtnClassID; // the class whose buttons are the members; 0 while nothing has been read, and once
+                         // it is gone
     bool commonBtn;      // whether it belongs to a common virtual class
 };
 
