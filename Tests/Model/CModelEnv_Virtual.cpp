@@ -76,6 +76,10 @@ void CModelEnv::LoseRef(SModelItem& item, DWORD btnID)
     for (const DWORD memberID : IDList(btn.members))
         RemoveMember(item, btnID, memberID);
     btn.visibleInfo |= VISINFO_NOLIVEMEMBER;
+    for (const SModelBtnRef& ref : FindListing(item, btnID)) {
+        if (GetBtn(ref).effective)
+            AdjustLiveMemberReason({ref});
+    }
     if (btn.effective)
         SwitchOff(item, btnID);
     btn.hasLostRef = true;

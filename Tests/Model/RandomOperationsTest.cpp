@@ -359,6 +359,7 @@ TEST(RandomOperations, AgreeWithTheModelOnVirtualItemsOverHundredsOfButtons)
     leaning.condition = 10;
     leaning.memberChanges = 12;
     leaning.limitation = 20;
+    leaning.clearing = 25;
     leaning.operationsOfATable = 100;
     RunOperations(leaning, OPERATIONS_OF_A_TEST / 50);
 }
