@@ -7,14 +7,18 @@
 #include <algorithm>
 #include <cmath>
 #include <iterator>
+#include <map>
 
 namespace NSKZ::Test {
 
 using NSKZCore::IBtnCnd;
 using NSKZCore::SBtnClassIDAndBtnID;
 using NSKZCore::SCBUICoreCom;
+using NSKZCore::SCDeclareConstant;
+using NSKZCore::SCKZCoreCom;
 using NSKZCore::SSelectBtnIDList;
 using NSKZCore::VCBtnClass;
+using NSKZCore::VCDate;
 using NSKZCore::VCSpBtn;
 
 namespace {
@@ -24,8 +28,34 @@ constexpr DWORD UNTOUCHED = 0xA5A5A5A5;
 // What has no identifier: 0, gaps between the kinds, special buttons that nobody made.
 constexpr DWORD UNKNOWN_BTN_IDS[] = {0,          999999,     3000000001, 3500000000, 4079999999,
                                      4080000002, 4239999999, 4240000002, 4294967295};
-constexpr DWORD UNKNOWN_CLASS_IDS[] = {0, 99, 1000000000, 1000000001, 2000000001, 4294967295};
+constexpr DWORD UNKNOWN_CLASS_IDS[] = {0,          99,         1000000000, 1000000001,
+                                       1999999999, 2000000001, 2000000009, 4294967295};
 
+constexpr VCDate::EDateType DATE_TYPES[] = {VCDate::DATETYPE_GRGYEAR,
+                                            VCDate::DATETYPE_JPNYEAR,
+                                            VCDate::DATETYPE_MONTH,
+                                            VCDate::DATETYPE_DAY,
+                                            VCDate::DATETYPE_HOUR,
+                                            VCDate::DATETYPE_MINUTE,
+                                            VCDate::DATETYPE_SECOND,
+                                            VCDate::DATETYPE_FISCALGRGYEAR,
+                                            VCDate::DATETYPE_FISCALJPNYEAR,
+                                            VCDate::DATETYPE_FISCALMONTH,
+                                            VCDate::DATETYPE_HALFTERM,
+                                            VCDate::DATETYPE_QUARTERTERM,
+                                            VCDate::DATETYPE_WEEKOFYEAR,
+                                            VCDate::DATETYPE_WEEKOFMONTH,
+                                            VCDate::DATETYPE_WEEKOFFISCALYEAR,
+                                            VCDate::DATETYPE_WEEKOFFISCALMONTH,
+                                            VCDate::DATETYPE_DAYSOFWEEK,
+                                            VCDate::DATETYPE_TIMEBASEDONNOON};
+// The first of each family of display forms.
+constexpr DWORD DATE_FORMS[] = {0, 6, 12, 101, 107, 201, 301, 401};
+
+void Print(std::ostream& out, const SModelBtnRef& ref)
+{
+    out << ref.btnClassID << ':' << ref.btnID;
+}
 void Print(std::ostream& out, const std::string& text)
 {
     out << '"' << text << '"';
@@ -91,6 +121,13 @@ IDList ToList(const RecSet& recs)
     return {recs.begin(), recs.end()};
 }
 
+std::string ToString(const VCDate& date)
+{
+    char buffer[VCDate::MAX_DATESTRING_SIZE];
+    const bool isWritten = date.GetDateString(buffer, sizeof buffer);
+    return std::to_string(date.GetType()) + ' ' + (isWritten ? buffer : "(nothing)");
+}
+
 // Puts the special buttons of a list into ascending order among themselves, and leaves the others in place.
 void SortSpecial(IDList& ids)
 {
@@ -136,7 +173,8 @@ DWORD CModelComparison::ChooseClassID()
 {
     if (model.GetItems().empty() || random.IsOneOf(20))
         return UNKNOWN_CLASS_IDS[random.GetBelow(std::size(UNKNOWN_CLASS_IDS))];
-    return 1 + random.GetBelow(static_cast<DWORD>(model.GetItems().size()));
+    return std::next(model.GetItems().begin(), random.GetBelow(static_cast<DWORD>(model.GetItems().size())))
+        ->first;
 }
 
 DWORD CModelComparison::ChooseBtnID(DWORD classID)
@@ -151,6 +189,8 @@ DWORD CModelComparison::ChooseBtnID(DWORD classID)
         const auto count = static_cast<DWORD>(std::distance(firstSpecial, btns.end()));
         return std::next(firstSpecial, random.GetBelow(count))->first;
     }
+    if (btns.empty())
+        return SCBUICoreCom::BTN_ID_VIRINC_BEGIN;
     return std::next(btns.begin(), random.GetBelow(static_cast<DWORD>(btns.size())))->first;
 }
 
@@ -207,6 +247,52 @@ void CModelComparison::CompareEnvironment()
     Check("difference", 0, 0, ofEnv, ofModel);
     env.GetAllBtnClassSelectionInfo(ofEnv);
     Check("selected classes", 0, 0, ofEnv, model.GetSelectedClasses());
+
+    const bool includeIneffective = random.IsOneOf(2);
+    ofModel.clear();
+    for (const auto& [id, item] : model.GetItems()) {
+        if (item.effective || includeIneffective)
+            ofModel.push_back(id);
+    }
+    Check("GetAllBtnClassIDList", 0, 0, env.GetAllBtnClassIDList(ofEnv, includeIneffective),
+          static_cast<DWORD>(model.GetItems().size()));
+    Check("all classes", 0, 0, ofEnv, ofModel);
+    std::map<DWORD, std::string> symbols;
+    std::map<DWORD, std::string> symbolsOfModel;
+    for (const auto& [id, item] : model.GetItems()) {
+        if (item.type == SCDeclareConstant::DATATYPE_DATE)
+            symbolsOfModel[id] = "D" + std::to_string(id);
+    }
+    Check("GetSymbolListOfDateBtnClasses", 0, 0, env.GetSymbolListOfDateBtnClasses(symbols), true);
+    Check("symbols", 0, 0, symbols == symbolsOfModel, true);
+}
+
+// What a class is, apart from its buttons.
+void CModelComparison::CompareClass(const SModelItem& item)
+{
+    const DWORD id = item.classID;
+    bool effective = false;
+    Check("GetEffectiveInfoOfBtnClass", id, 0, env.GetEffectiveInfoOfBtnClass(id, effective), true);
+    Check("class effective", id, 0, effective, item.effective);
+    SCBUICoreCom::EBtnClassType type{};
+    Check("GetTypeOfBtnClass", id, 0, env.GetTypeOfBtnClass(id, type), true);
+    Check<DWORD>("type of class", id, 0, type,
+                 item.isVirtual ? DWORD{SCBUICoreCom::BTNCLSTYPE_VIR} : DWORD{item.type} + 1);
+    DWORD fldID = UNTOUCHED;
+    Check("GetFldID", id, 0, env.GetFldID(id, fldID), !item.isVirtual);
+    Check("field", id, 0, fldID, item.isVirtual ? UNTOUCHED : item.fldID);
+    const char* name = nullptr;
+    effective = false;
+    Check("GetNameOfVirBtnClass", id, 0, env.GetNameOfVirBtnClass(id, name), item.isVirtual);
+    Check<std::string>("name of class", id, 0, name == nullptr ? "" : name, item.name);
+    Check("GetEffectiveInfoOfVirBtnClass", id, 0, env.GetEffectiveInfoOfVirBtnClass(id, effective),
+          item.isVirtual);
+    Check("virtual class effective", id, 0, effective, item.isVirtual && item.effective);
+    const std::string nameOfClass = item.isVirtual ? item.name : model.FindFld(item.fldID)->name;
+    const auto len = static_cast<DWORD>(nameOfClass.size());
+    Check("class of the name", id, 0, env.ExistBtnClass(nameOfClass.c_str(), len), true);
+    Check("another class of the name", id, 0, env.ExistBtnClass(nameOfClass.c_str(), len, id),
+          model.ExistBtnClass(nameOfClass, id));
 }
 
 void CModelComparison::CompareItem(const SModelItem& item)
@@ -224,11 +310,11 @@ void CModelComparison::CompareItem(const SModelItem& item)
     Check("count of ineffective", id, 0, count, item.CountIneffective());
     count = UNTOUCHED;
     Check("GetSystemMngrSpBtnCount", id, 0, env.GetSystemMngrSpBtnCountOfBtnClass(id, count), true);
-    Check<DWORD>("count of those of the system", id, 0, count, 0);
+    Check("count of those of the system", id, 0, count, static_cast<DWORD>(item.groups.size()));
 
     bool state = false;
-    Check("GetDispEmpValBtnInfo", id, 0, env.GetDispEmpValBtnInfoOfBtnClass(id, state), true);
-    Check("empty value displayed", id, 0, state, item.displaysEmpVal);
+    Check("GetDispEmpValBtnInfo", id, 0, env.GetDispEmpValBtnInfoOfBtnClass(id, state), !item.isVirtual);
+    Check("empty value displayed", id, 0, state, !item.isVirtual && item.displaysEmpVal);
     Check("GetBtnSelectiveState", id, 0, env.GetBtnSelectiveStateOfBtnClass(id, state), true);
     Check("selective state", id, 0, state, item.selective);
     Check("GetNewBtnMadeSelState", id, 0, env.GetNewBtnMadeSelStateOfBtnClass(id, state), true);
@@ -262,9 +348,13 @@ void CModelComparison::CompareItem(const SModelItem& item)
           model.GetHierDepthOfBtnClass(id, depthOfModel));
     Check<DWORD>("depth", id, 0, depthOfEnv, depthOfModel);
 
+    if (item.isVirtual || random.IsOneOf(4))
+        CompareClass(item);
     CompareBtns(item);
     CompareSpBtns(item);
     CompareOrders(item);
+    if (item.IsOfDates() || random.IsOneOf(20))
+        CompareDates(item);
     if (random.IsOneOf(2))
         CompareRecs(item);
 }
@@ -279,7 +369,7 @@ void CModelComparison::CompareBtns(const SModelItem& item)
         bool sel = false;
         Check("GetSelectionInfoOfBtn", id, btnID, env.GetSelectionInfoOfBtn(id, btnID, sel), true);
         Check("selected", id, btnID, sel, btn.sel);
-        if (!btn.holders.empty() || random.IsOneOf(10))
+        if (!btn.holders.empty() || !btn.outerHolders.empty() || random.IsOneOf(10))
             CompareWayUp(item, btnID);
     }
 
@@ -315,6 +405,8 @@ void CModelComparison::CompareBtns(const SModelItem& item)
     Check("its output", id, btnID, (visibleInfo == UNTOUCHED) != exists, true);
 
     // Whether a text is shown by another button.
+    if (item.btns.empty())
+        return;
     const std::string& shown =
         std::next(item.btns.begin(), random.GetBelow(static_cast<DWORD>(item.btns.size())))
             ->second.GetShownText();
@@ -342,19 +434,17 @@ void CModelComparison::CompareWayUp(const SModelItem& item, DWORD btnID)
     const std::optional<IDList> roots = model.GetRootSpBtnIDListIncludingBtn(item, btnID, flag);
     Check("GetRootSpBtnIDListIncludingBtn", id, btnID,
           env.GetRootSpBtnIDListIncludingBtn(id, btnID, ids, flag), roots.has_value());
+
     Check(flag ? "roots, ineffective ones too" : "roots", id, btnID, ids, roots.value_or(untouched));
 
     std::set<SBtnClassIDAndBtnID> influenced;
     Check("GetSpBtnIDListThatTheSpecifiedBtnInfluences", id, btnID,
           env.GetSpBtnIDListThatTheSpecifiedBtnInfluences(id, btnID, influenced, flag), true);
-    ids.clear();
-    for (const SBtnClassIDAndBtnID& spBtn : influenced) {
-        Check("class of influenced button", id, btnID, spBtn.btnClassID, id);
-        ids.push_back(spBtn.btnID);
-    }
-    const std::set<DWORD> influencedInModel = model.GetSpBtnsThatTheBtnInfluences(item, btnID, flag);
-    Check(flag ? "directly influenced" : "influenced", id, btnID, ids,
-          IDList(influencedInModel.begin(), influencedInModel.end()));
+    Check(flag ? "directly influenced" : "influenced", id, btnID,
+          std::vector<SModelBtnRef>(influenced.begin(), influenced.end()), [&] {
+              const BtnRefSet ofModel = model.GetSpBtnsThatTheBtnInfluences(item, btnID, flag);
+              return std::vector<SModelBtnRef>(ofModel.begin(), ofModel.end());
+          }());
 }
 
 void CModelComparison::CompareSpBtns(const SModelItem& item)
@@ -373,7 +463,7 @@ void CModelComparison::CompareSpBtn(const SModelItem& item, DWORD btnID, const S
     Check("special button effective", id, btnID, state, btn.effective);
     state = false;
     Check("GetBtnMngrInfoOfSpBtn", id, btnID, env.GetBtnMngrInfoOfSpBtn(id, btnID, state), true);
-    Check("managed by the user", id, btnID, state, true);
+    Check("managed by the user", id, btnID, state, !item.IsManagedBySystem(btnID));
     state = false;
     Check("GetDispMemberBtnInfoOfIncBtn", id, btnID, env.GetDispMemberBtnInfoOfIncBtn(id, btnID, state),
           SCBUICoreCom::IsIncBtn(btnID));
@@ -382,6 +472,10 @@ void CModelComparison::CompareSpBtn(const SModelItem& item, DWORD btnID, const S
     Check("GetMmbBtnSelMthOfSpBtn", id, btnID, env.GetMmbBtnSelMthOfSpBtn(id, btnID, method), true);
     Check("selects by condition", id, btnID, method == VCSpBtn::MMBBTNSELMTH_CONDITION, btn.byCondition);
 
+    DWORD refClassID = UNTOUCHED;
+    Check("GetRefBtnClassIDOfVirIncBtn", id, btnID, env.GetRefBtnClassIDOfVirIncBtn(id, btnID, refClassID),
+          SCBUICoreCom::IsVirIncBtn(btnID));
+    Check("class of members", id, btnID, refClassID, btn.refClassID == 0 ? UNTOUCHED : btn.refClassID);
     DWORD count = UNTOUCHED;
     IDList ids(1, UNTOUCHED);
     Check("GetMemberBtnCountOfSpBtn", id, btnID, env.GetMemberBtnCountOfSpBtn(id, btnID, count), true);
@@ -459,6 +553,7 @@ void CModelComparison::CompareNoSpBtn(const SModelItem& item)
               env.GetMemberBtnIDListOfSpBtn(id, btnID, ids) ||
               env.GetDisplayedMemberBtnIDListOfSpBtn(id, btnID, ids) ||
               env.GetDispMemberBtnInfoOfIncBtn(id, btnID, state) ||
+              env.GetRefBtnClassIDOfVirIncBtn(id, btnID, count) ||
               env.GetMemberBtnCndOfSpBtn(id, btnID, cnd) != VCBtnClass::GETMMBBTNCND_NOSPBTN,
           false);
     Check("their outputs", id, btnID,
@@ -528,6 +623,14 @@ void CModelComparison::CompareRecs(const SModelItem& item)
             recs.push_back(rec);
     }
     IDList related(1, UNTOUCHED);
+    if (item.isVirtual) {
+        Check("buttons of records of a virtual class", id, 0,
+              env.GetBtnIDListThatRelatesToRecListFromBtnClass(id, static_cast<DWORD>(recs.size()),
+                                                               recs.data(), related) ||
+                  related != IDList{UNTOUCHED},
+              false);
+        return;
+    }
     Check("GetBtnIDListThatRelatesToRecList", id, 0,
           env.GetBtnIDListThatRelatesToRecListFromBtnClass(id, static_cast<DWORD>(recs.size()), recs.data(),
                                                            related),
@@ -547,6 +650,189 @@ void CModelComparison::CompareRecsOfBtn(const SModelItem& item, DWORD btnID)
         recs.resize(std::min<std::size_t>(count, recs.size()));
         Check("records of button", id, btnID, recs, ToList(*ofBtn));
     }
+}
+
+// ---- Dates and times
+
+// One of the item, one that a form makes of it, or one far from all.
+SModelDate CModelComparison::ChooseDate(const SModelItem& item)
+{
+    SModelDate date;
+    date.year = 1860 + static_cast<int>(random.IsOneOf(4) ? random.GetBelow(200) : random.GetBelow(3) * 80);
+    date.month = 1 + static_cast<int>(random.GetBelow(12));
+    date.day = 1 + static_cast<int>(random.GetBelow(28));
+    if (!item.dates.empty() && !random.IsOneOf(5))
+        date = std::next(item.dates.begin(), random.GetBelow(static_cast<DWORD>(item.dates.size())))->second;
+    if (random.IsOneOf(30))
+        return {};
+    if (random.IsOneOf(30))
+        date.hour = static_cast<int>(random.GetBelow(24));
+    std::optional<SModelDate> part = date;
+    const SModelCriteria& criteria = model.GetTable().criteria;
+    if (random.IsOneOf(4)) {
+        part = date.GetGroup(DATE_TYPES[random.GetBelow(std::size(DATE_TYPES))], criteria);
+    } else if (!random.IsOneOf(4)) {
+        SCDeclareConstant::SDateDispForm form;
+        form.kind = 1;
+        form.form = DATE_FORMS[random.GetBelow(std::size(DATE_FORMS))] + random.GetBelow(6);
+        form.option = random.GetBelow(2);
+        part = date.GetGroup(form, criteria);
+    }
+    return part.value_or(date);
+}
+
+void CModelComparison::CompareDates(const SModelItem& item)
+{
+    const DWORD id = item.classID;
+    const bool isDate = item.type == SCDeclareConstant::DATATYPE_DATE;
+    const bool isTime = item.type == SCDeclareConstant::DATATYPE_TIME;
+    SCDeclareConstant::SDateDispForm dateForm;
+    SCDeclareConstant::STimeDispForm timeForm;
+    Check("GetDispFormOfDateBtnClass", id, 0, env.GetDispFormOfDateBtnClass(id, dateForm), isDate);
+    Check("display form of dates", id, 0, dateForm == item.dateForm, true);
+    Check("GetDispFormOfTimeBtnClass", id, 0, env.GetDispFormOfTimeBtnClass(id, timeForm), isTime);
+    Check("display form of times", id, 0, timeForm == item.timeForm, true);
+    if (random.IsOneOf(2))
+        CompareGroups(item);
+    if (!isDate) {
+        CompareNoDates(item);
+        return;
+    }
+    CompareBtnsOfDates(item);
+    CompareLatest(item);
+}
+
+void CModelComparison::CompareGroups(const SModelItem& item)
+{
+    const DWORD id = item.classID;
+    const VCDate::EDateType type = DATE_TYPES[random.GetBelow(std::size(DATE_TYPES))];
+    const bool isOfTime = (type >= VCDate::DATETYPE_HOUR && type <= VCDate::DATETYPE_SECOND) ||
+                          type == VCDate::DATETYPE_TIMEBASEDONNOON;
+    const bool isOfDate = !isOfTime;
+    NSKZCore::CDateGroupMap ofDates;
+    NSKZCore::CDateGroupMap ofTimes;
+    ofDates[7];
+    ofTimes[7];
+    Check("GetGroupedBtnIDListsOfDateBtnClass", id, type,
+          env.GetGroupedBtnIDListsOfDateBtnClass(id, type, ofDates),
+          item.type == SCDeclareConstant::DATATYPE_DATE && isOfDate);
+    Check("GetGroupedBtnIDListsOfTimeBtnClass", id, type,
+          env.GetGroupedBtnIDListsOfTimeBtnClass(id, type, ofTimes),
+          item.type == SCDeclareConstant::DATATYPE_TIME && isOfTime);
+    const bool hasDates = item.type == SCDeclareConstant::DATATYPE_DATE && isOfDate;
+    const bool hasTimes = item.type == SCDeclareConstant::DATATYPE_TIME && isOfTime;
+    Check("untouched groups of dates", id, type,
+          ofDates.size() == 1 && ofDates.begin()->second.date == nullptr, !hasDates);
+    Check("untouched groups of times", id, type,
+          ofTimes.size() == 1 && ofTimes.begin()->second.date == nullptr, !hasTimes);
+    if (!hasDates && !hasTimes)
+        return;
+    const NSKZCore::CDateGroupMap& groups = hasDates ? ofDates : ofTimes;
+    const std::vector<CModelEnv::SGroup> groupsOfModel = model.GetGroups(item, type);
+    Check("count of groups", id, type, static_cast<DWORD>(groups.size()),
+          static_cast<DWORD>(groupsOfModel.size()));
+    auto ofModel = groupsOfModel.begin();
+    for (const auto& [number, group] : groups) {
+        if (ofModel == groupsOfModel.end())
+            break;
+        Check("buttons of a group", id, type, group.btnIDList, ofModel->btnIDs);
+        Check("date of a group", id, type, ToString(*group.date), ToString(*ofModel->date.Make()));
+        ++ofModel;
+    }
+}
+
+void CModelComparison::CompareBtnsOfDates(const SModelItem& item)
+{
+    const DWORD id = item.classID;
+    const SModelDate date = ChooseDate(item);
+    const std::unique_ptr<VCDate> madeDate = date.Make();
+    const auto cmpOperator = static_cast<SCKZCoreCom::ECmpOperator>(
+        random.IsOneOf(50) ? random.GetBelow(2) * 7 : 1 + random.GetBelow(6));
+    const std::optional<IDList> ofModel = model.GetBtnsOfDates(item, cmpOperator, date);
+    const std::string what =
+        "buttons in relation " + std::to_string(cmpOperator) + " to " + ToString(*madeDate);
+    IDList btnIDs(1, UNTOUCHED);
+    Check((what + " are to be had").c_str(), id, 0,
+          env.GetGroupedBtnIDListOfDateBtnClass(id, *madeDate, cmpOperator, btnIDs), ofModel.has_value());
+    Check(what.c_str(), id, 0, btnIDs, ofModel.value_or(IDList{UNTOUCHED}));
+
+    IDList recs(model.GetRecCount() + 1, UNTOUCHED);
+    NSKZCore::SRecordList recList{recs.data(), UNTOUCHED};
+    Check("their records are to be had", id, 0,
+          env.GetGroupedRecListOfDateBtnClass(id, *madeDate, cmpOperator, recList), ofModel.has_value());
+    if (!ofModel)
+        return;
+    recs.resize(std::min<std::size_t>(recList.recCount, recs.size()));
+    Check("their records", id, 0, recs, ToList(*model.GetRecsOfBtns(item, *ofModel)));
+}
+
+void CModelComparison::CompareLatest(const SModelItem& item)
+{
+    const DWORD id = item.classID;
+    const SModelCriteria& criteria = model.GetTable().criteria;
+    const auto getNumber = [&](const SModelDate& date) {
+        unsigned long long number = 0;
+        date.Make()->GetDateNumeric(static_cast<DWORD>(criteria.startMonth),
+                                    static_cast<DWORD>(criteria.cutOffDate),
+                                    static_cast<VCDate::EDaysOfTheWeek>(criteria.firstDayOfWeek), number);
+        return number;
+    };
+    IDList all;
+    for (const auto& [btnID, date] : item.dates)
+        all.push_back(btnID);
+    const std::optional<DWORD> latest = model.GetLatestBtn(item, all);
+    const VCDate* date = nullptr;
+    Check("GetLatestDateOfDateBtnClass", id, 0, env.GetLatestDateOfDateBtnClass(id, date),
+          latest.has_value());
+    Check("latest date", id, 0, date == nullptr ? "" : ToString(*date),
+          latest ? ToString(*item.dates.at(*latest).Make()) : "");
+
+    IDList recs;
+    const DWORD oneOf = 1 + random.GetBelow(6);
+    for (DWORD rec = 0; rec < model.GetRecCount(); ++rec) {
+        if (random.IsOneOf(oneOf))
+            recs.push_back(rec);
+    }
+    DWORD recNum = UNTOUCHED;
+    unsigned long long number = UNTOUCHED;
+    const std::optional<DWORD> latestBtn = model.GetLatestBtn(item, model.GetBtnsOfRecs(item, recs));
+    Check("GetLatestRecNumOfDateBtnClass", id, 0,
+          env.GetLatestRecNumOfDateBtnClass(id, recs.data(), static_cast<DWORD>(recs.size()), recNum, number),
+          latestBtn.has_value());
+    DWORD recNumOfModel = UNTOUCHED;
+    unsigned long long numberOfModel = UNTOUCHED;
+    if (latestBtn) {
+        for (const DWORD rec : recs) {
+            if (item.btnOfRec.at(rec) == *latestBtn)
+                recNumOfModel = rec;
+        }
+        numberOfModel = getNumber(item.dates.at(*latestBtn));
+    }
+    Check("latest record", id, 0, recNum, recNumOfModel);
+    Check("number of the latest date", id, 0, number == numberOfModel, true);
+}
+
+// Queries of dates in an item that has none.
+void CModelComparison::CompareNoDates(const SModelItem& item)
+{
+    const DWORD id = item.classID;
+    IDList ids(1, UNTOUCHED);
+    const VCDate* date = nullptr;
+    const std::unique_ptr<VCDate> madeDate = ChooseDate(item).Make();
+    IDList recs(model.GetRecCount() + 1, UNTOUCHED);
+    NSKZCore::SRecordList recList{recs.data(), UNTOUCHED};
+    DWORD recNum = UNTOUCHED;
+    unsigned long long number = UNTOUCHED;
+    Check("dates of an item without", id, 0,
+          env.GetGroupedBtnIDListOfDateBtnClass(id, *madeDate, SCKZCoreCom::CMPOPERATOR_EQUAL, ids) ||
+              env.GetGroupedRecListOfDateBtnClass(id, *madeDate, SCKZCoreCom::CMPOPERATOR_EQUAL, recList) ||
+              env.GetLatestDateOfDateBtnClass(id, date) ||
+              env.GetLatestRecNumOfDateBtnClass(id, recs.data(), 0, recNum, number),
+          false);
+    Check("their outputs", id, 0,
+          ids != IDList{UNTOUCHED} || date != nullptr || recNum != UNTOUCHED || number != UNTOUCHED ||
+              recList.recCount != UNTOUCHED,
+          false);
 }
 
 void CModelComparison::CompareSums()
@@ -603,6 +889,8 @@ void CModelComparison::CompareSums()
 void CModelComparison::CompareUnknown()
 {
     const DWORD id = UNKNOWN_CLASS_IDS[random.GetBelow(std::size(UNKNOWN_CLASS_IDS))];
+    if (model.GetItems().count(id) != 0)
+        return;
     DWORD count = UNTOUCHED;
     IDList ids(1, UNTOUCHED);
     unsigned int visibleInfo = UNTOUCHED;

@@ -24,6 +24,7 @@ public:
 private:
     void CompareEnvironment();
     void CompareItem(const SModelItem& item);
+    void CompareClass(const SModelItem& item);
     void CompareOrders(const SModelItem& item);
     void CompareBtns(const SModelItem& item);
     void CompareWayUp(const SModelItem& item, DWORD btnID);
@@ -33,12 +34,18 @@ private:
     void CompareNoSpBtn(const SModelItem& item);
     void CompareRecsOfBtn(const SModelItem& item, DWORD btnID);
     void CompareRecs(const SModelItem& item);
+    void CompareDates(const SModelItem& item);
+    void CompareGroups(const SModelItem& item);
+    void CompareBtnsOfDates(const SModelItem& item);
+    void CompareLatest(const SModelItem& item);
+    void CompareNoDates(const SModelItem& item);
     void CompareSums();
     void CompareUnknown();
 
     DWORD ChooseClassID();
     DWORD ChooseBtnID(DWORD classID);
     DWORD ChooseNumID();
+    SModelDate ChooseDate(const SModelItem& item);
 
     // The records that `ask(recList, count)` gives.
     template <class TAsk>

@@ -135,6 +135,12 @@ sys_days GetFirstDayOfWeek(int week, sys_days firstOfStretch, const SModelCriter
     return firstOfStretch + std::chrono::days{std::max(0, (week - 1) * 7 - before)};
 }
 
+// There are no others.
+Part ToYear(int year)
+{
+    return year >= 1 && year <= 9999 ? Part(year) : Part();
+}
+
 // What of stretches that begin on one day comes first.
 enum ERank
 {
@@ -425,6 +431,7 @@ std::optional<std::vector<long>> SModelDate::GetOrder(const SModelCriteria& crit
     }
 
     sys_days first;
+    sys_days last = sys_days::max(); // of a week
     ERank rank = RANK_YEAR;
     switch (kind) {
     case KIND_FISCALYEAR:
@@ -443,18 +450,28 @@ std::optional<std::vector<long>> SModelDate::GetOrder(const SModelCriteria& crit
         first = GetFirstDayInFiscalYear(*year, (*term - 1) * 3, criteria);
         rank = RANK_QUARTERTERM;
         break;
-    case KIND_WEEK:
-        if (weekOf == WEEKOF_YEAR)
+    case KIND_WEEK: {
+        if (weekOf == WEEKOF_YEAR) {
             first = ToDay(*year, 1, 1);
-        else if (weekOf == WEEKOF_MONTH)
+            last = ToDay(*year, 12, 31);
+        } else if (weekOf == WEEKOF_MONTH) {
             first = ToDay(*year, *month, 1);
-        else if (weekOf == WEEKOF_FISCALYEAR)
+            last = ToDay(*year, *month, GetLastDay(*year, *month));
+        } else if (weekOf == WEEKOF_FISCALYEAR) {
             first = GetFirstDayInFiscalYear(*year, 0, criteria);
-        else
+            last = GetFirstDayInFiscalYear(*year + 1, 0, criteria) - std::chrono::days{1};
+        } else {
             first = GetFirstDayOfFiscalMonth(*year, *month, criteria);
-        first = GetFirstDayOfWeek(*week, first, criteria);
+            last = GetLastDayOfFiscalMonth(*year, *month, criteria);
+        }
+        const sys_days firstOfStretch = first;
+        first = GetFirstDayOfWeek(*week, firstOfStretch, criteria);
+        if (first > last)
+            return {}; // there is no such week
+        last = std::min(last, GetFirstDayOfWeek(*week + 1, firstOfStretch, criteria) - std::chrono::days{1});
         rank = RANK_WEEK;
         break;
+    }
     default:
         first = ToDay(*year, month.value_or(1), month ? day.value_or(1) : 1);
         rank = !month ? RANK_YEAR : !day ? RANK_MONTH : RANK_DAY;
@@ -462,8 +479,16 @@ std::optional<std::vector<long>> SModelDate::GetOrder(const SModelCriteria& crit
     // A stretch of the calendar in which an era begins has a part in each. Fiscal ones have one name.
     const bool isOfCalendar =
         kind == KIND_DATE || (kind == KIND_WEEK && (weekOf == WEEKOF_YEAR || weekOf == WEEKOF_MONTH));
-    if (isOfCalendar && eraYear.era != 0)
+    if (isOfCalendar && eraYear.era != 0) {
         first = std::max(first, GetFirstDayOfEra(eraYear.era));
+        if (first > last || GetEraYearOf(first) != eraYear)
+            return {};
+    }
+    const bool isOfFiscalMonth =
+        kind == KIND_FISCALMONTH || (kind == KIND_WEEK && weekOf == WEEKOF_FISCALMONTH);
+    if (isOfFiscalMonth && eraYear.era != 0 &&
+        GetEraYearOf(GetLastDayOfFiscalMonth(*year, *month, criteria)) != eraYear)
+        return {};
     return std::vector<long>{1, ToNumber(first), rank, month ? 0 : day.value_or(0)};
 }
 
@@ -491,7 +516,7 @@ Part SModelDate::GetYearOfFiscalMonth(const SModelCriteria& criteria) const
     const Part fiscalMonth = GetFiscalMonth(criteria);
     if (!year || !fiscalMonth)
         return {};
-    return *fiscalMonth < *month ? *year + 1 : *year;
+    return ToYear(*fiscalMonth < *month ? *year + 1 : *year);
 }
 
 std::optional<SModelEraYear> SModelDate::GetEraYearOfFiscalMonth(const SModelCriteria& criteria) const
@@ -507,7 +532,7 @@ Part SModelDate::GetFiscalYear(const SModelCriteria& criteria) const
     const Part yearOfMonth = GetYearOfFiscalMonth(criteria);
     if (!yearOfMonth)
         return {};
-    return *GetFiscalMonth(criteria) < criteria.startMonth ? *yearOfMonth - 1 : *yearOfMonth;
+    return ToYear(*GetFiscalMonth(criteria) < criteria.startMonth ? *yearOfMonth - 1 : *yearOfMonth);
 }
 
 std::optional<SModelEraYear> SModelDate::GetFiscalEraYear(const SModelCriteria& criteria) const
@@ -538,6 +563,8 @@ Part SModelDate::GetWeek(EWeekOf stretch, const SModelCriteria& criteria) const
 {
     if (!IsDay())
         return {};
+    const Part fiscalYear = GetFiscalYear(criteria);
+    const Part yearOfMonth = GetYearOfFiscalMonth(criteria);
     sys_days first;
     switch (stretch) {
     case WEEKOF_YEAR:
@@ -547,11 +574,14 @@ Part SModelDate::GetWeek(EWeekOf stretch, const SModelCriteria& criteria) const
         first = ToDay(*year, *month, 1);
         break;
     case WEEKOF_FISCALYEAR:
-        first = GetFirstDayInFiscalYear(*GetFiscalYear(criteria), 0, criteria);
+        if (!fiscalYear)
+            return {};
+        first = GetFirstDayInFiscalYear(*fiscalYear, 0, criteria);
         break;
     default:
-        first =
-            GetFirstDayOfFiscalMonth(*GetYearOfFiscalMonth(criteria), *GetFiscalMonth(criteria), criteria);
+        if (!yearOfMonth)
+            return {};
+        first = GetFirstDayOfFiscalMonth(*yearOfMonth, *GetFiscalMonth(criteria), criteria);
     }
     return GetWeekOf(ToDay(*year, *month, *day), first, criteria);
 }
@@ -887,14 +917,18 @@ std::vector<SModelDate::SElement> SModelDate::ListElements(const SModelDate& par
         add(part.term, GetQuarterTerm(criteria));
     add(part.week, GetWeek(part.weekOf, criteria));
     addPlace(part.dayOfWeek, GetDayOfWeek(), &GetPlaceInWeek);
+    add(part.hour, hour);
+    add(part.minute, minute);
+    add(part.second, second);
     return elements;
 }
 
-bool SModelDate::Includes(const SModelDate& part, const SModelCriteria& criteria) const
+bool SModelDate::Includes(const SModelDate& part) const
 {
-    const std::vector<SElement> elements = ListElements(part, criteria);
-    return std::all_of(elements.begin(), elements.end(),
-                       [](const SElement& element) { return element.mine.has_value(); });
+    // Whatever the criteria: so under those by which fiscal terms are those of the calendar.
+    const std::vector<SElement> elements = ListElements(part, {1, 31, 0});
+    return !elements.empty() && std::all_of(elements.begin(), elements.end(),
+                                            [](const SElement& element) { return element.mine.has_value(); });
 }
 
 bool SModelDate::Compares(SCKZCoreCom::ECmpOperator cmpOperator, const SModelDate& part,
@@ -902,8 +936,21 @@ bool SModelDate::Compares(SCKZCoreCom::ECmpOperator cmpOperator, const SModelDat
 {
     int sign = 0;
     for (const SElement& element : ListElements(part, criteria)) {
-        if (sign == 0 && element.mine && *element.mine != element.ofPart)
-            sign = *element.mine < element.ofPart ? -1 : 1;
+        if (sign != 0)
+            break;
+        if (element.mine) {
+            if (*element.mine != element.ofPart)
+                sign = *element.mine < element.ofPart ? -1 : 1;
+            continue;
+        }
+        // Before or behind all that is counted so.
+        const auto mine = GetOrder(criteria);
+        const auto ofPart = part.GetOrder(criteria);
+        if (!mine || !ofPart)
+            return cmpOperator == SCKZCoreCom::CMPOPERATOR_NOTEQUAL;
+        if (*mine != *ofPart)
+            sign = *mine < *ofPart ? -1 : 1;
+        break;
     }
     switch (cmpOperator) {
     case SCKZCoreCom::CMPOPERATOR_EQUAL:

@@ -97,9 +97,9 @@ struct SModelDate
     std::optional<SModelDate> GetGroup(NSKZCore::VCDate::EDateType type,
                                        const SModelCriteria& criteria) const;
 
-    // Whether the date gives all that `part` holds, and whether it is in that relation to the stretch that
-    // `part` is.
-    bool Includes(const SModelDate& part, const SModelCriteria& criteria) const;
+    // Whether the date gives all that `part` holds, which is something; and whether it is in that relation to
+    // the stretch that `part` is.
+    bool Includes(const SModelDate& part) const;
     bool Compares(NSKZCore::SCKZCoreCom::ECmpOperator cmpOperator, const SModelDate& part,
                   const SModelCriteria& criteria) const;
 

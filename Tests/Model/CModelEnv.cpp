@@ -199,21 +199,6 @@ bool SModelItem::IsOfDates() const
     return type == SCDeclareConstant::DATATYPE_DATE || type == SCDeclareConstant::DATATYPE_TIME;
 }
 
-std::set<DWORD> SModelItem::WithHolders(const std::set<DWORD>& btnIDs) const
-{
-    std::set<DWORD> reached = btnIDs;
-    IDList pending(btnIDs.begin(), btnIDs.end());
-    while (!pending.empty()) {
-        const DWORD btnID = pending.back();
-        pending.pop_back();
-        for (const DWORD holderID : btns.at(btnID).holders) {
-            if (reached.insert(holderID).second)
-                pending.push_back(holderID);
-        }
-    }
-    return reached;
-}
-
 bool SModelItem::SelectBtn(DWORD btnID, bool select)
 {
     const auto found = btns.find(btnID);
@@ -315,14 +300,14 @@ void CModelEnv::EnterDate(SModelItem& item, DWORD btnID)
 {
     if (!item.IsOfDates())
         return;
-    const SModelFld& fld = GetFld(item.fldID);
+    const SModelFld& fld = *FindFld(item.fldID);
     const std::string& text = item.btns.at(btnID).GetShownText();
     const std::optional<SModelDate> date = item.type == SCDeclareConstant::DATATYPE_DATE
                                                ? SModelDate::ReadDate(text, fld.dateTypeInfo)
                                                : SModelDate::ReadTime(text, fld.timeTypeInfo);
     if (date) {
         item.dates[btnID] = *date;
-        Enter(item.dateOrder, *date->GetOrder(table.criteria), entryNumber++, btnID);
+        Enter(item.dateOrder, *date->GetOrder(table.criteria), 0, btnID);
     } else {
         Enter(item.nonDates, text, entryNumber++, btnID);
     }
@@ -332,6 +317,69 @@ SModelItem* CModelEnv::FindItem(DWORD classID)
 {
     const auto found = items.find(classID);
     return found == items.end() ? nullptr : &found->second;
+}
+
+const SModelItem* CModelEnv::FindItem(DWORD classID) const
+{
+    const auto found = items.find(classID);
+    return found == items.end() ? nullptr : &found->second;
+}
+
+SModelItem* CModelEnv::FindItemOfMembers(const SModelItem& item, DWORD spBtnID)
+{
+    const SModelBtn& spBtn = item.btns.at(spBtnID);
+    if (spBtn.hasLostRef)
+        return nullptr;
+    return FindItem(spBtn.refClassID == 0 ? item.classID : spBtn.refClassID);
+}
+
+const SModelItem* CModelEnv::FindItemOfMembers(const SModelItem& item, DWORD spBtnID) const
+{
+    return const_cast<CModelEnv*>(this)->FindItemOfMembers(item, spBtnID);
+}
+
+BtnRefSet CModelEnv::FindListing(const SModelItem& item, DWORD btnID) const
+{
+    BtnRefSet listing;
+    for (const auto& [otherClassID, other] : items) {
+        for (const DWORD spBtnID : other.ListSpecial(true)) {
+            if (FindItemOfMembers(other, spBtnID) == &item && other.btns.at(spBtnID).HasMember(btnID))
+                listing.insert({otherClassID, spBtnID});
+        }
+    }
+    return listing;
+}
+
+BtnRefSet CModelEnv::GetHolders(const SModelItem& item, DWORD btnID)
+{
+    const SModelBtn& btn = item.btns.at(btnID);
+    BtnRefSet all = btn.outerHolders;
+    for (const DWORD holderID : btn.holders)
+        all.insert({item.classID, holderID});
+    return all;
+}
+
+void CModelEnv::ForgetHolder(SModelBtn& btn, const SModelItem& item, const SModelBtnRef& holder)
+{
+    if (holder.btnClassID == item.classID)
+        btn.holders.erase(holder.btnID);
+    else
+        btn.outerHolders.erase(holder);
+}
+
+BtnRefSet CModelEnv::WithHolders(const BtnRefSet& btns) const
+{
+    BtnRefSet reached = btns;
+    std::vector<SModelBtnRef> pending(btns.begin(), btns.end());
+    while (!pending.empty()) {
+        const SModelBtnRef ref = pending.back();
+        pending.pop_back();
+        for (const SModelBtnRef& holder : GetHolders(items.at(ref.btnClassID), ref.btnID)) {
+            if (reached.insert(holder).second)
+                pending.push_back(holder);
+        }
+    }
+    return reached;
 }
 
 SModelLevel* CModelEnv::FindLevel(DWORD classID)
@@ -389,17 +437,20 @@ std::optional<RecSet> CModelEnv::GetRecsOfBtn(const SModelItem& item, DWORD btnI
         return std::nullopt;
     // Of all that is below, each button once.
     RecSet recs;
-    std::set<DWORD> reached = {btnID};
-    IDList pending = {btnID};
+    BtnRefSet reached = {{item.classID, btnID}};
+    std::vector<SModelBtnRef> pending(reached.begin(), reached.end());
     while (!pending.empty()) {
-        const auto found = item.btns.find(pending.back());
+        const SModelItem& itemOfBtn = items.at(pending.back().btnClassID);
+        const auto found = itemOfBtn.btns.find(pending.back().btnID);
         pending.pop_back();
-        if (found == item.btns.end() || !found->second.effective)
+        if (found == itemOfBtn.btns.end() || !found->second.effective)
             continue;
         recs.insert(found->second.recs.begin(), found->second.recs.end());
+        const SModelItem* const itemOfMembers = FindItemOfMembers(itemOfBtn, found->first);
         for (const DWORD memberID : found->second.members) {
-            if (reached.insert(memberID).second)
-                pending.push_back(memberID);
+            const SModelBtnRef member = {itemOfMembers->classID, memberID};
+            if (reached.insert(member).second)
+                pending.push_back(member);
         }
     }
     return recs;
@@ -435,7 +486,7 @@ bool CModelEnv::SelectTheBtn(DWORD classID, DWORD btnID, bool select)
 bool CModelEnv::SelectBtns(DWORD classID, const IDList& given, bool select, bool includeHidden)
 {
     SModelItem* const item = FindItem(classID);
-    if (item == nullptr)
+    if (item == nullptr || !item->effective)
         return false;
     if (given.empty() && mode == CBUIDataMngr::RELATIONMODE_DIFFERENCE)
         return false;
@@ -675,10 +726,7 @@ void CModelEnv::ClearLimitedRecList()
 void CModelEnv::ChangeLimitation()
 {
     ResetLimitationReason();
-    for (auto& [classID, item] : items) {
-        const IDList spBtnIDs = item.ListSpecial(true);
-        AdjustLiveMemberReason(item, {spBtnIDs.begin(), spBtnIDs.end()});
-    }
+    AdjustLiveMemberReasonOfAll();
     ForgetSums();
     ClearAllBtnSelections(true);
 }
@@ -732,13 +780,26 @@ bool CModelEnv::SetNewBtnMadeSelStateOfBtnClass(DWORD classID, bool state)
     return true;
 }
 
+// Fixed virtual items go, and with them what refers to nothing but them. The virtual inc buttons of the
+// common ones stay and keep their members, those that go with the rest too.
 void CModelEnv::ClearOfFixedSpec()
 {
+    std::erase_if(items,
+                  [](const auto& entry) { return entry.second.isVirtual && !entry.second.IsCommon(); });
+    nextFixedClassID = SCBUICoreCom::BTNCLS_ID_VIR_FIXED_BEGIN;
+    freeFixedClassIDs.clear();
     for (auto& [classID, item] : items) {
         for (const DWORD spBtnID : item.ListSpecial(true)) {
+            if (SCBUICoreCom::IsVirIncBtn(spBtnID))
+                continue;
             RemoveName(item, spBtnID);
             item.btns.erase(spBtnID);
         }
+        item.groups.clear();
+        std::erase_if(item.switchedOff,
+                      [&](const SModelBtnRef& ref) { return items.count(ref.btnClassID) == 0; });
+        std::erase_if(item.dateOrder,
+                      [](const auto& entry) { return SCBUICoreCom::IsSpBtn(std::get<2>(entry)); });
         item.DropSelection();
         item.selected = false;
         item.displaysEmpVal = true;
@@ -746,6 +807,9 @@ void CModelEnv::ClearOfFixedSpec()
             btn.sel = false;
             btn.visibleInfo &= ~(VISINFO_MASK_FIXEDSPEC | VISINFO_EMPVALNODISP);
             btn.holders.clear();
+            std::erase_if(btn.outerHolders, [&](const SModelBtnRef& holder) {
+                return items.count(holder.btnClassID) == 0 || !items.at(holder.btnClassID).IsCommon();
+            });
         }
     }
     selectedClasses.clear();
@@ -794,8 +858,8 @@ bool CModelEnv::RelateByAnd(SModelItem& item)
     std::vector<RecSet> recsOfSelected;
     for (const DWORD selectedID : item.ListSelected())
         recsOfSelected.push_back(WithinLimitation(*GetRecsOfBtn(item, selectedID)));
-    for (auto& [otherID, other] : items) {
-        std::set<DWORD> related;
+    BtnRefSet related;
+    for (const auto& [otherID, other] : items) {
         for (const auto& [btnID, btn] : other.btns) {
             bool sharesWithAll = !recsOfSelected.empty();
             for (const RecSet& recs : recsOfSelected) {
@@ -803,10 +867,10 @@ bool CModelEnv::RelateByAnd(SModelItem& item)
                     sharesWithAll = false;
             }
             if (sharesWithAll)
-                related.insert(btnID);
+                related.insert({otherID, btnID});
         }
-        ShowByRelation(other, related);
     }
+    ShowByRelation(related);
     if (FindLevel(item.classID) == nullptr)
         levels.push_back({static_cast<DWORD>(levels.size()), item.classID, {}});
     return true;
@@ -828,14 +892,14 @@ bool CModelEnv::RelateByDifference(SModelItem& item)
     const RecSet standardRecs = WithinLimitation(*standard);
     const RecSet targetRecs = WithinLimitation(*target);
     ShowAllByRelation(false);
-    for (auto& [otherID, other] : items) {
-        std::set<DWORD> related;
+    BtnRefSet relating;
+    for (const auto& [otherID, other] : items) {
         for (const auto& [btnID, btn] : other.btns) {
             if (!Intersect(btn.recs, standardRecs).empty() && Intersect(btn.recs, targetRecs).empty())
-                related.insert(btnID);
+                relating.insert({otherID, btnID});
         }
-        ShowByRelation(other, related);
     }
+    ShowByRelation(relating);
     return true;
 }
 
@@ -853,12 +917,12 @@ void CModelEnv::ShowAllByRelation(bool show)
     }
 }
 
-void CModelEnv::ShowByRelation(SModelItem& item, const std::set<DWORD>& btnIDs)
+void CModelEnv::ShowByRelation(const BtnRefSet& btns)
 {
-    if (item.selective)
-        return;
-    for (const DWORD btnID : item.WithHolders(btnIDs))
-        item.btns.at(btnID).visibleInfo &= ~VISINFO_RELATION;
+    for (const SModelBtnRef& ref : WithHolders(btns)) {
+        if (!items.at(ref.btnClassID).selective)
+            GetBtn(ref).visibleInfo &= ~VISINFO_RELATION;
+    }
 }
 
 void CModelEnv::ResetRelationReason()
@@ -866,36 +930,40 @@ void CModelEnv::ResetRelationReason()
     ShowAllByRelation(levels.empty());
     if (levels.empty())
         return;
-    for (auto& [classID, item] : items) {
-        std::set<DWORD> related;
+    BtnRefSet related;
+    for (const auto& [classID, item] : items) {
+        if (item.isVirtual)
+            continue;
         for (const DWORD rec : levels.back().recs)
-            related.insert(item.btnOfRec.at(rec));
-        ShowByRelation(item, related);
+            related.insert({classID, item.btnOfRec.at(rec)});
     }
+    ShowByRelation(related);
 }
 
 void CModelEnv::ResetLimitationReason()
 {
+    BtnRefSet reached;
     for (auto& [classID, item] : items) {
-        std::set<DWORD> reached;
         for (auto& [btnID, btn] : item.btns) {
             if (limitation)
                 btn.visibleInfo |= VISINFO_LIMITEDREC;
             if (!limitation || !Intersect(btn.recs, *limitation).empty())
-                reached.insert(btnID);
+                reached.insert({classID, btnID});
         }
-        for (const DWORD btnID : item.WithHolders(reached))
-            item.btns.at(btnID).visibleInfo &= ~VISINFO_LIMITEDREC;
     }
+    for (const SModelBtnRef& ref : WithHolders(reached))
+        GetBtn(ref).visibleInfo &= ~VISINFO_LIMITEDREC;
 }
 
 // ---- Orders
 
 IDList CModelEnv::GetBtnAppOrdList(const SModelItem& item, unsigned int flags) const
 {
+    // Those of users, then those of the system, each the oldest first.
     IDList ids = item.ListSpecial(false);
     std::stable_sort(ids.begin(), ids.end(), [&](DWORD left, DWORD right) {
-        return item.btns.at(left).createTime < item.btns.at(right).createTime;
+        return std::pair(item.IsManagedBySystem(left), item.btns.at(left).createTime) <
+               std::pair(item.IsManagedBySystem(right), item.btns.at(right).createTime);
     });
     ids.insert(ids.end(), item.appearance.begin(), item.appearance.end());
     std::erase_if(ids, [&](DWORD btnID) { return !IsListed(item.btns.at(btnID).visibleInfo, flags); });
@@ -979,7 +1047,9 @@ IDList CModelEnv::ListByDate(const SModelItem& item, unsigned int flags) const
     const bool empValLast = (flags & VCBtnClass::ORDLIST_TAILEND_EMPVALBTN) != 0;
     const bool hasEmpVal = IsEmpValListed(item, flags);
     IDList spBtnIDs = item.ListSpecial(false);
-    std::erase_if(spBtnIDs, [&](DWORD spBtnID) { return item.btns.at(spBtnID).members.empty(); });
+    std::erase_if(spBtnIDs, [&](DWORD spBtnID) {
+        return item.IsManagedBySystem(spBtnID) || item.btns.at(spBtnID).members.empty();
+    });
     IDList ids;
     IDList tail;
     AddSpecialByText(item, flags, spBtnIDs, ids, tail);
@@ -1084,10 +1154,11 @@ std::optional<RecSet> CModelEnv::CollectRecs(DWORD classID, DWORD btnID)
     return Intersect(*recs, heldTarget);
 }
 
-const SModelFld& CModelEnv::GetFld(DWORD fldID) const
+const SModelFld* CModelEnv::FindFld(DWORD fldID) const
 {
-    return *std::find_if(table.flds.begin(), table.flds.end(),
-                         [fldID](const SModelFld& fld) { return fld.fldID == fldID; });
+    const auto found = std::find_if(table.flds.begin(), table.flds.end(),
+                                    [fldID](const SModelFld& fld) { return fld.fldID == fldID; });
+    return found == table.flds.end() ? nullptr : &*found;
 }
 
 const SModelFld* CModelEnv::FindNumFld(DWORD numID) const

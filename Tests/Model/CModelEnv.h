@@ -19,6 +19,8 @@ namespace NSKZ::Test {
 
 using IDList = std::vector<DWORD>;
 using RecSet = std::set<DWORD>;
+using SModelBtnRef = NSKZCore::SBtnClassIDAndBtnID;
+using BtnRefSet = std::set<SModelBtnRef>;
 
 // A source table as plain texts, field by field; the empty text is the empty value.
 struct SModelFld
@@ -48,7 +50,10 @@ struct SModelBtn
     std::optional<std::string> alias;
     bool sel = false;
     unsigned int visibleInfo = 0;
-    std::set<DWORD> holders; // special buttons with this member; of an ineffective one: to which it returns
+    // Special buttons with this member, of the item and of virtual ones; of an ineffective button: those to
+    // which it returns.
+    std::set<DWORD> holders;
+    BtnRefSet outerHolders;
 
     // Source buttons:
     RecSet recs;
@@ -59,6 +64,8 @@ struct SModelBtn
     bool dispMember = false;
     IDList members;
     std::optional<SModelCnd> cnd;
+    DWORD refClassID = 0;        // of a virtual inc button: the item of its members
+    bool hasLostRef = false;     // that item is gone
     std::int64_t createTime = 0; // in seconds
     bool isTimeCertain = true;   // false: made around the turn of a second
 
@@ -80,11 +87,18 @@ struct SModelItem
     IDList btnOfRec;
     IDList appearance; // buttons with records, in order of first appearance
     ModelOrder<std::string> names;
-    ModelOrder<double> numbers;         // number items only
-    ModelOrder<std::string> nonNumbers; // likewise
-    std::map<DWORD, SModelDate> dates;  // date and time items only: what texts read as
-    ModelOrder<std::vector<long>> dateOrder;
+    ModelOrder<double> numbers;              // number items only
+    ModelOrder<std::string> nonNumbers;      // likewise
+    std::map<DWORD, SModelDate> dates;       // date and time items only: what texts read as
+    ModelOrder<std::vector<long>> dateOrder; // equal dates by identifier
     ModelOrder<std::string> nonDates;
+    std::map<DWORD, SModelDate> groups; // likewise: the cll buttons that the system manages
+    NSKZCore::SCDeclareConstant::SDateDispForm dateForm;
+    NSKZCore::SCDeclareConstant::STimeDispForm timeForm;
+    bool isVirtual = false; // without a field
+    std::string name;       // of a virtual item
+    bool effective = true;
+    BtnRefSet switchedOff; // of an ineffective item: buttons of others that went with it
     bool selected = false;
     bool selective = false;
     bool newBtnMadeSelState = false;
@@ -101,8 +115,8 @@ struct SModelItem
     DWORD CountIneffective() const;
     bool IsCndCll(DWORD btnID) const;
     bool IsOfDates() const;
-    // `btnIDs` and all special buttons above them.
-    std::set<DWORD> WithHolders(const std::set<DWORD>& btnIDs) const;
+    bool IsManagedBySystem(DWORD btnID) const { return groups.count(btnID) != 0; }
+    bool IsCommon() const { return NSKZCore::SCBUICoreCom::IsCommonVirBtnClass(classID); }
     bool SelectBtn(DWORD btnID, bool select);
     void DropSelection();
     void SelectAll(bool select);
@@ -162,6 +176,13 @@ public:
         NSKZCore::VCSpBtn::EMmbBtnSelMth method = NSKZCore::VCSpBtn::MMBBTNSELMTH_SELECT;
         const IDList* members = nullptr;
         const SModelCnd* cnd = nullptr;
+        DWORD refClassID = 0; // of a virtual inc button
+        std::int64_t from = 0;
+        std::int64_t until = 0;
+    };
+    // When the system's buttons are made.
+    struct SMoment
+    {
         std::int64_t from = 0;
         std::int64_t until = 0;
     };
@@ -175,7 +196,37 @@ public:
     bool SetDispEmpValBtnInfoOfBtnClass(DWORD classID, bool disp);
     bool ResetMemberBtnBasedOnTheCndOfAll(DWORD numID);
 
+    // --- Operations on virtual items
+    using ECreateVirtual = NSKZCore::CBUIDataMngr::EMthRetOfCreateVirBtnCls;
+    ECreateVirtual CreateVirBtnClass(const char* name, bool common, DWORD& classID);
+    bool DestroyVirBtnClass(DWORD classID);
+    bool SetNameOfVirBtnClass(DWORD classID, const char* name);
+    bool SetEffectiveInfoOfVirBtnClass(DWORD classID, bool effective);
+    bool ExistBtnClass(const std::string& name, DWORD ignoredClassID) const;
+
+    // --- Operations on dates and times
+    bool SetDispForm(DWORD classID, const NSKZCore::SCDeclareConstant::SDateDispForm& form, SMoment moment);
+    bool SetDispForm(DWORD classID, const NSKZCore::SCDeclareConstant::STimeDispForm& form, SMoment moment);
+    void ChangeCriteria(const SModelCriteria& criteria, SMoment moment);
+    // The fields are those of the table with their new forms.
+    void ChangeDataForm(const std::vector<SModelFld>& flds, SMoment moment);
+
     // --- What is to be seen
+    const SModelTable& GetTable() const { return table; }
+    const SModelFld* FindFld(DWORD fldID) const;
+    // The buttons of groups by a part of their dates, in the order of the groups.
+    struct SGroup
+    {
+        SModelDate date;
+        IDList btnIDs;
+    };
+    std::vector<SGroup> GetGroups(const SModelItem& item, NSKZCore::VCDate::EDateType type) const;
+    // None in an item without dates and where its first date does not give what `date` holds.
+    std::optional<IDList> GetBtnsOfDates(const SModelItem& item,
+                                         NSKZCore::SCKZCoreCom::ECmpOperator cmpOperator,
+                                         const SModelDate& date) const;
+    // None if no button listed has a date.
+    std::optional<DWORD> GetLatestBtn(const SModelItem& item, const IDList& btnIDs) const;
     DWORD GetRecCount() const { return table.recCount; }
     ERelationMode GetRelationMode() const { return mode; }
     bool GetMultiSelectionInfo() const { return multiSelection; }
@@ -203,7 +254,7 @@ public:
     // None for an absent button.
     std::optional<IDList> GetRootSpBtnIDListIncludingBtn(const SModelItem& item, DWORD btnID,
                                                          bool includeIneffective) const;
-    std::set<DWORD> GetSpBtnsThatTheBtnInfluences(const SModelItem& item, DWORD btnID, bool directOnly) const;
+    BtnRefSet GetSpBtnsThatTheBtnInfluences(const SModelItem& item, DWORD btnID, bool directOnly) const;
     // None if a member does not exist.
     std::optional<IDList> GetDisplayedMembers(const SModelItem& item, const SModelBtn& spBtn) const;
     // The buttons among `btnIDs` that meet the condition, in the order in which it gives them; none if it
@@ -237,6 +288,21 @@ private:
     IDList ListByNumber(const SModelItem& item, unsigned int flags) const;
     IDList ListByDate(const SModelItem& item, unsigned int flags) const;
     SModelItem* FindItem(DWORD classID);
+    const SModelItem* FindItem(DWORD classID) const;
+    SModelBtn& GetBtn(const SModelBtnRef& ref) { return items.at(ref.btnClassID).btns.at(ref.btnID); }
+    const SModelBtn& GetBtn(const SModelBtnRef& ref) const
+    {
+        return items.at(ref.btnClassID).btns.at(ref.btnID);
+    }
+    // The item of the members of a special button; null if it is gone.
+    SModelItem* FindItemOfMembers(const SModelItem& item, DWORD spBtnID);
+    const SModelItem* FindItemOfMembers(const SModelItem& item, DWORD spBtnID) const;
+    // All special buttons that list the button.
+    BtnRefSet FindListing(const SModelItem& item, DWORD btnID) const;
+    static BtnRefSet GetHolders(const SModelItem& item, DWORD btnID);
+    static void ForgetHolder(SModelBtn& btn, const SModelItem& item, const SModelBtnRef& holder);
+    // `btns` and all special buttons above them.
+    BtnRefSet WithHolders(const BtnRefSet& btns) const;
     SModelLevel* FindLevel(DWORD classID);
     RecSet GetLimitationOrAll() const;
     RecSet WithinLimitation(const RecSet& recs) const;
@@ -248,20 +314,23 @@ private:
     bool RelateByAnd(SModelItem& item);
     bool RelateByDifference(SModelItem& item);
     void ShowAllByRelation(bool show);
-    void ShowByRelation(SModelItem& item, const std::set<DWORD>& btnIDs);
+    void ShowByRelation(const BtnRefSet& btns);
     void ResetRelationReason();
     void ResetLimitationReason();
     void ChangeLimitation();
 
     // Special buttons of one item
     bool AreAppropriateMembers(const SModelItem& item, DWORD spBtnID, const IDList& members) const;
-    bool Holds(const SModelItem& item, DWORD spBtnID, DWORD soughtID) const;
+    bool Holds(const SModelBtnRef& spBtn, const SModelBtnRef& sought) const;
     void ChangeMembers(SModelItem& item, DWORD spBtnID, const IDList& members);
     void TakeMembers(SModelItem& item, DWORD spBtnID);
     void LetMembersGo(SModelItem& item, DWORD spBtnID);
     void LetGo(SModelItem& item, DWORD spBtnID, DWORD memberID);
     void AdjustIncReason(SModelItem& item, SModelBtn& member);
-    void AdjustLiveMemberReason(SModelItem& item, const std::set<DWORD>& spBtnIDs);
+    void AdjustLiveMemberReason(const BtnRefSet& spBtns);
+    void AdjustLiveMemberReasonOfAll();
+    DWORD FindFreeBtnID(const SModelItem& item, NSKZCore::SCBUICoreCom::EBtnType type) const;
+    void JoinAwaitingSpBtns(const SModelItem& item, DWORD btnID);
     void RemoveMember(SModelItem& item, DWORD spBtnID, DWORD memberID);
     void SwitchOn(SModelItem& item, DWORD btnID);
     void SwitchOff(SModelItem& item, DWORD btnID);
@@ -270,8 +339,20 @@ private:
     void RemoveName(SModelItem& item, DWORD btnID);
     void CloseChange(SModelItem& item, bool wasSelected);
 
+    // Groups of dates
+    std::optional<SModelDate> GetGroupOf(const SModelItem& item, const SModelDate& date) const;
+    std::string GetNameOfGroup(const SModelItem& item, const SModelDate& group) const;
+    void RebuildGroups(SModelItem& item, SMoment moment);
+    void DropGroups(SModelItem& item);
+    void RenewDateOrder(SModelItem& item);
+
+    // Virtual items
+    void LoseRef(SModelItem& item, DWORD btnID);
+    void ForgetBtnsOf(DWORD classID);
+
     // Members by condition
     bool ResetMembers();
+    void ResetMembersWithReferring(DWORD classID, std::set<DWORD>& visited);
     void ResetMembers(SModelItem& item);
     void ResetMembersOfEffective(SModelItem& item);
     void ResetMembers(SModelItem& item, DWORD spBtnID);
@@ -288,13 +369,15 @@ private:
     // The records that count for a sum of the button; none if they cannot be told.
     std::optional<RecSet> CollectRecs(DWORD classID, DWORD btnID);
     bool CalculateTotals(DWORD classID, DWORD numID);
-    const SModelFld& GetFld(DWORD fldID) const;
     const SModelFld* FindNumFld(DWORD numID) const;
     double AddUp(DWORD numID, const RecSet& recs) const;
     DWORD CountNumbers(DWORD numID, const RecSet& recs) const;
 
     SModelTable table;
     std::map<DWORD, SModelItem> items;
+    DWORD nextCommonClassID = NSKZCore::SCBUICoreCom::BTNCLS_ID_VIR_COMMON_BEGIN;
+    DWORD nextFixedClassID = NSKZCore::SCBUICoreCom::BTNCLS_ID_VIR_FIXED_BEGIN;
+    IDList freeFixedClassIDs; // released ones, the first first
     ERelationMode mode = NSKZCore::CBUIDataMngr::RELATIONMODE_NARROWING;
     bool multiSelection = false;
     bool hasSumMngr;

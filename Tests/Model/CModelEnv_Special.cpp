@@ -109,25 +109,44 @@ bool Compares(DWORD selCondition, double value, double number)
 
 // ---- Making and changing
 
+// What was released is given out again, the smallest first: so the smallest one that is free.
+DWORD CModelEnv::FindFreeBtnID(const SModelItem& item, SCBUICoreCom::EBtnType type) const
+{
+    DWORD id = type == SCBUICoreCom::BTNTYPE_INC      ? SCBUICoreCom::BTN_ID_INC_BEGIN
+               : type == SCBUICoreCom::BTNTYPE_VIRINC ? SCBUICoreCom::BTN_ID_VIRINC_BEGIN
+                                                      : SCBUICoreCom::BTN_ID_CLL_BEGIN;
+    while (item.btns.count(id) != 0)
+        ++id;
+    return id;
+}
+
+// Without a referred item, an inc or cll button; with one, a virtual inc button.
 CModelEnv::ECreate CModelEnv::CreateSpBtn(DWORD& btnID, DWORD classID, const SMaking& making)
 {
     SModelItem* const item = FindItem(classID);
     if (item == nullptr)
         return VCBtnClass::CREATESPBTN_NOBTNCLASS;
-    const bool isInc = making.type == SCBUICoreCom::BTNTYPE_INC;
-    if (isInc && making.method == VCSpBtn::MMBBTNSELMTH_CONDITION)
-        return VCBtnClass::CREATESPBTN_UNKNOWNSELMTH;
-    if (!isInc && making.type != SCBUICoreCom::BTNTYPE_CLL)
+    const bool isCll = making.type == SCBUICoreCom::BTNTYPE_CLL;
+    if (making.refClassID != 0) {
+        if (making.type != SCBUICoreCom::BTNTYPE_VIRINC)
+            return VCBtnClass::CREATESPBTN_BADTYPE;
+        const SModelItem* const refItem = FindItem(making.refClassID);
+        if (!item->isVirtual || refItem == nullptr || refItem == item ||
+            (item->IsCommon() && refItem->isVirtual && !refItem->IsCommon()))
+            return VCBtnClass::CREATESPBTN_NOBTNCLASS;
+    } else if (making.type == SCBUICoreCom::BTNTYPE_INC) {
+        if (making.method == VCSpBtn::MMBBTNSELMTH_CONDITION)
+            return VCBtnClass::CREATESPBTN_UNKNOWNSELMTH;
+    } else if (!isCll) {
         return VCBtnClass::CREATESPBTN_BADTYPE;
+    }
     const bool wasSelected = HasSelection();
 
-    // What was released is given out again, the smallest first: so the smallest one that is free.
-    DWORD id = isInc ? SCBUICoreCom::BTN_ID_INC_BEGIN : SCBUICoreCom::BTN_ID_CLL_BEGIN;
-    while (item->btns.count(id) != 0)
-        ++id;
+    const DWORD id = FindFreeBtnID(*item, making.type);
     SModelBtn btn;
     btn.alias = making.name == nullptr ? "" : making.name;
     btn.byCondition = making.method == VCSpBtn::MMBBTNSELMTH_CONDITION;
+    btn.refClassID = making.refClassID;
     btn.createTime = making.until;
     btn.isTimeCertain = making.from == making.until;
     item->btns[id] = btn;
@@ -148,8 +167,9 @@ CModelEnv::ECreate CModelEnv::CreateSpBtn(DWORD& btnID, DWORD classID, const SMa
         return VCBtnClass::CREATESPBTN_UNKNOWNSELMTH;
     }
     EnterName(*item, id);
+    JoinAwaitingSpBtns(*item, id);
 
-    // Sums stay, but the totals when an inc button was made.
+    // Sums stay, but the totals when the button stands beside others.
     if (wasSelected) {
         ClearAllBtnSelections(true);
     } else {
@@ -157,12 +177,23 @@ CModelEnv::ECreate CModelEnv::CreateSpBtn(DWORD& btnID, DWORD classID, const SMa
             ResetMembers(*item);
         ClearAllBtnSelections(false);
     }
-    if (isInc) {
+    if (!isCll) {
         knownSums[classID].totals.clear();
         knownSums[classID].absoluteTotals.clear();
     }
     btnID = id;
     return VCBtnClass::CREATESPBTN_OK;
+}
+
+// Virtual inc buttons may list a special button that was not there: it is a member of them now.
+void CModelEnv::JoinAwaitingSpBtns(const SModelItem& item, DWORD btnID)
+{
+    for (const SModelBtnRef& ref : FindListing(item, btnID)) {
+        if (!GetBtn(ref).effective)
+            continue;
+        TakeMembers(items.at(ref.btnClassID), ref.btnID);
+        AdjustLiveMemberReason({ref});
+    }
 }
 
 void CModelEnv::CloseChange(SModelItem& item, bool wasSelected)
@@ -172,8 +203,8 @@ void CModelEnv::CloseChange(SModelItem& item, bool wasSelected)
         ClearAllBtnSelections(true);
         return;
     }
-    if (hasSumMngr)
-        ResetMembers(item);
+    std::set<DWORD> visited;
+    ResetMembersWithReferring(item.classID, visited);
     ClearAllBtnSelections(false);
 }
 
@@ -183,7 +214,8 @@ bool CModelEnv::DestroySpBtn(DWORD classID, DWORD btnID)
     if (item == nullptr)
         return false;
     const bool wasSelected = HasSelection();
-    const bool exists = SCBUICoreCom::IsSpBtn(btnID) && item->btns.count(btnID) != 0;
+    const bool exists =
+        SCBUICoreCom::IsSpBtn(btnID) && item->btns.count(btnID) != 0 && !item->IsManagedBySystem(btnID);
     if (exists)
         Destroy(*item, btnID);
     CloseChange(*item, wasSelected);
@@ -193,19 +225,23 @@ bool CModelEnv::DestroySpBtn(DWORD classID, DWORD btnID)
 void CModelEnv::Destroy(SModelItem& item, DWORD btnID)
 {
     SModelBtn& btn = item.btns.at(btnID);
-    for (const DWORD spBtnID : item.ListSpecial(true)) {
-        if (item.btns.at(spBtnID).HasMember(btnID))
-            RemoveMember(item, spBtnID, btnID);
-    }
+    for (const SModelBtnRef& ref : FindListing(item, btnID))
+        RemoveMember(items.at(ref.btnClassID), ref.btnID, btnID);
     if (btn.effective) {
         LetMembersGo(item, btnID);
         if (btn.sel && --item.selBtnCount == 0)
             item.selective = false;
     }
-    for (auto& [otherID, other] : item.btns) {
-        if (other.holders.count(btnID) != 0)
-            LetGo(item, btnID, otherID);
+    // Ineffective ones that would return to it.
+    if (SModelItem* const itemOfMembers = FindItemOfMembers(item, btnID)) {
+        const SModelBtnRef self = {item.classID, btnID};
+        for (const auto& [otherID, other] : itemOfMembers->btns) {
+            if (GetHolders(*itemOfMembers, otherID).count(self) != 0)
+                LetGo(item, btnID, otherID);
+        }
     }
+    for (auto& [otherID, other] : items)
+        other.switchedOff.erase({item.classID, btnID});
     RemoveName(item, btnID);
     item.btns.erase(btnID);
 }
@@ -213,7 +249,8 @@ void CModelEnv::Destroy(SModelItem& item, DWORD btnID)
 bool CModelEnv::SetEffectiveInfoOfSpBtn(DWORD classID, DWORD btnID, bool effective)
 {
     SModelItem* const item = FindItem(classID);
-    if (item == nullptr || !SCBUICoreCom::IsSpBtn(btnID) || item->btns.count(btnID) == 0)
+    if (item == nullptr || !SCBUICoreCom::IsSpBtn(btnID) || item->btns.count(btnID) == 0 ||
+        item->IsManagedBySystem(btnID) || (effective && item->btns.at(btnID).hasLostRef))
         return false;
     const bool wasSelected = HasSelection();
     if (item->btns.at(btnID).effective != effective) {
@@ -232,8 +269,8 @@ void CModelEnv::SwitchOff(SModelItem& item, DWORD btnID)
     SModelBtn& btn = item.btns.at(btnID);
     btn.effective = false;
     btn.visibleInfo |= VISINFO_INEFFECTIVE;
-    for (const DWORD holderID : btn.holders)
-        RemoveMember(item, holderID, btnID);
+    for (const SModelBtnRef& holder : GetHolders(item, btnID))
+        RemoveMember(items.at(holder.btnClassID), holder.btnID, btnID);
     LetMembersGo(item, btnID);
     RemoveName(item, btnID);
     if (btn.sel && --item.selBtnCount == 0)
@@ -247,22 +284,21 @@ void CModelEnv::SwitchOn(SModelItem& item, DWORD btnID)
     btn.visibleInfo &= ~VISINFO_INEFFECTIVE;
     // A holder that is ineffective itself lists the button, and the button forgets it until the holder takes
     // part again. This comes first: it must not take away a reason that another holder gives.
-    const std::set<DWORD> remembered = btn.holders;
-    for (const DWORD holderID : remembered) {
-        SModelBtn& holder = item.btns.at(holderID);
+    for (const SModelBtnRef& ref : GetHolders(item, btnID)) {
+        SModelBtn& holder = GetBtn(ref);
         if (holder.effective)
             continue;
         if (!holder.HasMember(btnID))
             holder.members.push_back(btnID);
-        LetGo(item, holderID, btnID);
+        LetGo(items.at(ref.btnClassID), ref.btnID, btnID);
     }
-    for (const DWORD holderID : std::set<DWORD>(btn.holders)) {
-        SModelBtn& holder = item.btns.at(holderID);
+    for (const SModelBtnRef& ref : GetHolders(item, btnID)) {
+        SModelBtn& holder = GetBtn(ref);
         if (holder.HasMember(btnID))
             continue;
         holder.members.push_back(btnID);
-        TakeMembers(item, holderID);
-        AdjustLiveMemberReason(item, {holderID});
+        TakeMembers(items.at(ref.btnClassID), ref.btnID);
+        AdjustLiveMemberReason({ref});
     }
     TakeMembers(item, btnID);
     EnterName(item, btnID);
@@ -270,7 +306,7 @@ void CModelEnv::SwitchOn(SModelItem& item, DWORD btnID)
         ++item.selBtnCount;
         item.selective = true;
     }
-    AdjustLiveMemberReason(item, {btnID});
+    AdjustLiveMemberReason({{item.classID, btnID}});
 }
 
 CModelEnv::EOpeToMembers CModelEnv::SetMemberBtnIDListOfSpBtn(DWORD classID, DWORD btnID, const IDList& given)
@@ -280,6 +316,8 @@ CModelEnv::EOpeToMembers CModelEnv::SetMemberBtnIDListOfSpBtn(DWORD classID, DWO
         return VCBtnClass::OPEMMBBTN_NOSPBTN;
     if (item->btns.at(btnID).byCondition)
         return VCBtnClass::OPEMMBBTN_NOTSELECT;
+    if (item->IsManagedBySystem(btnID))
+        return VCBtnClass::OPEMMBBTN_SYSTEMMNGR;
     const bool wasSelected = HasSelection();
     const IDList members = WithoutRepetition(given);
     if (!AreAppropriateMembers(*item, btnID, members))
@@ -309,7 +347,7 @@ bool CModelEnv::ClearMemberBtnCndOfSpBtn(DWORD classID, DWORD btnID)
         return false;
     SModelBtn& btn = item->btns.at(btnID);
     btn.cnd.reset();
-    if (btn.byCondition)
+    if (btn.byCondition && !btn.hasLostRef)
         ChangeMembers(*item, btnID, {});
     CloseChange(*item, HasSelection());
     return true;
@@ -335,17 +373,16 @@ bool CModelEnv::SetDispMemberBtnInfoOfIncBtn(DWORD classID, DWORD btnID, bool di
 bool CModelEnv::SetDispEmpValBtnInfoOfBtnClass(DWORD classID, bool disp)
 {
     SModelItem* const item = FindItem(classID);
-    if (item == nullptr)
+    if (item == nullptr || item->isVirtual)
         return false;
     SModelBtn& empVal = item->btns.at(EMPVAL);
     item->displaysEmpVal = disp;
     SetReason(empVal, VISINFO_EMPVALNODISP, !disp);
     if (!disp) {
-        for (const DWORD spBtnID : item->ListSpecial(true)) {
-            if (item->btns.at(spBtnID).HasMember(EMPVAL))
-                RemoveMember(*item, spBtnID, EMPVAL);
-        }
+        for (const SModelBtnRef& ref : FindListing(*item, EMPVAL))
+            RemoveMember(items.at(ref.btnClassID), ref.btnID, EMPVAL);
         empVal.holders.clear();
+        empVal.outerHolders.clear();
         SetReason(empVal, VISINFO_SELCLLMEMBER | VISINFO_CNDCLLMEMBER | VISINFO_INCMEMBER, false);
     }
     CloseChange(*item, HasSelection());
@@ -358,15 +395,19 @@ bool CModelEnv::SetDispEmpValBtnInfoOfBtnClass(DWORD classID, bool disp)
 // value is no member.
 bool CModelEnv::AreAppropriateMembers(const SModelItem& item, DWORD spBtnID, const IDList& members) const
 {
+    const SModelItem* const itemOfMembers = FindItemOfMembers(item, spBtnID);
+    if (itemOfMembers == nullptr)
+        return false;
     for (const DWORD memberID : members) {
-        if (memberID == EMPVAL && !item.displaysEmpVal)
+        if (memberID == EMPVAL && !itemOfMembers->displaysEmpVal)
             return false;
         if (!SCBUICoreCom::IsSpBtn(memberID))
             continue;
-        const auto member = item.btns.find(memberID);
-        if (member == item.btns.end() || member->second.byCondition)
+        const auto member = itemOfMembers->btns.find(memberID);
+        if (member == itemOfMembers->btns.end() || member->second.byCondition)
             return false;
-        if (!item.btns.at(spBtnID).byCondition && Holds(item, memberID, spBtnID))
+        if (!item.btns.at(spBtnID).byCondition &&
+            Holds({itemOfMembers->classID, memberID}, {item.classID, spBtnID}))
             return false;
     }
     return true;
@@ -374,21 +415,22 @@ bool CModelEnv::AreAppropriateMembers(const SModelItem& item, DWORD spBtnID, con
 
 // Whether the button is, or holds at any depth, the one sought. What an ineffective button will return to
 // holds it too.
-bool CModelEnv::Holds(const SModelItem& item, DWORD spBtnID, DWORD soughtID) const
+bool CModelEnv::Holds(const SModelBtnRef& spBtn, const SModelBtnRef& sought) const
 {
-    std::set<DWORD> reached = {soughtID};
-    IDList pending = {soughtID};
+    BtnRefSet reached = {sought};
+    std::vector<SModelBtnRef> pending = {sought};
     while (!pending.empty()) {
-        const DWORD memberID = pending.back();
+        const SModelBtnRef member = pending.back();
         pending.pop_back();
-        for (const DWORD holderID : item.ListSpecial(true)) {
-            const bool holds = item.btns.at(holderID).HasMember(memberID) ||
-                               item.btns.at(memberID).holders.count(holderID) != 0;
-            if (holds && reached.insert(holderID).second)
-                pending.push_back(holderID);
+        const SModelItem& item = items.at(member.btnClassID);
+        BtnRefSet above = FindListing(item, member.btnID);
+        above.merge(GetHolders(item, member.btnID));
+        for (const SModelBtnRef& holder : above) {
+            if (reached.insert(holder).second)
+                pending.push_back(holder);
         }
     }
-    return reached.count(spBtnID) != 0;
+    return reached.count(spBtn) != 0;
 }
 
 // What follows for an ineffective button and its members waits until it takes part again; but those that list
@@ -402,22 +444,28 @@ void CModelEnv::ChangeMembers(SModelItem& item, DWORD spBtnID, const IDList& mem
     spBtn.members = members;
     if (spBtn.effective) {
         TakeMembers(item, spBtnID);
-        AdjustLiveMemberReason(item, {spBtnID});
+        AdjustLiveMemberReason({{item.classID, spBtnID}});
         return;
     }
-    for (const DWORD holderID : spBtn.holders) {
-        if (item.btns.at(holderID).effective)
-            AdjustLiveMemberReason(item, {holderID});
+    for (const SModelBtnRef& holder : GetHolders(item, spBtnID)) {
+        if (GetBtn(holder).effective)
+            AdjustLiveMemberReason({holder});
     }
 }
 
+// A member of a virtual inc button stays displayed.
 void CModelEnv::TakeMembers(SModelItem& item, DWORD spBtnID)
 {
     const SModelBtn& spBtn = item.btns.at(spBtnID);
+    SModelItem* const itemOfMembers = FindItemOfMembers(item, spBtnID);
     for (const DWORD memberID : spBtn.members) {
-        if (item.btns.count(memberID) == 0)
+        if (itemOfMembers->btns.count(memberID) == 0)
             continue;
-        SModelBtn& member = item.btns.at(memberID);
+        SModelBtn& member = itemOfMembers->btns.at(memberID);
+        if (SCBUICoreCom::IsVirIncBtn(spBtnID)) {
+            member.outerHolders.insert({item.classID, spBtnID});
+            continue;
+        }
         member.holders.insert(spBtnID);
         if (SCBUICoreCom::IsIncBtn(spBtnID))
             AdjustIncReason(item, member);
@@ -428,16 +476,20 @@ void CModelEnv::TakeMembers(SModelItem& item, DWORD spBtnID)
 
 void CModelEnv::LetMembersGo(SModelItem& item, DWORD spBtnID)
 {
+    const SModelItem* const itemOfMembers = FindItemOfMembers(item, spBtnID);
     for (const DWORD memberID : item.btns.at(spBtnID).members) {
-        if (item.btns.count(memberID) != 0)
+        if (itemOfMembers->btns.count(memberID) != 0)
             LetGo(item, spBtnID, memberID);
     }
 }
 
 void CModelEnv::LetGo(SModelItem& item, DWORD spBtnID, DWORD memberID)
 {
-    SModelBtn& member = item.btns.at(memberID);
-    member.holders.erase(spBtnID);
+    SModelItem& itemOfMembers = *FindItemOfMembers(item, spBtnID);
+    SModelBtn& member = itemOfMembers.btns.at(memberID);
+    ForgetHolder(member, itemOfMembers, {item.classID, spBtnID});
+    if (SCBUICoreCom::IsVirIncBtn(spBtnID))
+        return;
     if (SCBUICoreCom::IsIncBtn(spBtnID)) {
         AdjustIncReason(item, member);
         return;
@@ -460,26 +512,46 @@ void CModelEnv::AdjustIncReason(SModelItem& item, SModelBtn& member)
     SetReason(member, VISINFO_INCMEMBER, isHeld && !isDisplayed);
 }
 
-// Whether any member is alive, of these and of all above them. A member may be among them, so what was found
-// for it counts: they are asked again until none changes.
-void CModelEnv::AdjustLiveMemberReason(SModelItem& item, const std::set<DWORD>& spBtnIDs)
+// Whether any member is alive, of these and of all above them. A member may be among them, so members come
+// first.
+void CModelEnv::AdjustLiveMemberReason(const BtnRefSet& spBtns)
 {
-    const std::set<DWORD> concerned = item.WithHolders(spBtnIDs);
-    for (bool changed = true; changed;) {
-        changed = false;
-        for (const DWORD spBtnID : concerned) {
-            SModelBtn& spBtn = item.btns.at(spBtnID);
-            const unsigned int before = spBtn.visibleInfo;
-            const bool lives = std::any_of(spBtn.members.begin(), spBtn.members.end(), [&](DWORD memberID) {
-                const auto member = item.btns.find(memberID);
-                return member != item.btns.end() && (member->second.visibleInfo & VISINFO_MASK_NOTALIVE) == 0;
-            });
-            SetReason(spBtn, VISINFO_NOLIVEMEMBER, !lives);
-            if (lives && spBtn.effective) // through its member the limitation reaches it
-                SetReason(spBtn, VISINFO_LIMITEDREC, false);
-            changed = changed || spBtn.visibleInfo != before;
-        }
+    BtnRefSet pending = WithHolders(spBtns);
+    while (!pending.empty()) {
+        // There is one without members that are pending: none holds itself.
+        const auto next = std::find_if(pending.begin(), pending.end(), [&](const SModelBtnRef& ref) {
+            const SModelItem* const itemOfMembers = FindItemOfMembers(items.at(ref.btnClassID), ref.btnID);
+            return itemOfMembers == nullptr ||
+                   std::none_of(pending.begin(), pending.end(), [&](const SModelBtnRef& other) {
+                       return other.btnClassID == itemOfMembers->classID &&
+                              GetBtn(ref).HasMember(other.btnID);
+                   });
+        });
+        const SModelBtnRef ref = *next;
+        pending.erase(next);
+        SModelBtn& spBtn = GetBtn(ref);
+        const SModelItem* const itemOfMembers = FindItemOfMembers(items.at(ref.btnClassID), ref.btnID);
+        if (itemOfMembers == nullptr)
+            continue;
+        const bool lives = std::any_of(spBtn.members.begin(), spBtn.members.end(), [&](DWORD memberID) {
+            const auto member = itemOfMembers->btns.find(memberID);
+            return member != itemOfMembers->btns.end() &&
+                   (member->second.visibleInfo & VISINFO_MASK_NOTALIVE) == 0;
+        });
+        SetReason(spBtn, VISINFO_NOLIVEMEMBER, !lives);
+        if (lives && spBtn.effective) // through its member the limitation reaches it
+            SetReason(spBtn, VISINFO_LIMITEDREC, false);
     }
+}
+
+void CModelEnv::AdjustLiveMemberReasonOfAll()
+{
+    BtnRefSet all;
+    for (const auto& [classID, item] : items) {
+        for (const DWORD spBtnID : item.ListSpecial(true))
+            all.insert({classID, spBtnID});
+    }
+    AdjustLiveMemberReason(all);
 }
 
 // A member that goes away leaves the list; VISINFO_NOMEMBER stays as it was.
@@ -488,7 +560,7 @@ void CModelEnv::RemoveMember(SModelItem& item, DWORD spBtnID, DWORD memberID)
     SModelBtn& spBtn = item.btns.at(spBtnID);
     std::erase(spBtn.members, memberID);
     if (spBtn.effective)
-        AdjustLiveMemberReason(item, {spBtnID});
+        AdjustLiveMemberReason({{item.classID, spBtnID}});
 }
 
 // ---- What is to be seen
@@ -506,7 +578,7 @@ std::optional<IDList> CModelEnv::GetRootSpBtnIDListIncludingBtn(const SModelItem
         pending.pop_back();
         bool isHeld = false;
         for (const DWORD holderID : item.ListSpecial(includeIneffective)) {
-            if (!item.btns.at(holderID).HasMember(memberID))
+            if (SCBUICoreCom::IsVirIncBtn(holderID) || !item.btns.at(holderID).HasMember(memberID))
                 continue;
             isHeld = true;
             if (reached.insert(holderID).second)
@@ -518,21 +590,34 @@ std::optional<IDList> CModelEnv::GetRootSpBtnIDListIncludingBtn(const SModelItem
     return IDList(roots.begin(), roots.end());
 }
 
-std::set<DWORD> CModelEnv::GetSpBtnsThatTheBtnInfluences(const SModelItem& item, DWORD btnID,
-                                                         bool directOnly) const
+// Those of an item that takes no part are left out, with what is above them.
+BtnRefSet CModelEnv::GetSpBtnsThatTheBtnInfluences(const SModelItem& item, DWORD btnID, bool directOnly) const
 {
     if (item.btns.count(btnID) == 0)
         return {};
-    if (directOnly)
-        return item.btns.at(btnID).holders;
-    std::set<DWORD> above = item.WithHolders({btnID});
-    above.erase(btnID);
-    return above;
+    BtnRefSet influenced;
+    std::vector<SModelBtnRef> pending = {{item.classID, btnID}};
+    while (!pending.empty()) {
+        const SModelBtnRef ref = pending.back();
+        pending.pop_back();
+        for (const SModelBtnRef& holder : GetHolders(items.at(ref.btnClassID), ref.btnID)) {
+            if (holder.btnClassID != ref.btnClassID && !items.at(holder.btnClassID).effective)
+                continue;
+            if (influenced.insert(holder).second && !directOnly)
+                pending.push_back(holder);
+        }
+    }
+    return influenced;
 }
 
 std::optional<IDList> CModelEnv::GetDisplayedMembers(const SModelItem& item, const SModelBtn& spBtn) const
 {
     IDList displayed;
+    if (spBtn.refClassID != 0) {
+        displayed = spBtn.members;
+        std::sort(displayed.begin(), displayed.end());
+        return displayed;
+    }
     for (const DWORD memberID : spBtn.members) {
         const auto member = item.btns.find(memberID);
         if (member == item.btns.end())
@@ -561,6 +646,23 @@ void CModelEnv::ResetMembers(SModelItem& item)
         ResetMembersOfEffective(item);
 }
 
+// Of an item and of all that refer to it, each once.
+void CModelEnv::ResetMembersWithReferring(DWORD classID, std::set<DWORD>& visited)
+{
+    if (!hasSumMngr || !visited.insert(classID).second)
+        return;
+    ResetMembers(items.at(classID));
+    for (const auto& [otherID, other] : items) {
+        bool refers = false;
+        for (const DWORD spBtnID : other.ListSpecial(true)) {
+            const SModelBtn& spBtn = other.btns.at(spBtnID);
+            refers = refers || (spBtn.refClassID == classID && !spBtn.hasLostRef);
+        }
+        if (refers)
+            ResetMembersWithReferring(otherID, visited);
+    }
+}
+
 void CModelEnv::ResetMembersOfEffective(SModelItem& item)
 {
     for (const DWORD spBtnID : item.ListSpecial(false))
@@ -572,7 +674,9 @@ void CModelEnv::ResetMembers(SModelItem& item, DWORD spBtnID)
     SModelBtn& spBtn = item.btns.at(spBtnID);
     if (!spBtn.byCondition || !spBtn.cnd)
         return;
-    const std::optional<IDList> members = Evaluate(*spBtn.cnd, item.classID, item.ListDisplayedExpanded());
+    const SModelItem& itemOfMembers = *FindItemOfMembers(item, spBtnID);
+    const std::optional<IDList> members =
+        Evaluate(*spBtn.cnd, itemOfMembers.classID, itemOfMembers.ListDisplayedExpanded());
     if (!members || !AreAppropriateMembers(item, spBtnID, *members))
         return;
     ChangeMembers(item, spBtnID, *members);

@@ -15,6 +15,7 @@ struct STableWish
     DWORD maxRecCount = 60;
     DWORD maxFldCount = 8;
     DWORD number = 0;        // a field of numbers, one in so many beside those that come anyway; 0 for none
+    DWORD dates = 0;         // the same of dates or times
     DWORD minValueCount = 0; // of a first field that is a text; 0 for no such field
     bool mayBeTiny = true;   // no record at all, or one
 };
@@ -28,6 +29,11 @@ public:
     CModelTable(NSKZCore::CRandom& random, const STableWish& wish);
 
     const NSKZCore::CSourceDataMngr& GetSource() const { return source; }
+    // Other calendar criteria, now and then the same.
+    const SModelCriteria& ChangeCriteria(NSKZCore::CRandom& random);
+    // Another form of the data of a field: one in which many of its texts can be read as well, any, or the
+    // one in which they were written.
+    const SModelFld& ChangeDataForm(NSKZCore::CRandom& random, std::size_t position);
     const SModelTable& GetTexts() const { return texts; }
     // The table for a reader of a failed test.
     std::string Describe() const;
@@ -36,9 +42,11 @@ private:
     void AddFld(NSKZCore::CRandom& random, const STableWish& wish);
     void AddFldOfManyValues(NSKZCore::CRandom& random, DWORD minValueCount);
     void AddToSource(SModelFld& fld);
+    void SetCriteria(NSKZCore::CRandom& random);
 
     NSKZCore::CSourceDataMngr source;
     SModelTable texts;
+    std::vector<SModelFld> fldsAsMade; // without their texts
 };
 
 } // namespace NSKZ::Test

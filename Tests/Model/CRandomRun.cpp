@@ -3,6 +3,7 @@
 #include "CModelComparison.h"
 
 #include "INumCnd.h"
+#include "SCDispForm.h"
 #include "VCSpBtn.h"
 
 #include <algorithm>
@@ -91,8 +92,43 @@ DWORD CRandomRun::ChooseClassID()
         return std::vector<DWORD>{0, 999, 1000000001, 2000000001, 4294967295}[random.GetBelow(5)];
     // The class of before now and then, so that presses in it follow each other.
     if (lastClassID == 0 || random.IsOneOf(2))
-        lastClassID = 1 + random.GetBelow(static_cast<DWORD>(model.GetItems().size()));
+        lastClassID =
+            std::next(model.GetItems().begin(), random.GetBelow(static_cast<DWORD>(model.GetItems().size())))
+                ->first;
     return lastClassID;
+}
+
+template <class TIsWanted>
+DWORD CRandomRun::ChooseClassIDOf(const TIsWanted& isWanted)
+{
+    IDList wanted;
+    for (const auto& [classID, item] : model.GetItems()) {
+        if (isWanted(item))
+            wanted.push_back(classID);
+    }
+    return wanted.empty() || random.IsOneOf(25) ? ChooseClassID() : ChooseFrom(wanted);
+}
+
+DWORD CRandomRun::ChooseVirtualClassID()
+{
+    return ChooseClassIDOf([](const SModelItem& item) { return item.isVirtual; });
+}
+
+DWORD CRandomRun::ChooseRefClassID(DWORD classID)
+{
+    const bool virtualToo = random.IsOneOf(2);
+    const DWORD chosen = ChooseClassIDOf(
+        [&](const SModelItem& item) { return item.classID != classID && (virtualToo || !item.isVirtual); });
+    return chosen == 0 ? 1 : chosen;
+}
+
+DWORD CRandomRun::GetClassIDOfMembers(DWORD classID, DWORD btnID) const
+{
+    const auto found = model.GetItems().find(classID);
+    if (found == model.GetItems().end() || found->second.btns.count(btnID) == 0)
+        return classID;
+    const DWORD refClassID = found->second.btns.at(btnID).refClassID;
+    return refClassID == 0 ? classID : refClassID;
 }
 
 DWORD CRandomRun::ChooseBtnID(DWORD classID, bool select)
@@ -107,6 +143,8 @@ DWORD CRandomRun::ChooseBtnID(DWORD classID, bool select)
             return ChooseFrom(spBtnIDs);
     }
     IDList ids = found->second.ListAll();
+    if (ids.empty())
+        return SCBUICoreCom::BTN_ID_VIRINC_BEGIN;
     if (!HappensOneIn(leaning.hiddenBtn)) {
         const IDList better = select ? found->second.ListDisplayed() : found->second.ListSelected();
         if (!better.empty())
@@ -150,6 +188,14 @@ bool CRandomRun::Operate()
     }
     if (HappensOneIn(leaning.limitation))
         return Limit();
+    if (HappensOneIn(leaning.clearing)) {
+        ClearOfFixedSpec();
+        return true;
+    }
+    if (HappensOneIn(leaning.dates))
+        return OperateOnDates();
+    if (HappensOneIn(leaning.virtualItems))
+        return OperateOnVirtualItems();
     if (HappensOneIn(leaning.special))
         return OperateOnSpBtns();
     if (HappensOneIn(12))
@@ -233,9 +279,7 @@ bool CRandomRun::OperateSeldom()
             env->ClearAllBtnClassSelections();
             model.ClearAllBtnClassSelections();
         } else {
-            log.back() << "ClearOfFixedSpec";
-            env->ClearOfFixedSpec();
-            model.ClearOfFixedSpec();
+            ClearOfFixedSpec();
         }
         return true;
     case 9:
@@ -262,6 +306,13 @@ bool CRandomRun::OperateSeldom()
         model.SetMultiSelectionInfo(flag);
         return true;
     }
+}
+
+void CRandomRun::ClearOfFixedSpec()
+{
+    log.back() << "ClearOfFixedSpec";
+    env->ClearOfFixedSpec();
+    model.ClearOfFixedSpec();
 }
 
 // What was remembered of this environment, or a new invention.
@@ -324,7 +375,8 @@ bool CRandomRun::OperateOnSpBtns()
     const DWORD classID = ChooseClassID();
     const auto found = model.GetItems().find(classID);
     const bool hasMany =
-        found != model.GetItems().end() && found->second.ListSpecial(true).size() >= leaning.maxSpBtnCount;
+        found != model.GetItems().end() &&
+        found->second.ListSpecial(true).size() - found->second.groups.size() >= leaning.maxSpBtnCount;
     DWORD choice = random.GetBelow(leaning.creations + leaning.memberChanges + leaning.switches +
                                    leaning.destructions + leaning.conditionChanges + leaning.displayChanges);
     if (choice < leaning.creations)
@@ -351,6 +403,8 @@ DWORD CRandomRun::ChooseSpBtnID(DWORD classID, EWanted wanted)
         return std::vector<DWORD>{
             0, 1, 2, 3500000000, 4000000009, 4080000002, 4160000009}[random.GetBelow(7)];
     IDList spBtnIDs = found->second.ListSpecial(true);
+    if (!random.IsOneOf(4) && spBtnIDs.size() > found->second.groups.size())
+        std::erase_if(spBtnIDs, [&](DWORD spBtnID) { return found->second.IsManagedBySystem(spBtnID); });
     if (wanted != WANTED_ANY && !random.IsOneOf(8)) {
         IDList better = spBtnIDs;
         std::erase_if(better, [&](DWORD spBtnID) {
@@ -383,7 +437,7 @@ IDList CRandomRun::ChooseMembers(DWORD classID)
                 std::vector<DWORD>{0, 888888, 3000000001, 3500000000, 4000000009}[random.GetBelow(5)]);
         else if (!members.empty() && random.IsOneOf(12))
             members.push_back(ChooseFrom(members));
-        else
+        else if (!all.empty())
             members.push_back(ChooseFrom(all));
     }
     return members;
@@ -410,6 +464,8 @@ IDList CRandomRun::ChangeAFew(const SModelItem& item, const IDList& members)
         changed.erase(changed.begin() + random.GetBelow(static_cast<DWORD>(changed.size())));
     for (DWORD left = random.GetBelow(4); left > 0; --left) {
         const IDList spBtnIDs = item.ListSpecial(true);
+        if (item.btns.empty())
+            break;
         changed.push_back(!spBtnIDs.empty() && HappensOneIn(leaning.nesting) ? ChooseFrom(spBtnIDs)
                                                                              : ChooseFrom(item.ListAll()));
     }
@@ -439,8 +495,15 @@ bool CRandomRun::CreateSpBtn(DWORD classID)
         making.type = static_cast<SCBUICoreCom::EBtnType>(random.GetBelow(7));
     if (HappensOneIn(leaning.unknownID))
         making.method = static_cast<VCSpBtn::EMmbBtnSelMth>(random.GetBelow(4));
+    const auto found = model.GetItems().find(classID);
+    const bool isVirtual = found != model.GetItems().end() && found->second.isVirtual;
+    if (isVirtual ? !random.IsOneOf(4) : HappensOneIn(leaning.unknownID)) {
+        making.refClassID = ChooseRefClassID(classID);
+        if (!HappensOneIn(leaning.unknownID))
+            making.type = SCBUICoreCom::BTNTYPE_VIRINC;
+    }
 
-    const IDList members = ChooseMembers(classID);
+    const IDList members = ChooseMembers(making.refClassID == 0 ? classID : making.refClassID);
     const SModelCnd cnd = ChooseCnd();
     if (!random.IsOneOf(15))
         making.members = &members;
@@ -456,6 +519,8 @@ bool CRandomRun::CreateSpBtn(DWORD classID)
 
     log.back() << "CreateSpBtn " << classID << " type " << making.type << " method " << making.method;
     log.back() << (making.name == nullptr ? " (null)" : " \"" + name + '"');
+    if (making.refClassID != 0)
+        log.back() << " of class " << making.refClassID;
     if (making.members != nullptr)
         Log(members);
     if (making.cnd != nullptr)
@@ -465,8 +530,12 @@ bool CRandomRun::CreateSpBtn(DWORD classID)
     DWORD idOfModel = UNTOUCHED;
     const NSKZCore::CBasicBtnCnd madeCnd = cnd.Make();
     making.from = VCSpBtn::GetPresentTime();
-    const DWORD result = env->CreateSpBtn(idOfEnv, classID, making.type, making.name, making.method,
-                                          making.members, making.cnd != nullptr ? &madeCnd : nullptr);
+    const NSKZCore::IBtnCnd* const cndOfEnv = making.cnd != nullptr ? &madeCnd : nullptr;
+    const DWORD result = making.refClassID == 0
+                             ? env->CreateSpBtn(idOfEnv, classID, making.type, making.name, making.method,
+                                                making.members, cndOfEnv)
+                             : env->CreateSpBtn(idOfEnv, classID, making.type, making.name, making.method,
+                                                making.members, cndOfEnv, making.refClassID);
     making.until = VCSpBtn::GetPresentTime();
     const bool agrees = Gives(result, model.CreateSpBtn(idOfModel, classID, making));
     log.back() << " button";
@@ -495,10 +564,13 @@ bool CRandomRun::SwitchSpBtn(DWORD classID)
 bool CRandomRun::ChangeMembers(DWORD classID)
 {
     const DWORD btnID = ChooseSpBtnID(classID, WANTED_BY_LIST);
-    IDList members = ChooseMembers(classID);
+    const DWORD classIDOfMembers = GetClassIDOfMembers(classID, btnID);
+    IDList members = ChooseMembers(classIDOfMembers);
     const auto found = model.GetItems().find(classID);
-    if (found != model.GetItems().end() && found->second.btns.count(btnID) != 0 && random.IsOneOf(2))
-        members = ChangeAFew(found->second, found->second.btns.at(btnID).members);
+    const auto ofMembers = model.GetItems().find(classIDOfMembers);
+    if (found != model.GetItems().end() && ofMembers != model.GetItems().end() &&
+        found->second.btns.count(btnID) != 0 && random.IsOneOf(2))
+        members = ChangeAFew(ofMembers->second, found->second.btns.at(btnID).members);
     log.back() << "SetMemberBtnIDListOfSpBtn " << classID << ' ' << btnID;
     Log(members);
     return Gives(env->SetMemberBtnIDListOfSpBtn(classID, btnID, members),
@@ -537,6 +609,203 @@ bool CRandomRun::ChangeDisplay(DWORD classID)
     log.back() << "SetDispMemberBtnInfoOfIncBtn " << classID << ' ' << btnID << ' ' << disp;
     return Says(env->SetDispMemberBtnInfoOfIncBtn(classID, btnID, disp),
                 model.SetDispMemberBtnInfoOfIncBtn(classID, btnID, disp));
+}
+
+// ---- Dates and times
+
+namespace {
+
+// Patterns of dates and of times, and what is no pattern.
+constexpr const char* PATTERNS[] = {
+    "{yyyy}",    "{yy}-{mm}",       "{ggg}{E}",         "{g}{e}/{m}", "{m}/{d}", "{yyyy} {d}",
+    "{d}",       "{ggg}{e} {yyyy}", "{gg}{ee}{mm}{dd}", "nothing",    "{m",      "{h}",
+    "{hh}:{nn}", "{ap}{h12}",       "{AM/PM}",          "{n}:{s}",    "{s}",     "{ap}{h12}:{nn}"};
+
+template <class TForm>
+void LogForm(std::ostream& log, const TForm& form)
+{
+    log << form.kind << " form " << form.form << " \"" << std::string(form.optionalForm, 10).c_str() << '"';
+}
+
+} // namespace
+
+bool CRandomRun::OperateOnDates()
+{
+    switch (random.GetBelow(6)) {
+    case 0:
+        return ChangeCriteria();
+    case 1:
+        return random.IsOneOf(2) ? ChangeDataForm() : ChangeCriteria();
+    default: {
+        const DWORD classID = ChooseClassIDOf([](const SModelItem& item) { return item.IsOfDates(); });
+        const auto found = model.GetItems().find(classID);
+        const bool isTime = found != model.GetItems().end() &&
+                            found->second.type == NSKZCore::SCDeclareConstant::DATATYPE_TIME;
+        return isTime == !HappensOneIn(leaning.unknownID) ? SetTimeForm(classID) : SetDateForm(classID);
+    }
+    }
+}
+
+bool CRandomRun::SetDateForm(DWORD classID)
+{
+    constexpr DWORD UNSETTING = NSKZCore::SCDeclareConstant::UNSETTING;
+    const auto named = NSKZCore::SCDispForm::GetDateForms();
+    const auto& chosen = named[random.GetBelow(static_cast<DWORD>(named.size()))];
+    NSKZCore::SCDeclareConstant::SDateDispForm form;
+    form.kind = chosen.kind;
+    form.form = chosen.form;
+    form.option = chosen.option;
+    form.SetOptionalForm(chosen.optionalForm);
+    if (random.IsOneOf(8)) {
+        form.kind = 5;
+        form.SetOptionalForm(PATTERNS[random.GetBelow(std::size(PATTERNS))]);
+    }
+    if (random.IsOneOf(8))
+        form.kind = random.GetBelow(8);
+    if (random.IsOneOf(12))
+        form.form = random.GetBelow(410);
+    if (random.IsOneOf(12))
+        form.option = random.GetBelow(4);
+    if (random.IsOneOf(40))
+        form.kind = UNSETTING - random.GetBelow(3);
+    if (random.IsOneOf(40))
+        form.form = UNSETTING - random.GetBelow(3);
+    if (random.IsOneOf(40))
+        form.option = UNSETTING - random.GetBelow(3);
+    if (random.IsOneOf(40))
+        std::fill(std::begin(form.optionalForm), std::end(form.optionalForm), 'x');
+    log.back() << "SetDispFormOfDateBtnClass " << classID << " kind ";
+    LogForm(log.back(), form);
+    log.back() << " option " << form.option;
+    CModelEnv::SMoment moment = Begin();
+    const bool result = env->SetDispFormOfDateBtnClass(classID, form);
+    End(moment);
+    return Says(result, model.SetDispForm(classID, form, moment));
+}
+
+bool CRandomRun::SetTimeForm(DWORD classID)
+{
+    constexpr DWORD UNSETTING = NSKZCore::SCDeclareConstant::UNSETTING;
+    const auto named = NSKZCore::SCDispForm::GetTimeForms();
+    const auto& chosen = named[random.GetBelow(static_cast<DWORD>(named.size()))];
+    NSKZCore::SCDeclareConstant::STimeDispForm form;
+    form.kind = chosen.kind;
+    form.form = chosen.form;
+    form.SetOptionalForm(chosen.optionalForm);
+    if (random.IsOneOf(5)) {
+        form.kind = 3;
+        form.SetOptionalForm(PATTERNS[random.GetBelow(std::size(PATTERNS))]);
+    }
+    if (random.IsOneOf(8))
+        form.kind = random.GetBelow(6);
+    if (random.IsOneOf(6))
+        form.form = random.GetBelow(17);
+    if (random.IsOneOf(40))
+        form.kind = UNSETTING - random.GetBelow(3);
+    if (random.IsOneOf(40))
+        form.form = UNSETTING - random.GetBelow(3);
+    if (random.IsOneOf(40))
+        std::fill(std::begin(form.optionalForm), std::end(form.optionalForm), 'x');
+    log.back() << "SetDispFormOfTimeBtnClass " << classID << " kind ";
+    LogForm(log.back(), form);
+    CModelEnv::SMoment moment = Begin();
+    const bool result = env->SetDispFormOfTimeBtnClass(classID, form);
+    End(moment);
+    return Says(result, model.SetDispForm(classID, form, moment));
+}
+
+bool CRandomRun::ChangeCriteria()
+{
+    const SModelCriteria& criteria = table.ChangeCriteria(random);
+    log.back() << "AdjstAccordingToChangeDateCriterionInfo: start month " << criteria.startMonth
+               << ", cut-off day " << criteria.cutOffDate << ", weeks from " << criteria.firstDayOfWeek;
+    CModelEnv::SMoment moment = Begin();
+    const bool result = env->AdjstAccordingToChangeDateCriterionInfo();
+    End(moment);
+    model.ChangeCriteria(criteria, moment);
+    return Says(result, true);
+}
+
+// Of some fields, of items of dates and others.
+bool CRandomRun::ChangeDataForm()
+{
+    log.back() << "AdjstAccordingToChangeFldDataForm";
+    std::vector<SModelFld> changed;
+    IDList fldIDs;
+    for (std::size_t position = 0; position < table.GetTexts().flds.size(); ++position) {
+        if (random.IsOneOf(2))
+            continue;
+        const SModelFld& fld = table.ChangeDataForm(random, position);
+        changed.push_back(fld);
+        fldIDs.push_back(fld.fldID);
+        log.back() << " field " << fld.fldID << " form " << fld.dateTypeInfo.form << " or "
+                   << fld.timeTypeInfo.form;
+    }
+    if (HappensOneIn(leaning.unknownID))
+        fldIDs.push_back(777);
+    CModelEnv::SMoment moment = Begin();
+    const bool result =
+        env->AdjstAccordingToChangeFldDataForm(fldIDs.data(), static_cast<unsigned int>(fldIDs.size()));
+    End(moment);
+    model.ChangeDataForm(changed, moment);
+    return Says(result, true);
+}
+
+// ---- Virtual items
+
+bool CRandomRun::OperateOnVirtualItems()
+{
+    const auto isVirtual = [](const auto& entry) { return entry.second.isVirtual; };
+    const auto count =
+        static_cast<DWORD>(std::count_if(model.GetItems().begin(), model.GetItems().end(), isVirtual));
+    if (count == 0 || (count < leaning.maxVirtualCount && random.IsOneOf(3)))
+        return CreateVirtualItem();
+    const DWORD classID = ChooseVirtualClassID();
+    if (HappensOneIn(leaning.classDestruction)) {
+        log.back() << "DestroyVirBtnClass " << classID;
+        return Says(env->DestroyVirBtnClass(classID), model.DestroyVirBtnClass(classID));
+    }
+    if (random.IsOneOf(6)) {
+        const std::string name = ChooseName(classID);
+        const char* const given = random.IsOneOf(8) ? nullptr : name.c_str();
+        log.back() << "SetNameOfVirBtnClass " << classID << " \"" << name << '"'
+                   << (given == nullptr ? " (null)" : "");
+        return Says(env->SetNameOfVirBtnClass(classID, given), model.SetNameOfVirBtnClass(classID, given));
+    }
+    const auto found = model.GetItems().find(classID);
+    if (random.IsOneOf(3) && found != model.GetItems().end()) {
+        const bool effective = random.IsOneOf(6) ? found->second.effective : !found->second.effective;
+        log.back() << "SetEffectiveInfoOfVirBtnClass " << classID << ' ' << effective;
+        return Says(env->SetEffectiveInfoOfVirBtnClass(classID, effective),
+                    model.SetEffectiveInfoOfVirBtnClass(classID, effective));
+    }
+    const bool hasMany =
+        found != model.GetItems().end() && found->second.btns.size() >= leaning.maxSpBtnCount;
+    return hasMany ? ChangeMembers(classID) : CreateSpBtn(classID);
+}
+
+bool CRandomRun::CreateVirtualItem()
+{
+    const bool common = random.IsOneOf(2);
+    const std::string name = ChooseName(0);
+    const char* const given = random.IsOneOf(8) ? nullptr : name.c_str();
+    log.back() << "CreateVirBtnClass \"" << name << '"' << (given == nullptr ? " (null) " : " ") << common;
+    constexpr DWORD UNTOUCHED = 12345;
+    DWORD idOfEnv = UNTOUCHED;
+    DWORD idOfModel = UNTOUCHED;
+    const DWORD result = env->CreateVirBtnClass(given, common, idOfEnv);
+    const bool agrees = Gives(result, model.CreateVirBtnClass(given, common, idOfModel));
+    log.back() << " class";
+    return Gives(idOfEnv, idOfModel) && agrees;
+}
+
+// That of another item or its own, none, a new one.
+std::string CRandomRun::ChooseName(DWORD classID)
+{
+    const auto found = model.GetItems().find(random.IsOneOf(2) ? classID : ChooseClassID());
+    if (found != model.GetItems().end() && random.IsOneOf(4))
+        return found->second.isVirtual ? found->second.name : model.FindFld(found->second.fldID)->name;
+    return "virtual " + std::to_string(random.GetBelow(9));
 }
 
 } // namespace NSKZ::Test

@@ -43,6 +43,12 @@ struct SLeaning
     DWORD destructions = 2;
     DWORD conditionChanges = 3;
     DWORD displayChanges = 3;
+
+    DWORD dates = 40;           // a change of display form, calendar criteria or data form
+    DWORD virtualItems = 40;    // an operation on virtual items
+    DWORD maxVirtualCount = 3;  // a count
+    DWORD classDestruction = 4; // of the operations on virtual items
+    DWORD clearing = 400;       // of what users fixed
 };
 
 // One environment with its model, and what was done to both.
@@ -63,6 +69,7 @@ private:
     bool Press();
     bool Limit();
     bool OperateSeldom();
+    void ClearOfFixedSpec();
     bool RestoreSelection();
     bool SetAlias(DWORD classID);
 
@@ -74,12 +81,31 @@ private:
     bool ChangeCnd(DWORD classID);
     bool ChangeDisplay(DWORD classID);
 
+    bool OperateOnDates();
+    bool SetDateForm(DWORD classID);
+    bool SetTimeForm(DWORD classID);
+    bool ChangeCriteria();
+    bool ChangeDataForm();
+    bool OperateOnVirtualItems();
+    bool CreateVirtualItem();
+    std::string ChooseName(DWORD classID);
+
     bool Says(bool envSays, bool modelSays);
     // The same for the value of an enumeration.
     bool Gives(DWORD envGives, DWORD modelGives);
     bool HappensOneIn(DWORD times) { return times != 0 && random.IsOneOf(times); }
     DWORD ChooseFrom(const IDList& ids) { return ids[random.GetBelow(static_cast<DWORD>(ids.size()))]; }
     DWORD ChooseClassID();
+    // Mostly one of that kind, if there is one.
+    template <class TIsWanted>
+    DWORD ChooseClassIDOf(const TIsWanted& isWanted);
+    DWORD ChooseVirtualClassID();
+    // An item for the members of a virtual inc button.
+    DWORD ChooseRefClassID(DWORD classID);
+    // The item of the members of a special button.
+    DWORD GetClassIDOfMembers(DWORD classID, DWORD btnID) const;
+    CModelEnv::SMoment Begin() const { return {NSKZCore::VCSpBtn::GetPresentTime(), 0}; }
+    void End(CModelEnv::SMoment& moment) const { moment.until = NSKZCore::VCSpBtn::GetPresentTime(); }
     DWORD ChooseBtnID(DWORD classID, bool select);
     IDList ChooseBtnIDs(DWORD classID, bool select);
     enum EWanted

@@ -15,9 +15,9 @@ using NSKZCore::CBUIDataMngr;
 using NSKZCore::CRandom;
 
 #ifdef KZC_SANITIZED
-constexpr DWORD OPERATIONS_OF_A_TEST = 5000;
+constexpr DWORD OPERATIONS_OF_A_TEST = 3000;
 #else
-constexpr DWORD OPERATIONS_OF_A_TEST = 100000;
+constexpr DWORD OPERATIONS_OF_A_TEST = 60000;
 #endif
 
 void RunOperations(const SLeaning& leaning, DWORD operationCount = OPERATIONS_OF_A_TEST)
@@ -237,6 +237,129 @@ TEST(RandomOperations, AgreeWithTheModelOnSpecialButtonsOfHundredsOfMembers)
     leaning.nesting = 4;
     leaning.condition = 10;
     leaning.memberChanges = 12;
+    leaning.operationsOfATable = 100;
+    RunOperations(leaning, OPERATIONS_OF_A_TEST / 50);
+}
+
+// Items of dates and times, whose groups come and go.
+SLeaning LeanToDates()
+{
+    SLeaning leaning;
+    leaning.table.maxRecCount = 40;
+    leaning.table.maxFldCount = 3;
+    leaning.table.number = 4;
+    leaning.table.dates = 2;
+    leaning.table.mayBeTiny = false;
+    leaning.operationsOfATable = 120;
+    leaning.limitation = 60;
+    leaning.unknownID = 150;
+    leaning.dates = 3;
+    leaning.special = 4;
+    leaning.virtualItems = 60;
+    return leaning;
+}
+
+TEST(RandomOperations, AgreeWithTheModelOnGroupsOfDates)
+{
+    SLeaning leaning = LeanToDates();
+    RunOperations(leaning);
+}
+
+TEST(RandomOperations, AgreeWithTheModelOnPressesOfGroupsOfDates)
+{
+    SLeaning leaning = LeanToDates();
+    leaning.dates = 10;
+    leaning.special = 10;
+    leaning.spBtnPress = 2;
+    leaning.limitation = 15;
+    RunOperations(leaning, OPERATIONS_OF_A_TEST / 2);
+}
+
+TEST(RandomOperations, AgreeWithTheModelOnGroupsOfDatesWithinSpecialButtons)
+{
+    SLeaning leaning = LeanToDates();
+    leaning.special = 2;
+    leaning.dates = 6;
+    leaning.nesting = 2;
+    leaning.virtualItems = 8;
+    leaning.operationsOfATable = 250;
+    RunOperations(leaning, OPERATIONS_OF_A_TEST / 2);
+}
+
+// A few items and virtual ones over them and each other.
+SLeaning LeanToVirtualItems()
+{
+    SLeaning leaning = LeanToSpecialBtns();
+    leaning.table.maxRecCount = 20;
+    leaning.table.maxFldCount = 2;
+    leaning.virtualItems = 4;
+    leaning.maxVirtualCount = 4;
+    leaning.classDestruction = 12;
+    leaning.dates = 30;
+    leaning.maxSpBtnCount = 6;
+    return leaning;
+}
+
+TEST(RandomOperations, AgreeWithTheModelOnVirtualItemsUnderPresses)
+{
+    SLeaning leaning = LeanToVirtualItems();
+    leaning.special = 6;
+    leaning.virtualItems = 12;
+    leaning.spBtnPress = 2;
+    leaning.limitation = 15;
+    RunOperations(leaning);
+}
+
+TEST(RandomOperations, AgreeWithTheModelOnVirtualItemsWithinEachOther)
+{
+    SLeaning leaning = LeanToVirtualItems();
+    leaning.nesting = 2;
+    leaning.condition = 12;
+    leaning.memberChanges = 10;
+    leaning.classDestruction = 30;
+    RunOperations(leaning);
+}
+
+TEST(RandomOperations, AgreeWithTheModelOnVirtualItemsThatComeAndGo)
+{
+    SLeaning leaning = LeanToVirtualItems();
+    leaning.nesting = 2;
+    leaning.condition = 8;
+    leaning.switches = 10;
+    leaning.destructions = 4;
+    leaning.classDestruction = 4;
+    RunOperations(leaning);
+}
+
+TEST(RandomOperations, AgreeWithTheModelOnMembersByConditionOfVirtualItems)
+{
+    SLeaning leaning = LeanToVirtualItems();
+    leaning.table.number = 2;
+    leaning.special = 4;
+    leaning.condition = 2;
+    leaning.conditionChanges = 8;
+    RunOperations(leaning, OPERATIONS_OF_A_TEST / 2);
+}
+
+TEST(RandomOperations, AgreeWithTheModelOnVirtualItemsAfterClearingWhatUsersFixed)
+{
+    SLeaning leaning = LeanToVirtualItems();
+    leaning.nesting = 2;
+    leaning.clearing = 20;
+    leaning.condition = 8;
+    RunOperations(leaning, OPERATIONS_OF_A_TEST / 2);
+}
+
+TEST(RandomOperations, AgreeWithTheModelOnVirtualItemsOverHundredsOfButtons)
+{
+    SLeaning leaning = LeanToVirtualItems();
+    leaning.table.minValueCount = 450;
+    leaning.table.maxRecCount = 600;
+    leaning.nesting = 4;
+    leaning.condition = 10;
+    leaning.memberChanges = 12;
+    leaning.limitation = 20;
+    leaning.clearing = 25;
     leaning.operationsOfATable = 100;
     RunOperations(leaning, OPERATIONS_OF_A_TEST / 50);
 }
