@@ -788,6 +788,24 @@ TEST_F(CVirBtnClassTest, ASpecialMemberThatIsGoneAddsNothingAndComesBackWithItsI
     EXPECT_EQ(Members(*common, group), List({4}));
 }
 
+TEST_F(CVirBtnClassTest, AConditionButtonOfAnAwaitedIdentifierIsNotTheOneAwaited)
+{
+    const List noMembers;
+    DWORD fold = 0;
+    ASSERT_EQ(shop->CreateCllBtn("fold", SELECT, &noMembers, nullptr, fold), Class::CREATESPBTN_OK);
+    const DWORD group = Make(*common, *shop, {fold, 4});
+    const DWORD asleep = Make(*common, *shop, {fold, 3});
+    EXPECT_TRUE(common->SetEffectiveInfoOfSpBtn(asleep, false));
+    shop->ClearOfFixedSpec();
+    common->ClearOfFixedSpec();
+    EXPECT_EQ(Members(*common, group), List({fold, 4}));
+    EXPECT_EQ(MakeCndCll(*shop, {2}), fold);
+    EXPECT_EQ(Members(*common, group), List({4})); // a button with a condition is a member of none
+    EXPECT_EQ(Members(*common, asleep), List({3}));
+    EXPECT_EQ(OuterHolders(*shop, fold), std::vector<SBtnClassIDAndBtnID>());
+    EXPECT_EQ(Recs(*common, group), List({4, 5}));
+}
+
 TEST_F(CVirBtnClassTest, ACopyHasCloneButtonsThatAreBoundToNoClassYet)
 {
     const DWORD group = Make(*fixed, *shop, {2, 3}, "group");

@@ -412,9 +412,17 @@ void VCBtnClass::LinkToAwaitingOuterSpBtns(const VCSpBtn& member)
         if (!btnClass->hasAbsentSpMembers)
             continue;
         for (const auto& [btnID, spBtn] : btnClass->spBtnOfID) {
-            if (spBtn->effective && btnClass->GetBtnClassOfMembers(*spBtn) == this &&
-                spBtn->HasMember(member.id))
+            if (btnClass->GetBtnClassOfMembers(*spBtn) != this || !spBtn->HasMember(member.id))
+                continue;
+            if (member.mmbBtnSelMth == VCSpBtn::MMBBTNSELMTH_CONDITION) {
+                // A button with a condition is a member of none: what they waited for does not come back.
+                std::erase(spBtn->mmbBtnIDList, member.id);
+                spBtn->isRowOutdated = true;
+                if (!IsSpBtnWithRpLink(spBtn))
+                    (*rpLink)->DeleteBtn(btnClass->id, btnID);
+            } else if (spBtn->effective) {
                 awaiting.emplace_back(btnClass, spBtn);
+            }
         }
     }
     if (awaiting.empty())
