@@ -649,4 +649,39 @@ TEST(CBUIDataMngr_VirBtnClass, ExhaustedMemoryNeverBreaksTheEnvironment)
     }
 }
 
+TEST(CBUIDataMngr_VirBtnClass, AClassThatCouldNotBeDestroyedIsWhole)
+{
+    // At one of these the list of released identifiers has to grow.
+    int failures = 0;
+    for (const DWORD releasedCount : {126u, 127u, 128u}) {
+        const DWORD last = FIXED + releasedCount;
+        failures += FailEveryAllocation(
+            [=] {
+                auto made = std::make_unique<SEnv>();
+                for (DWORD i = 0; i <= releasedCount; ++i)
+                    made->MakeClass(("class " + std::to_string(i)).c_str());
+                made->Make(last, SHOP, {2, 3});
+                for (DWORD i = 0; i < releasedCount; ++i)
+                    made->env.DestroyVirBtnClass(FIXED + i);
+                return made;
+            },
+            [=](const auto& made) { made->env.DestroyVirBtnClass(last); },
+            [=](const auto& made) {
+                std::set<SBtnClassIDAndBtnID> holders;
+                made->env.GetSpBtnIDListThatTheSpecifiedBtnInfluences(SHOP, 2, holders, true);
+                if (made->env.ExistBtnClass(last)) {
+                    EXPECT_EQ(holders, (std::set<SBtnClassIDAndBtnID>{{last, VIR}}));
+                    EXPECT_EQ(made->Recs(last, VIR), List({0, 1, 2, 3}));
+                } else {
+                    EXPECT_TRUE(holders.empty());
+                }
+                const DWORD freeCount = releasedCount + (made->env.ExistBtnClass(last) ? 0 : 1);
+                for (DWORD i = 0; i <= freeCount; ++i)
+                    made->MakeClass(("new class " + std::to_string(i)).c_str());
+                EXPECT_TRUE(made->env.ExistBtnClass(last + 1)); // each released one was given out once
+            });
+    }
+    EXPECT_GT(failures, 0);
+}
+
 } // namespace

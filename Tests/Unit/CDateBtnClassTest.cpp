@@ -611,14 +611,14 @@ TEST(CDateBtnClass, TheEmptyValueNeedsARecordToBeListed)
     EXPECT_EQ(fixture.GetNameOrder(ALL), List({2, 1}));
 }
 
-TEST(CDateBtnClass, AButtonThatComesBackStandsBehindItsEquals)
+TEST(CDateBtnClass, AButtonThatComesBackStandsAmongItsEqualsByIdentifier)
 {
     CFixture fixture;
     fixture.Add({"2024-7-1", "2024-07-01", "x", "y"});
     fixture.Delete(0, 1);
     EXPECT_EQ(fixture.GetNameOrder(ALL), List({3, 4, 5}));
     fixture.Add({"2024-7-1"});
-    EXPECT_EQ(fixture.GetNameOrder(), List({3, 2, 4, 5}));
+    EXPECT_EQ(fixture.GetNameOrder(), List({2, 3, 4, 5}));
 }
 
 TEST(CDateBtnClass, AnAliasCountsFromTheNextComingOfTheButton)

@@ -614,9 +614,9 @@ TEST_F(CVirBtnClassTest, WhenTheOtherClassGoesItsGroupsStayBehindIneffectiveAndE
         EXPECT_EQ(fixed->AddMemberBtnIDListOfSpBtn(btnID, 2), Class::OPEMMBBTN_BADMEMBER);
         std::set<SBtnClassIDAndBtnID> minimum;
         EXPECT_FALSE(fixed->GetMinimumMemberBtnIDListOfSpBtn(btnID, minimum));
-        DWORD refID = 0;
+        DWORD refID = 4711;
         EXPECT_TRUE(fixed->GetRefBtnClassIDOfVirIncBtn(btnID, refID));
-        EXPECT_EQ(refID, SHOP);
+        EXPECT_EQ(refID, SCBUICoreCom::BTNCLS_ID_UNSETTING);
     }
     EXPECT_EQ(Members(*second, top), List());
     EXPECT_EQ(Recs(*second, top), List());
@@ -657,6 +657,31 @@ TEST_F(CVirBtnClassTest, ASleepingMemberForgetsAClassThatGoes)
     EXPECT_EQ(Members(*fixed, group), List({4}));
 }
 
+TEST_F(CVirBtnClassTest, AGroupWhoseClassIsGoneIsNoneOfTheNextClassOfThatIdentifier)
+{
+    const DWORD left = Make(*second, *fixed, {});
+    fixed->Release();
+    fixed = std::make_unique<CVirBtnClass>(FIXED, "another of that identifier", rpLink);
+    const DWORD group = Make(*second, *fixed, {});
+    EXPECT_EQ(second->GetRefCount(FIXED), 1u);
+    EXPECT_FALSE(second->SetEffectiveInfoOfSpBtn(left, true));
+    EXPECT_TRUE(second->DestroyVirIncBtn(left));
+    EXPECT_EQ(second->GetRefCount(FIXED), 1u);
+    EXPECT_EQ(Referring(*fixed), List({FIXED + 1}));
+    EXPECT_TRUE(second->DestroyVirIncBtn(group));
+    EXPECT_EQ(Referring(*fixed), List());
+}
+
+TEST_F(CVirBtnClassTest, WhatHoldsAnIneffectiveGroupLearnsThatItsClassIsGone)
+{
+    const DWORD group = Make(*fixed, *shop, {2});
+    EXPECT_TRUE(fixed->SetEffectiveInfoOfSpBtn(group, false));
+    const DWORD outer = Make(*second, *fixed, {group});
+    EXPECT_EQ(Why(*second, outer), 0u); // being ineffective alone is no reason
+    shop->LetReferringClassesGo();
+    EXPECT_EQ(Why(*second, outer), VISINFO_NOLIVEMEMBER);
+}
+
 TEST_F(CVirBtnClassTest, AClassThatGoesWithoutAWordLeavesNoPointerBehind)
 {
     const DWORD group = Make(*fixed, *shop, {2});
@@ -686,6 +711,23 @@ TEST_F(CVirBtnClassTest, ReleaseUnbindsBothDirections)
     EXPECT_EQ(Members(*second, outer), List());
 }
 
+TEST_F(CVirBtnClassTest, AnIneffectiveButtonReturnsToNoButtonOfAClassThatIsGone)
+{
+    const DWORD inc = MakeInc(*shop, {2, 3});
+    const DWORD group = Make(*fixed, *shop, {inc, 4});
+    EXPECT_TRUE(shop->SetEffectiveInfoOfSpBtn(inc, false));
+    EXPECT_EQ(OuterHolders(*shop, inc), std::vector<SBtnClassIDAndBtnID>({{FIXED, group}}));
+    fixed->Release();
+    EXPECT_EQ(OuterHolders(*shop, inc), std::vector<SBtnClassIDAndBtnID>());
+    fixed = std::make_unique<CVirBtnClass>(FIXED, "another of that identifier", rpLink);
+    TCBtnIDAssArr<DWORD> counts;
+    fixed->AddRecs(0, 6, nullptr, nullptr, counts);
+    EXPECT_EQ(Make(*fixed, *shop, {4}), group);
+    EXPECT_TRUE(shop->SetEffectiveInfoOfSpBtn(inc, true));
+    EXPECT_EQ(Members(*fixed, group), List({4}));
+    EXPECT_EQ(Recs(*fixed, group), List({4, 5}));
+}
+
 TEST_F(CVirBtnClassTest, ClearedOfFixedThingsAFixedClassIsEmptyAndACommonOneStays)
 {
     const DWORD inFixed = Make(*fixed, *shop, {2});
@@ -708,6 +750,23 @@ TEST_F(CVirBtnClassTest, ClearedOfFixedThingsAFixedClassIsEmptyAndACommonOneStay
     EXPECT_STREQ(common->GetName(), "common");
     EXPECT_EQ(common->GetRefCount(SHOP), 2u);
     EXPECT_EQ(inFixed, VIR);
+}
+
+TEST_F(CVirBtnClassTest, AnIneffectiveClassWaitsForNothingThatWentWithTheFixedThings)
+{
+    const DWORD group = Make(*fixed, *shop, {2});
+    const DWORD inCommon = Make(*common, *shop, {2});
+    EXPECT_TRUE(shop->SetEffective(false));
+    shop->ClearOfFixedSpec(); // before the others, as the environment does
+    common->ClearOfFixedSpec();
+    fixed->ClearOfFixedSpec();
+    EXPECT_EQ(shop->ineffectiveOuterSpBtns, (std::set<SBtnClassIDAndBtnID>{{COMMON, inCommon}}));
+    fixed = std::make_unique<CVirBtnClass>(FIXED, "another of that identifier", rpLink);
+    EXPECT_EQ(Make(*fixed, *shop, {3}), group);
+    EXPECT_TRUE(fixed->SetEffectiveInfoOfSpBtn(group, false));
+    EXPECT_TRUE(shop->SetEffective(true));
+    EXPECT_FALSE(fixed->ExistTheBtn(group));
+    EXPECT_TRUE(common->ExistTheBtn(inCommon));
 }
 
 TEST_F(CVirBtnClassTest, ASpecialMemberThatIsGoneAddsNothingAndComesBackWithItsIdentifier)
@@ -801,6 +860,30 @@ TEST(CVirBtnClass, ExhaustedMemoryInAnyChangeLeavesAllClassesAsTheyWere)
             [&before](const auto& classes) { EXPECT_EQ(classes->Describe(), before); });
         EXPECT_GT(failures, 0);
     }
+}
+
+TEST(CVirBtnClass, AClassThatCouldNotBeMadeIneffectiveAtOnceStillSwitchesAllBackOn)
+{
+    const int failures = FailEveryAllocation(
+        [] {
+            auto made = std::make_unique<SClasses>();
+            for (const DWORD member : {2, 3, 4}) {
+                const DWORD group = SClasses::Make(*made->fixed, *made->shop, {member});
+                SClasses::Make(*made->second, *made->fixed, {group}); // what is above needs memory
+            }
+            return made;
+        },
+        [](const auto& made) { made->shop->SetEffective(false); },
+        [](const auto& made) {
+            EXPECT_TRUE(made->shop->IsEffective());
+            EXPECT_TRUE(made->shop->SetEffective(false)); // again
+            EXPECT_EQ(made->fixed->GetIneffectiveBtnCount(), 3u);
+            EXPECT_TRUE(made->shop->SetEffective(true));
+            EXPECT_EQ(made->fixed->GetIneffectiveBtnCount(), 0u);
+            for (DWORD btnID = VIR; btnID < VIR + 3; ++btnID)
+                EXPECT_EQ(SClasses::Recs(*made->second, btnID).size(), 2u);
+        });
+    EXPECT_GT(failures, 3);
 }
 
 TEST(CVirBtnClass, ExhaustedMemoryInACopyLeavesItEmpty)

@@ -7,6 +7,8 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <string>
+#include <vector>
 
 using namespace NSKZ::NSKZCore;
 using namespace NSKZ::Test;
@@ -103,6 +105,27 @@ TEST(ConvertStringForVagueSearch, InUTF8TheTextGrowsWithinItsBuffer)
     EXPECT_EQ(Convert(UTF8(u8"Ａ－Ｂ"), 255), UTF8(u8"aｰb"));
     EXPECT_EQ(Convert(UTF8(u8"－"), 8), UTF8(u8"ー"));
     EXPECT_EQ(Convert("---", 255, 10), UTF8(u8"ｰｰｰ"));
+}
+
+TEST(ConvertStringForVagueSearch, ALongTextOfMinusSignsGrowsWithinItsBuffer)
+{
+    const CCodePageScope utf8(CP_UTF8);
+    std::string text;
+    std::string wanted;
+    for (int i = 0; i < 5000; ++i) {
+        text += i % 3 == 0 ? "-" : "-a";
+        wanted += UTF8(i % 3 == 0 ? u8"ｰ" : u8"ｰa");
+    }
+    const auto textLen = static_cast<DWORD>(text.size());
+    const auto wantedLen = static_cast<DWORD>(wanted.size());
+    std::vector<char> area(wantedLen + 1);
+    DWORD len = 0;
+    ASSERT_TRUE(Class::ConvertStringForVagueSearch(text.c_str(), textLen, Class::SRCH_VAGUE_ALL,
+                                                   wantedLen + 1, area.data(), len));
+    EXPECT_EQ(len, wantedLen);
+    EXPECT_STREQ(area.data(), wanted.c_str());
+    EXPECT_FALSE(Class::ConvertStringForVagueSearch(text.c_str(), textLen, Class::SRCH_VAGUE_ALL, wantedLen,
+                                                    area.data(), len));
 }
 
 TEST(SearchTheBtnByAlias, EachOptionMatchesItsWay)

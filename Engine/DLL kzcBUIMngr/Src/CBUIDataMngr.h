@@ -310,7 +310,7 @@ public:
     bool GetBtnMngrInfoOfSpBtn(DWORD btnClassID, DWORD btnID, bool& managedByUser) const;
     bool GetDispMemberBtnInfoOfIncBtn(DWORD btnClassID, DWORD btnID, bool& disp) const;
 
-    // The class that a virtual inc button refers to, there or not; false for any other button.
+    // The class that a virtual inc button refers to, 0 once that class is gone; false for any other button.
     bool GetRefBtnClassIDOfVirIncBtn(DWORD btnClassID, DWORD btnID, DWORD& refBtnClassID) const;
 
     // --- Virtual classes: items without a field, in which a user lays out groupings of other items' buttons.

@@ -61,9 +61,16 @@ bool CBUIDataMngr::DestroyVirBtnClass(DWORD btnClassID)
         return false;
     const bool wasSelected = HasSelection();
     return ChangeSpBtn([&] {
-        virBtnClass->Release();
-        if (!virBtnClass->IsCommon())
-            blankFixedVirBtnClassIDs.push_back(btnClassID);
+        const bool isReusable = !virBtnClass->IsCommon();
+        if (isReusable)
+            blankFixedVirBtnClassIDs.push_back(btnClassID); // what needs memory comes first
+        try {
+            virBtnClass->Release();
+        } catch (...) {
+            if (isReusable)
+                blankFixedVirBtnClassIDs.pop_back();
+            throw;
+        }
         btnClasses.erase(btnClassID); // from here to the closing nothing fails
         rpLink->DeleteFld(btnClassID);
         std::erase(selBtnClassIDList, btnClassID);

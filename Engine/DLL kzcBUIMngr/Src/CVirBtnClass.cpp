@@ -59,13 +59,11 @@ bool CVirBtnClass::DestroyVirIncBtn(DWORD btnID)
     DWORD refBtnClassID = SCBUICoreCom::BTNCLS_ID_UNSETTING;
     if (!GetRefBtnClassIDOfVirIncBtn(btnID, refBtnClassID))
         return false;
-    const bool isRefLost = static_cast<const CVirIncBtn*>(FindSpBtn(btnID))->isRefLost;
     const auto forget = [&] {
         const auto found = refBtnClasses.find(refBtnClassID);
         if (found != refBtnClasses.end() && found->second.btnClass != nullptr)
             found->second.btnClass->ineffectiveOuterSpBtns.erase({id, btnID});
-        if (!isRefLost)
-            UncountRef(refBtnClassID);
+        UncountRef(refBtnClassID);
     };
     try {
         DestroyBtn(btnID, SCBUICoreCom::BTNTYPE_VIRINC, blankVirIncBtnIDs);
@@ -124,9 +122,8 @@ VCBtnClass* CVirBtnClass::GetBtnClassOfMembers(const VCSpBtn& spBtn) const noexc
 {
     if (!SCBUICoreCom::IsVirIncBtn(spBtn.id))
         return VCBtnClass::GetBtnClassOfMembers(spBtn);
-    const auto& virIncBtn = static_cast<const CVirIncBtn&>(spBtn);
-    const auto found = refBtnClasses.find(virIncBtn.refBtnClassID);
-    return found == refBtnClasses.end() || virIncBtn.isRefLost ? nullptr : found->second.btnClass;
+    const auto found = refBtnClasses.find(static_cast<const CVirIncBtn&>(spBtn).refBtnClassID);
+    return found == refBtnClasses.end() ? nullptr : found->second.btnClass;
 }
 
 void CVirBtnClass::AddRefBtnClasses(std::vector<const VCBtnClass*>& classes) const
@@ -173,34 +170,35 @@ void CVirBtnClass::UncountRef(DWORD refBtnClassID) noexcept
 
 void CVirBtnClass::ForgetRefBtnClass(DWORD refBtnClassID) noexcept
 {
+    if (refBtnClasses.erase(refBtnClassID) == 0)
+        return;
+    // Another class may get the identifier, and is none of theirs.
     for (const auto& [btnID, spBtn] : spBtnOfID) {
-        if (RefersTo(*spBtn, refBtnClassID))
-            static_cast<CVirIncBtn*>(spBtn)->isRefLost = true;
+        if (!SCBUICoreCom::IsVirIncBtn(btnID))
+            continue;
+        DWORD& refID = static_cast<CVirIncBtn*>(spBtn)->refBtnClassID;
+        if (refID == refBtnClassID)
+            refID = SCBUICoreCom::BTNCLS_ID_UNSETTING;
     }
-    refBtnClasses.erase(refBtnClassID);
-}
-
-bool CVirBtnClass::RefersTo(const VCSpBtn& spBtn, DWORD refBtnClassID) noexcept
-{
-    if (!SCBUICoreCom::IsVirIncBtn(spBtn.id))
-        return false;
-    const auto& virIncBtn = static_cast<const CVirIncBtn&>(spBtn);
-    return virIncBtn.refBtnClassID == refBtnClassID && !virIncBtn.isRefLost;
 }
 
 void CVirBtnClass::LoseRefBtnClass(DWORD refBtnClassID)
 {
     for (const auto& [btnID, spBtn] : spBtnOfID) {
-        if (!RefersTo(*spBtn, refBtnClassID))
+        if (!SCBUICoreCom::IsVirIncBtn(btnID) ||
+            static_cast<const CVirIncBtn*>(spBtn)->refBtnClassID != refBtnClassID)
             continue;
+        // Those that hold it see whether it has a live member, though it may be ineffective already.
+        const SpBtnsOfClasses above = ListWithAllAbove(ListEffectiveHolders(*spBtn));
         VCBtnClass::SetEffectiveInfoOfSpBtn(btnID, false);
         (*rpLink)->DeleteBtn(id, btnID);
         spBtn->mmbBtnIDList.clear();
         SetOwnVisibleInfo(*spBtn, VISINFO_NOLIVEMEMBER, true);
+        ResetInsideInfoForSpBtns(above, false, true);
     }
 }
 
-// Lets go of all members in other classes, and of the classes.
+// Lets go of all members in other classes, those too that are to return, and of the classes.
 void CVirBtnClass::LeaveRefBtnClasses() noexcept
 {
     for (const auto& [btnID, spBtn] : spBtnOfID) {
@@ -210,13 +208,8 @@ void CVirBtnClass::LeaveRefBtnClasses() noexcept
     for (const auto& [refBtnClassID, ref] : refBtnClasses) {
         if (ref.btnClass == nullptr)
             continue;
-        const auto isOfThis = [this](const SBtnClassIDAndBtnID& spBtn) { return spBtn.btnClassID == id; };
         ref.btnClass->refOrgBtnClasses.erase(id);
-        std::erase_if(ref.btnClass->ineffectiveOuterSpBtns, isOfThis);
-        for (const auto& [btnID, member] : ref.btnClass->spBtnOfID) { // those that sleep remember this class
-            if (!member->effective && member->backReferences != nullptr)
-                member->backReferences->spBtnIDsOfOtherClass.EraseIf(isOfThis);
-        }
+        ref.btnClass->ForgetSpBtnsToReturnTo(id);
     }
     refBtnClasses.clear();
 }

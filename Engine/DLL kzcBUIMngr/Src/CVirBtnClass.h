@@ -21,8 +21,7 @@ namespace NSKZ::NSKZCore {
 // References. The class counts its virtual inc buttons by the class that they refer to. While it counts one,
 // the referred class knows this one, so that what happens to buttons there reaches the buttons here; it may
 // be a virtual class itself, but never this one. When a referred class goes, the buttons that refer to it
-// lose their members and stay behind ineffective, for good: a later class of the same identifier is another
-// one.
+// lose their members and stay behind ineffective, and refer to no class any more.
 class CVirBtnClass final : public VCBtnClass
 {
 public:
@@ -44,7 +43,7 @@ public:
                                          VCBtnClass& refBtnClass, DWORD& btnID);
     // As DestroyIncBtn.
     bool DestroyVirIncBtn(DWORD btnID);
-    // The class that a virtual inc button refers to, there or not; false for any other button.
+    // The class that a virtual inc button refers to, 0 once that class is gone; false for any other button.
     bool GetRefBtnClassIDOfVirIncBtn(DWORD btnID, DWORD& refBtnClassID) const;
     // How many of the class's buttons refer to a class.
     DWORD GetRefCount(DWORD refBtnClassID) const noexcept;
@@ -85,8 +84,6 @@ private:
         VCBtnClass* btnClass; // borrowed; null while there is no such class
     };
 
-    // Whether it is a virtual inc button over the class of that identifier that there is, or was, now.
-    static bool RefersTo(const VCSpBtn& spBtn, DWORD refBtnClassID) noexcept;
     void CountRef(VCBtnClass& refBtnClass);
     void UncountRef(DWORD refBtnClassID) noexcept;
     void LeaveRefBtnClasses() noexcept;

@@ -11,7 +11,6 @@ void CVirIncBtn::Clear()
     VCSpBtn::Clear();
     refBtnClassID = SCBUICoreCom::BTNCLS_ID_UNSETTING;
     commonBtn = false;
-    isRefLost = false;
 }
 
 void CVirIncBtn::ClearOfFixedSpec()
@@ -31,7 +30,6 @@ std::unique_ptr<VCBtn> CVirIncBtn::Clone() const
 {
     auto clone = std::make_unique<CVirIncBtn>(id, mmbBtnSelMth, refBtnClassID, commonBtn);
     clone->CopySpBtn(*this);
-    clone->isRefLost = isRefLost;
     return clone;
 }
 

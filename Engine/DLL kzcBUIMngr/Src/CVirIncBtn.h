@@ -19,9 +19,9 @@ public:
     // The clone is made now: neither time is taken over.
     std::unique_ptr<VCBtn> Clone() const override;
 
-    DWORD refBtnClassID;    // the class whose buttons are the members; 0 only while nothing has been read
-    bool commonBtn;         // whether it belongs to a common virtual class
-    bool isRefLost = false; // whether that class is gone: another one of its identifier is not it
+    DWORD refBtnClassID; // the class whose buttons are the members; 0 while nothing has been read, and once
+                         // it is gone
+    bool commonBtn;      // whether it belongs to a common virtual class
 };
 
 } // namespace NSKZ::NSKZCore

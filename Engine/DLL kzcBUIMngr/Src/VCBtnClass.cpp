@@ -362,6 +362,9 @@ void VCBtnClass::ClearOfFixedSpec()
             idAndClass.second->ForgetRefBtnClass(id);
         return isFixed;
     });
+    std::erase_if(ineffectiveOuterSpBtns, [](const SBtnClassIDAndBtnID& spBtn) {
+        return SCBUICoreCom::IsFixedVirBtnClass(spBtn.btnClassID);
+    });
 }
 
 void VCBtnClass::Copy(const VCBtnClass& other, const std::unique_ptr<IRpLink>& rpLinkOfEnv)
@@ -412,7 +415,9 @@ bool VCBtnClass::SetEffective(bool isEffective)
     if (effective == isEffective)
         return false;
     if (!isEffective) {
-        std::set<SBtnClassIDAndBtnID> outerSpBtns;
+        // What a call that ran out of memory has switched off holds no button here any more, but is among
+        // those that were noted then.
+        std::set<SBtnClassIDAndBtnID> outerSpBtns(ineffectiveOuterSpBtns);
         for (const auto& entry : btns.GetEntries()) {
             if (const auto& references = entry.value->backReferences) {
                 outerSpBtns.insert(references->spBtnIDsOfOtherClass.begin(),

@@ -344,7 +344,8 @@ public:
     virtual void Copy(const VCBtnClass& other, const std::unique_ptr<IRpLink>& rpLinkOfEnv);
 
     // False if unchanged. An ineffective class switches off the virtual inc buttons of other classes that
-    // hold its buttons, and effective again it switches them on.
+    // hold its buttons, and effective again it switches them on. If memory is exhausted the class is as it
+    // was, but some of those buttons are switched already: to be called again.
     bool SetEffective(bool isEffective);
     // False if unchanged.
     bool SetSelectionInfo(bool isSelected) noexcept;
@@ -505,6 +506,9 @@ protected:
     void LetIneffectiveSpBtnsForgetMembers(const std::function<bool(DWORD)>& isGone) noexcept;
     // Lets them forget a button that goes: as a member and as one to return to.
     void LetIneffectiveSpBtnsForget(const VCBtn& btn) noexcept;
+    // Lets the class and its ineffective special buttons forget what they would bring back or return to in a
+    // virtual class that goes.
+    void ForgetSpBtnsToReturnTo(DWORD virBtnClassID) noexcept;
     // Whether a member of inc buttons is displayed beside them: it is in none, or one displays its members.
     bool GetBtnDispInfoAsMmbBtn(const VCBtn& btn) const noexcept;
     // Sets or clears VISINFO_NOLIVEMEMBER.

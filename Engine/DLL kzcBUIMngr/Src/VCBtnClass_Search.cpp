@@ -48,27 +48,41 @@ const SMinusAndMacron* GetMinusAndMacron()
     return _getmbcp() == CP_UTF8 ? utf8 : shiftJIS;
 }
 
-char* FindText(char* text, const std::string& searched) noexcept
+const char* FindText(const char* text, const std::string& searched) noexcept
 {
-    return reinterpret_cast<char*>(_mbsstr(reinterpret_cast<unsigned char*>(text),
-                                           reinterpret_cast<const unsigned char*>(searched.c_str())));
+    return reinterpret_cast<const char*>(_mbsstr(reinterpret_cast<const unsigned char*>(text),
+                                                 reinterpret_cast<const unsigned char*>(searched.c_str())));
 }
 
-// Puts the long-vowel mark in place of each minus sign of a text of `len` bytes. False if the text, which may
-// grow, does not fit `size` bytes with its NUL; it is partly changed then.
+// Puts the long-vowel mark, which is never the shorter one, in place of each minus sign of a text of `len`
+// bytes. False, with nothing changed, if the text, which may grow, does not fit `size` bytes with its NUL.
+// Linear.
 bool ReplaceMinus(const SMinusAndMacron& row, char* text, DWORD size, DWORD& len)
 {
-    const auto minusLen = static_cast<DWORD>(row.minus.size());
-    const auto macronLen = static_cast<DWORD>(row.macron.size());
-    for (char* next = text; (next = FindText(next, row.minus)) != nullptr; next += macronLen) {
-        if (minusLen != macronLen) {
-            if (size - len <= macronLen - minusLen)
-                return false;
-            const std::size_t behind = static_cast<std::size_t>(text + len - next) - minusLen + 1;
-            std::memmove(next + macronLen, next + minusLen, behind);
-            len += macronLen - minusLen;
+    const std::size_t minusLen = row.minus.size();
+    const std::size_t macronLen = row.macron.size();
+    std::size_t count = 0;
+    for (const char* next = text; (next = FindText(next, row.minus)) != nullptr; next += minusLen)
+        ++count;
+    const std::size_t growth = count * (macronLen - minusLen);
+    if (size - len <= growth)
+        return false;
+    // Moved to the end of its room the text is read in front of what is written.
+    const char* next = text + growth;
+    std::memmove(text + growth, text, std::size_t{len} + 1);
+    len += static_cast<DWORD>(growth);
+    const char* const end = text + len + 1;
+    for (char* written = text; next != end;) {
+        const char* const found = FindText(next, row.minus);
+        const auto kept = static_cast<std::size_t>((found == nullptr ? end : found) - next);
+        std::memmove(written, next, kept);
+        written += kept;
+        next += kept;
+        if (found != nullptr) {
+            std::memcpy(written, row.macron.data(), macronLen);
+            written += macronLen;
+            next += minusLen;
         }
-        std::memcpy(next, row.macron.data(), macronLen);
     }
     return true;
 }

@@ -916,6 +916,18 @@ void VCBtnClass::LetIneffectiveSpBtnsForget(const VCBtn& btn) noexcept
     });
 }
 
+void VCBtnClass::ForgetSpBtnsToReturnTo(DWORD virBtnClassID) noexcept
+{
+    const auto isOfClass = [=](const SBtnClassIDAndBtnID& spBtn) {
+        return spBtn.btnClassID == virBtnClassID;
+    };
+    std::erase_if(ineffectiveOuterSpBtns, isOfClass);
+    VisitIneffective(spBtnOfID, ineffectiveBtnCount, [&](VCSpBtn& spBtn) {
+        if (spBtn.backReferences != nullptr)
+            spBtn.backReferences->spBtnIDsOfOtherClass.EraseIf(isOfClass);
+    });
+}
+
 VCBtnClass::EMthRetOfSetMmbBtnCnd VCBtnClass::SetMemberBtnCndOfSpBtn(DWORD btnID, const IBtnCnd& cnd)
 {
     VCSpBtn* const spBtn = FindSpBtn(btnID);
