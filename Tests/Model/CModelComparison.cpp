@@ -475,10 +475,9 @@ void CModelComparison::CompareSpBtn(const SModelItem& item, DWORD btnID, const S
     DWORD refClassID = UNTOUCHED;
     Check("GetRefBtnClassIDOfVirIncBtn", id, btnID, env.GetRefBtnClassIDOfVirIncBtn(id, btnID, refClassID),
           SCBUICoreCom::IsVirIncBtn(btnID));
+    const DWORD refClassIDOfModel = btn.hasLostRef ? 0 : btn.refClassID;
     Check("class of members", id, btnID, refClassID,
-          btn.refClassID == 0 ? UNTOUCHED
-          : btn.hasLostRef    ? 0
-                              : btn.refClassID);
+          SCBUICoreCom::IsVirIncBtn(btnID) ? refClassIDOfModel : UNTOUCHED);
     DWORD count = UNTOUCHED;
     IDList ids(1, UNTOUCHED);
     Check("GetMemberBtnCountOfSpBtn", id, btnID, env.GetMemberBtnCountOfSpBtn(id, btnID, count), true);

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <stdexcept>
 
 // Special buttons and the conditions that pick their members.
 
@@ -183,6 +184,12 @@ CModelEnv::ECreate CModelEnv::CreateSpBtn(DWORD& btnID, DWORD classID, const SMa
     }
     btnID = id;
     return VCBtnClass::CREATESPBTN_OK;
+}
+
+bool CModelEnv::IsNextBtnAwaited(DWORD classID, SCBUICoreCom::EBtnType type) const
+{
+    const SModelItem* const item = FindItem(classID);
+    return item != nullptr && !FindListing(*item, FindFreeBtnID(*item, type)).empty();
 }
 
 // Virtual inc buttons may list a special button that was not there: it is a member of them now.
@@ -527,6 +534,8 @@ void CModelEnv::AdjustLiveMemberReason(const BtnRefSet& spBtns)
                               GetBtn(ref).HasMember(other.btnID);
                    });
         });
+        if (next == pending.end())
+            throw std::logic_error("a special button of the model holds itself");
         const SModelBtnRef ref = *next;
         pending.erase(next);
         SModelBtn& spBtn = GetBtn(ref);
