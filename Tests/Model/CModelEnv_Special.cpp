@@ -186,20 +186,18 @@ CModelEnv::ECreate CModelEnv::CreateSpBtn(DWORD& btnID, DWORD classID, const SMa
     return VCBtnClass::CREATESPBTN_OK;
 }
 
-bool CModelEnv::IsNextBtnAwaited(DWORD classID, SCBUICoreCom::EBtnType type) const
-{
-    const SModelItem* const item = FindItem(classID);
-    return item != nullptr && !FindListing(*item, FindFreeBtnID(*item, type)).empty();
-}
-
-// Virtual inc buttons may list a special button that was not there: it is a member of them now.
+// Virtual inc buttons may list a special button that was not there: it is a member of them now. One by
+// condition can be none.
 void CModelEnv::JoinAwaitingSpBtns(const SModelItem& item, DWORD btnID)
 {
     for (const SModelBtnRef& ref : FindListing(item, btnID)) {
-        if (!GetBtn(ref).effective)
-            continue;
-        TakeMembers(items.at(ref.btnClassID), ref.btnID);
-        AdjustLiveMemberReason({ref});
+        SModelItem& itemOfHolder = items.at(ref.btnClassID);
+        if (item.btns.at(btnID).byCondition) {
+            RemoveMember(itemOfHolder, ref.btnID, btnID);
+        } else if (GetBtn(ref).effective) {
+            TakeMembers(itemOfHolder, ref.btnID);
+            AdjustLiveMemberReason({ref});
+        }
     }
 }
 
