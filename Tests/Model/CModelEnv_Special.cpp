@@ -297,13 +297,14 @@ void CModelEnv::SwitchOn(SModelItem& item, DWORD btnID)
             holder.members.push_back(btnID);
         LetGo(items.at(ref.btnClassID), ref.btnID, btnID);
     }
+    BtnRefSet changed = {{item.classID, btnID}};
     for (const SModelBtnRef& ref : GetHolders(item, btnID)) {
         SModelBtn& holder = GetBtn(ref);
         if (holder.HasMember(btnID))
             continue;
         holder.members.push_back(btnID);
         TakeMembers(items.at(ref.btnClassID), ref.btnID);
-        AdjustLiveMemberReason({ref});
+        changed.insert(ref);
     }
     TakeMembers(item, btnID);
     EnterName(item, btnID);
@@ -311,7 +312,7 @@ void CModelEnv::SwitchOn(SModelItem& item, DWORD btnID)
         ++item.selBtnCount;
         item.selective = true;
     }
-    AdjustLiveMemberReason({{item.classID, btnID}});
+    AdjustLiveMemberReason(changed); // all at once: nobody sees a reason that was left from before
 }
 
 CModelEnv::EOpeToMembers CModelEnv::SetMemberBtnIDListOfSpBtn(DWORD classID, DWORD btnID, const IDList& given)
