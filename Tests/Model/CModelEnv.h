@@ -234,8 +234,6 @@ public:
     bool IsLimited() const { return limitation.has_value(); }
     bool HasNumCnd() const { return hasNumCnd; }
     const std::map<DWORD, SModelItem>& GetItems() const { return items; }
-    // Whether virtual inc buttons list the identifier that the next button of the type gets.
-    bool IsNextBtnAwaited(DWORD classID, NSKZCore::SCBUICoreCom::EBtnType type) const;
     const std::vector<SModelLevel>& GetLevels() const { return levels; }
     const IDList& GetSelectedClasses() const { return selectedClasses; }
     RecSet GetTargetRecList() const;

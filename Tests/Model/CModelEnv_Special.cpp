@@ -186,20 +186,18 @@ CModelEnv::ECreate CModelEnv::CreateSpBtn(DWORD& btnID, DWORD classID, const SMa
     return VCBtnClass::CREATESPBTN_OK;
 }
 
-bool CModelEnv::IsNextBtnAwaited(DWORD classID, SCBUICoreCom::EBtnType type) const
-{
-    const SModelItem* const item = FindItem(classID);
-    return item != nullptr && !FindListing(*item, FindFreeBtnID(*item, type)).empty();
-}
-
-// Virtual inc buttons may list a special button that was not there: it is a member of them now.
+// Virtual inc buttons may list a special button that was not there: it is a member of them now. One by
+// condition can be none.
 void CModelEnv::JoinAwaitingSpBtns(const SModelItem& item, DWORD btnID)
 {
     for (const SModelBtnRef& ref : FindListing(item, btnID)) {
-        if (!GetBtn(ref).effective)
-            continue;
-        TakeMembers(items.at(ref.btnClassID), ref.btnID);
-        AdjustLiveMemberReason({ref});
+        SModelItem& itemOfHolder = items.at(ref.btnClassID);
+        if (item.btns.at(btnID).byCondition) {
+            RemoveMember(itemOfHolder, ref.btnID, btnID);
+        } else if (GetBtn(ref).effective) {
+            TakeMembers(itemOfHolder, ref.btnID);
+            AdjustLiveMemberReason({ref});
+        }
     }
 }
 
@@ -299,13 +297,14 @@ void CModelEnv::SwitchOn(SModelItem& item, DWORD btnID)
             holder.members.push_back(btnID);
         LetGo(items.at(ref.btnClassID), ref.btnID, btnID);
     }
+    BtnRefSet changed = {{item.classID, btnID}};
     for (const SModelBtnRef& ref : GetHolders(item, btnID)) {
         SModelBtn& holder = GetBtn(ref);
         if (holder.HasMember(btnID))
             continue;
         holder.members.push_back(btnID);
         TakeMembers(items.at(ref.btnClassID), ref.btnID);
-        AdjustLiveMemberReason({ref});
+        changed.insert(ref);
     }
     TakeMembers(item, btnID);
     EnterName(item, btnID);
@@ -313,7 +312,7 @@ void CModelEnv::SwitchOn(SModelItem& item, DWORD btnID)
         ++item.selBtnCount;
         item.selective = true;
     }
-    AdjustLiveMemberReason({{item.classID, btnID}});
+    AdjustLiveMemberReason(changed); // all at once: nobody sees a reason that was left from before
 }
 
 CModelEnv::EOpeToMembers CModelEnv::SetMemberBtnIDListOfSpBtn(DWORD classID, DWORD btnID, const IDList& given)

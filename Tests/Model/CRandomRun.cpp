@@ -503,11 +503,6 @@ bool CRandomRun::CreateSpBtn(DWORD classID)
             making.type = SCBUICoreCom::BTNTYPE_VIRINC;
     }
 
-    // One by condition is no fit member, but nobody tests one whose identifier is a member's already: it
-    // could come to hold itself.
-    if (making.method == VCSpBtn::MMBBTNSELMTH_CONDITION && model.IsNextBtnAwaited(classID, making.type))
-        making.method = VCSpBtn::MMBBTNSELMTH_SELECT;
-
     const IDList members = ChooseMembers(making.refClassID == 0 ? classID : making.refClassID);
     const SModelCnd cnd = ChooseCnd();
     if (!random.IsOneOf(15))

@@ -331,6 +331,25 @@ TEST(RandomOperations, AgreeWithTheModelOnVirtualItemsThatComeAndGo)
     RunOperations(leaning);
 }
 
+// Few buttons, so that identifiers soon come round, under items that are switched off and on.
+TEST(RandomOperations, AgreeWithTheModelOnVirtualItemsThatAreSwitched)
+{
+    SLeaning leaning = LeanToVirtualItems();
+    leaning.table.maxRecCount = 6;
+    leaning.table.maxFldCount = 1;
+    leaning.virtualItems = 2;
+    leaning.maxVirtualCount = 3;
+    leaning.classDestruction = 25;
+    leaning.maxSpBtnCount = 3;
+    leaning.condition = 15;
+    leaning.creations = 8;
+    leaning.destructions = 8;
+    leaning.switches = 8;
+    leaning.memberChanges = 2;
+    leaning.conditionChanges = 1;
+    RunOperations(leaning);
+}
+
 TEST(RandomOperations, AgreeWithTheModelOnMembersByConditionOfVirtualItems)
 {
     SLeaning leaning = LeanToVirtualItems();
