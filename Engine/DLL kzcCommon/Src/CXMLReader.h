@@ -82,6 +82,14 @@ public:
     // Empty if the cursor is on no element.
     const std::vector<IXMLIO::SAttribute>& GetAttributes() const noexcept;
 
+    // Takes `count` from what the document may make its user allocate beyond what stands in it: whoever sizes
+    // an array by a number of the document takes the entries from here first. False, with nothing taken, if
+    // that is more than ALLOWANCE_BASE and ALLOWANCE_PER_BYTE for each byte read so far leave: a small file
+    // that tells great numbers cannot have great arrays made, however often it tells them.
+    static constexpr DWORD ALLOWANCE_BASE = 1024 * 1024;
+    static constexpr DWORD ALLOWANCE_PER_BYTE = 4;
+    bool TakeFromAllowance(unsigned long long count) noexcept;
+
     // Looks among the first `count` attributes for the one of exactly that name and stores its index; false,
     // with `index` untouched, if there is none.
     static bool SearchAttribute(const std::vector<IXMLIO::SAttribute>& attributes, DWORD count,

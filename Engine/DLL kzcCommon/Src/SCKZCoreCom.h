@@ -56,6 +56,12 @@ public:
         CMPOPERATOR_GREATEREQUAL = 6,
     };
 
+    // The two values of a boolean attribute in XML.
+    static constexpr char STR_TRUE[] = "true";
+    static constexpr DWORD STRLEN_TRUE = sizeof STR_TRUE - 1;
+    static constexpr char STR_FALSE[] = "false";
+    static constexpr DWORD STRLEN_FALSE = sizeof STR_FALSE - 1;
+
     // The attribute of a boolean operator in XML, and its words.
     static constexpr char STR_ATTRNAME_BOOLOPERATOR[] = "boolOperator";
     static constexpr DWORD STRLEN_ATTRNAME_BOOLOPERATOR = sizeof STR_ATTRNAME_BOOLOPERATOR - 1;
