@@ -19,6 +19,9 @@ public:
     CBnLink_OnMemVer(const CBnLink_OnMemVer&) = delete;
     ~CBnLink_OnMemVer() override;
 
+    bool WriteTo(const char* dir) const override;
+    bool ReadFrom(const char* dir, SCKZCoreCom::EEndianness endianness,
+                  SCKZCoreCom::EDataModel dataModel) override;
     bool InsertFld(DWORD btnClassID, DWORD count, const DWORD* btnIDs) override;
     bool DeleteFld(DWORD btnClassID) override;
     bool InsertRec(DWORD pos, DWORD count) override;
@@ -41,6 +44,7 @@ public:
     virtual CBnLink_OnMemVer& operator=(const CBnLink_OnMemVer& other);
 
 private:
+    bool WriteIndex(const char* dir) const;
     // The cells of a class's column; false if it has none.
     bool FindFld(DWORD btnClassID, DWORD& fld) const noexcept;
     // Whether the rows pos to pos + count - 1 are all in the table.

@@ -27,6 +27,9 @@ namespace NSKZ::NSKZCore {
 // in force when the reader was constructed; an element on which the cursor comes to stand fails if it has a
 // character that this code page lacks.
 //
+// Namespaces are not looked at: a name is given as it stands, with its prefix, and the declaration of a
+// namespace is an attribute like any other.
+//
 // A document fails where it is not well formed, where it is deeper than IXMLIO::MAX_DEPTH, where a tag (or a
 // comment, ...) is longer than IXMLIO::MAX_TAG_SIZE, and where its document type declaration has declarations
 // in it or points to some: no entity is ever expanded but the five of XML, and nothing but the file itself is
