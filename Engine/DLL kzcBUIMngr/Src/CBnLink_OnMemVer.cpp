@@ -299,4 +299,13 @@ bool CBnLink_OnMemVer::ExistFld(DWORD btnClassID) const
     return FindFld(btnClassID, fld);
 }
 
+void CBnLink_OnMemVer::GetBtnClassIDList(std::vector<DWORD>& btnClassIDs) const
+{
+    btnClassIDs.clear();
+    for (std::size_t btnClassID = 0; btnClassID < fldPosOfBtnClass.size(); ++btnClassID) {
+        if (fldPosOfBtnClass[btnClassID] != 0)
+            btnClassIDs.push_back(static_cast<DWORD>(btnClassID));
+    }
+}
+
 } // namespace NSKZ::NSKZCore

@@ -39,6 +39,7 @@ public:
     bool GetBtnIDsOfRecs(DWORD btnClassID, DWORD listCount, const DWORD* recNumList,
                          DWORD* btnIDs) const override;
     bool ExistFld(DWORD btnClassID) const override;
+    void GetBtnClassIDList(std::vector<DWORD>& btnClassIDs) const override;
 
     // Makes this table a copy of another one. On std::bad_alloc it is as it was.
     virtual CBnLink_OnMemVer& operator=(const CBnLink_OnMemVer& other);

@@ -104,6 +104,9 @@ public:
     // Whether a class has a column.
     virtual bool ExistFld(DWORD btnClassID) const = 0;
 
+    // Replaces `btnClassIDs` by all classes that have a column, ascending. Linear in the largest identifier.
+    virtual void GetBtnClassIDList(std::vector<DWORD>& btnClassIDs) const = 0;
+
 protected:
     IBnLink& operator=(const IBnLink&) = default;
 };

@@ -57,13 +57,13 @@ bool VCSpBtn::WriteFixedSpecByXML(CXMLWriter& writer, const char* typeWord, DWOR
     SCSpecXML::CAttributes attributes;
     attributes.Add(attributesOfKind);
     attributes.AddText(STR_ATTRNAME_ALIAS, shownText == nullptr ? "" : shownText);
-    const auto addTime = [&attributes](const auto& name, std::int64_t time) {
+    const auto addTime = [&attributes](const auto& attrName, std::int64_t time) {
         char text[256];
         if (!VCDate::ConvertDateIntoStringOfGMT(time, VCDate::STR_FORMAT_DATE, text, sizeof text)) {
             SetLastError(ERROR_INVALID_DATA);
             return false;
         }
-        attributes.AddKept(name, text);
+        attributes.AddKept(attrName, text);
         return true;
     };
     if (!addTime(STR_ATTRNAME_CREATETIME, createTime) || !addTime(STR_ATTRNAME_UPDATETIME, updateTime))
@@ -107,10 +107,10 @@ CXMLReader::EMthRetOfReadXML VCSpBtn::ReadFixedSpecCommon(CXMLReader& reader, At
     if (SCSpecXML::TakeText(attributes, STR_ATTRNAME_ALIAS, taken) != SCSpecXML::TAKEN_OK)
         return CXMLReader::READXML_BADFORMAT;
     SetAlias(std::string(taken.value, taken.valueLen).c_str());
-    const auto takeTime = [&attributes](const auto& name, std::int64_t& time) {
+    const auto takeTime = [&attributes](const auto& attrName, std::int64_t& time) {
         IXMLIO::SAttribute attribute;
         long long read = 0;
-        if (SCSpecXML::TakeText(attributes, name, attribute) != SCSpecXML::TAKEN_OK ||
+        if (SCSpecXML::TakeText(attributes, attrName, attribute) != SCSpecXML::TAKEN_OK ||
             !VCDate::ConvertStringOfGMTIntoDate(attribute.value, attribute.valueLen, VCDate::STR_FORMAT_DATE,
                                                 read))
             return false;
