@@ -42,6 +42,8 @@ inline std::string ReadFileBytes(const std::filesystem::path& path)
 class CLinkTableDir
 {
 public:
+    CLinkTableDir() {} // not defaulted: a const object needs one of its own
+
     // As the tables take it: with a separator at its end.
     std::string GetPath() const { return dir.GetPath().string() + "\\"; }
     std::filesystem::path GetFile(DWORD number) const
