@@ -56,8 +56,8 @@ private:
     std::size_t ReadFromFile(unsigned char* bytes, std::size_t size) noexcept;
     EMthRetOfReadData Fail(EMthRetOfReadData reason, DWORD error) noexcept;
 
+    unsigned long long fileSize = 0; // set by what opens the file, which comes next
     CFilePtr file;
-    unsigned long long fileSize = 0;
     std::unique_ptr<unsigned char[]> buffer; // null if the reader is not buffered
     const unsigned char* bufferPos = nullptr;
     const unsigned char* bufferEnd = nullptr;
