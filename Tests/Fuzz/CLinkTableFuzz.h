@@ -43,12 +43,18 @@ public:
             return;
         }
         Require(table.WriteTo(second.GetPath().c_str()), "what was read is written");
+        // Entries may come in another order.
+        Require(std::filesystem::file_size(second.GetFile(0)) == std::filesystem::file_size(dir.GetFile(0)),
+                "all of the index was taken");
         TTable again;
         Require(ReadFromDir(again, second), "what was written is read");
         Require(again.WriteTo(third.GetPath().c_str()), "and written again");
         for (DWORD number = 0; std::filesystem::exists(third.GetFile(number)); ++number) {
             Require(ReadFileBytes(second.GetFile(number)) == ReadFileBytes(third.GetFile(number)),
                     "what was written twice is the same");
+            Require(number == 0 ||
+                        ReadFileBytes(dir.GetFile(number)) == ReadFileBytes(second.GetFile(number)),
+                    "cells are written as they were read");
             std::filesystem::remove(third.GetFile(number));
         }
         Use(table);
