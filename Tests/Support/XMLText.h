@@ -82,8 +82,8 @@ inline std::string ReadWholeFile(const std::filesystem::path& path)
     return std::string(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
 }
 
-// What `write(writer)` writes inside a root element "R", each tag with a blank between it and the next; "false"
-// if it gives false.
+// What `write(writer)` writes inside a root element "R", each tag with a blank between it and the next;
+// "false" if it gives false.
 template <class TWrite>
 std::string WrittenText(const TWrite& write)
 {
@@ -108,8 +108,8 @@ std::string WrittenText(const TWrite& write)
     return all;
 }
 
-// Calls `read(reader)` with a reader that stands on the one element of `text`, an "After" behind it, and gives
-// what that gives; then the reader must come to "After".
+// Calls `read(reader)` with a reader that stands on the one element of `text`, an "After" behind it, and
+// gives what that gives; then the reader must come to "After".
 template <class TRead>
 NSKZCore::CXMLReader::EMthRetOfReadXML ReadText(const std::string& text, const TRead& read)
 {
@@ -118,8 +118,9 @@ NSKZCore::CXMLReader::EMthRetOfReadXML ReadText(const std::string& text, const T
     NSKZCore::CXMLReader reader(path.c_str());
     reader.SeekToStartTagOfFirstChildElement();
     const NSKZCore::CXMLReader::EMthRetOfReadXML result = read(reader);
-    if (!reader.HasFailed() && (reader.SeekToStartTagOfNextSiblingElement() != NSKZCore::CXMLReader::READXML_OK ||
-                                Current(reader) != "After"))
+    if (!reader.HasFailed() &&
+        (reader.SeekToStartTagOfNextSiblingElement() != NSKZCore::CXMLReader::READXML_OK ||
+         Current(reader) != "After"))
         return static_cast<NSKZCore::CXMLReader::EMthRetOfReadXML>(4711);
     return result;
 }

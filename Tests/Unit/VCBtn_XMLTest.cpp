@@ -176,7 +176,8 @@ TEST(VCBtnXML, AReaderThatStandsOnNoElementIsTold)
     CCllBtn cll(CLL, SELECT);
     CVirIncBtn fixedVir(VIRINC, SELECT, 1, false);
     CVirIncBtn commonVir(VIRINC, SELECT, 1, true);
-    for (VCBtn* const each : std::initializer_list<VCBtn*>{&btn, &emptyBtn, &inc, &cll, &fixedVir, &commonVir}) {
+    for (VCBtn* const each :
+         std::initializer_list<VCBtn*>{&btn, &emptyBtn, &inc, &cll, &fixedVir, &commonVir}) {
         EXPECT_EQ(ReadNowhere([&](CXMLReader& reader) { return each->ReadFixedSpecByXML(reader); }), NONE);
     }
     for (VCBtn* const each : std::initializer_list<VCBtn*>{&btn, &emptyBtn, &commonVir}) {
@@ -349,8 +350,9 @@ TEST(VCSpBtnXML, WhatMustBeThereAndIsNotMakesTheElementBad)
     EXPECT_EQ(read("id=\"0\" alias=\"a\" " + TIMES, members), BAD);
     EXPECT_EQ(read("id=\"4000000002\" " + TIMES, members), BAD);
     EXPECT_EQ(read("id=\"4000000002\" alias=\"a\" createTime=\"2024/07/15 01:02:03\"", members), BAD);
-    EXPECT_EQ(read("id=\"4000000002\" alias=\"a\" createTime=\"2024/13/15 01:02:03\" updateTime=\"\"", members),
-              BAD);
+    EXPECT_EQ(
+        read("id=\"4000000002\" alias=\"a\" createTime=\"2024/13/15 01:02:03\" updateTime=\"\"", members),
+        BAD);
     EXPECT_EQ(read("id=\"4000000002\" sel=\"1\" alias=\"a\" " + TIMES, members), BAD);
     EXPECT_EQ(read("id=\"4000000002\" dispMember=\"1\" alias=\"a\" " + TIMES, members), BAD);
     EXPECT_EQ(read("id=\"4000000002\" alias=\"a\" " + TIMES, ""), BAD) << "no child";
@@ -375,9 +377,8 @@ TEST(VCSpBtnXML, MembersAreLookedForUntilAnElementTellsThem)
 TEST(VCSpBtnXML, ADocumentThatEndsInAButtonFails)
 {
     CCllBtn btn(CLL, SELECT);
-    const auto result =
-        ReadText("<Btn id=\"4160000002\" alias=\"a\" " + TIMES + "><MemberBtn/></Other>",
-                 [&](CXMLReader& reader) { return btn.ReadFixedSpecByXML(reader); });
+    const auto result = ReadText("<Btn id=\"4160000002\" alias=\"a\" " + TIMES + "><MemberBtn/></Other>",
+                                 [&](CXMLReader& reader) { return btn.ReadFixedSpecByXML(reader); });
     EXPECT_EQ(result, CXMLReader::READXML_FAILURE);
 }
 
@@ -391,8 +392,8 @@ TEST(CVirIncBtnXML, AButtonOfAFixedClassIsInTheFixedFormWithItsClass)
     btn.mmbBtnIDList = {4, 2};
     btn.sel = true;
     EXPECT_EQ(Fixed(btn, true),
-              "<Btn id=\"4080000002\" type=\"VirInc\" sel=\"true\" refBtnClassID=\"3\" alias=\"group\" " + TIMES +
-                  "> <MemberBtn selMethod=\"Select\" idList=\"4,2\"/> </Btn>");
+              "<Btn id=\"4080000002\" type=\"VirInc\" sel=\"true\" refBtnClassID=\"3\" alias=\"group\" " +
+                  TIMES + "> <MemberBtn selMethod=\"Select\" idList=\"4,2\"/> </Btn>");
     EXPECT_EQ(Common(btn), "");
     EXPECT_EQ(ReadCommon(btn, SpBtn("id=\"4080000002\" refBtnClassID=\"3\"", "<MemberBtn/>")), BAD);
 }
@@ -404,8 +405,8 @@ TEST(CVirIncBtnXML, AButtonOfACommonClassIsDefinedInTheCommonForm)
     btn.SetAlias("group");
     btn.mmbBtnIDList = {4, 2};
     btn.sel = true;
-    EXPECT_EQ(Common(btn), "<Btn id=\"4080000002\" type=\"VirInc\" refBtnClassID=\"3\" alias=\"group\" " + TIMES +
-                               "> <MemberBtn selMethod=\"Select\" idList=\"4,2\"/> </Btn>");
+    EXPECT_EQ(Common(btn), "<Btn id=\"4080000002\" type=\"VirInc\" refBtnClassID=\"3\" alias=\"group\" " +
+                               TIMES + "> <MemberBtn selMethod=\"Select\" idList=\"4,2\"/> </Btn>");
     EXPECT_TRUE(btn.sel);
     EXPECT_TRUE(btn.commonBtn);
     EXPECT_EQ(Fixed(btn, true), "");

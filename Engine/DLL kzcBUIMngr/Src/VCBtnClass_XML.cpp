@@ -330,13 +330,13 @@ VCBtnClass::EMthRetOfReadXML VCBtnClass::ReadBtnSpecByXML(const char* folder, CX
     if (!TakeRoomFor(reader, btnID))
         return CXMLReader::READXML_BADFORMAT;
     const VCBtn& read = *btn;
+    if (SCBUICoreCom::IsSpBtn(btnID))
+        static_cast<VCSpBtn&>(*btn).isRowOutdated = true;
+    RegBtn(std::move(btn)); // before anything names it
+    if (SCBUICoreCom::IsSpBtn(btnID))
+        ++spBtnCount;
     if ((read.visibleInfo & VISINFO_NOREC) == 0)
         InsertBtnInfoToNameOrdList(&read);
-    if (SCBUICoreCom::IsSpBtn(btnID)) {
-        static_cast<VCSpBtn&>(*btn).isRowOutdated = true;
-        ++spBtnCount;
-    }
-    RegBtn(std::move(btn));
     NoteReadSelection(read);
     return CXMLReader::READXML_OK;
 }
