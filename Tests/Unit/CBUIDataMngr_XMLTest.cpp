@@ -303,21 +303,22 @@ TEST(CBUIDataMngrXML, TheCommonFormHasTablesIdentifiersAndClasses)
     CBUIDataMngr env(12, ON_MEM, ON_MEM, table, nullptr, nullptr);
     CSavedEnv saved;
     ASSERT_TRUE(saved.SaveCommon(env, false));
-    EXPECT_EQ(saved.GetText(COMMON_XML), "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-                                         "<BUIDataMngr id=\"12\">\n"
-                                         "  <BnLink verType=\"OnMemory\"/>\n"
-                                         "  <RpLink verType=\"OnMemory\"/>\n"
-                                         "  <SrcBtnClass nextID=\"2\"/>\n"
-                                         "  <BtnClasses>\n"
-                                         "    <BtnClass id=\"1\" type=\"Normal\" fldID=\"1\">\n"
-                                         "      <DataBtn nextID=\"3\"/>\n"
-                                         "      <Btns>\n"
-                                         "        <Btn id=\"1\" type=\"EmpVal\" alias=\"(\xE7\xA9\xBA\xE7\x99\xBD)\"/>\n"
-                                         "        <Btn id=\"2\" type=\"Data\" name=\"a\"/>\n"
-                                         "      </Btns>\n"
-                                         "    </BtnClass>\n"
-                                         "  </BtnClasses>\n"
-                                         "</BUIDataMngr>\n");
+    EXPECT_EQ(saved.GetText(COMMON_XML),
+              "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+              "<BUIDataMngr id=\"12\">\n"
+              "  <BnLink verType=\"OnMemory\"/>\n"
+              "  <RpLink verType=\"OnMemory\"/>\n"
+              "  <SrcBtnClass nextID=\"2\"/>\n"
+              "  <BtnClasses>\n"
+              "    <BtnClass id=\"1\" type=\"Normal\" fldID=\"1\">\n"
+              "      <DataBtn nextID=\"3\"/>\n"
+              "      <Btns>\n"
+              "        <Btn id=\"1\" type=\"EmpVal\" alias=\"(\xE7\xA9\xBA\xE7\x99\xBD)\"/>\n"
+              "        <Btn id=\"2\" type=\"Data\" name=\"a\"/>\n"
+              "      </Btns>\n"
+              "    </BtnClass>\n"
+              "  </BtnClasses>\n"
+              "</BUIDataMngr>\n");
     ASSERT_TRUE(saved.SaveCommon(env, true));
     const std::string text = saved.GetText(COMMON_XML);
     EXPECT_NE(text.find("dataModel=\""), std::string::npos);
@@ -385,6 +386,45 @@ TEST(CBUIDataMngrXML, AMemberThatSleepsIsNotWritten)
     CSavedEnv saved;
     ASSERT_TRUE(saved.SaveFixed(made.env));
     EXPECT_NE(saved.GetText(FIXED_XML).find("idList=\"3\""), std::string::npos);
+}
+
+TEST(CBUIDataMngrXML, TheSelectionOfASharedButtonThatSleepsIsNotSaved)
+{
+    SEnv made;
+    const DWORD common = made.MakeClass("shared", true);
+    const DWORD vir = made.MakeVir(common, KIND, {2});
+    made.env.SetRelationMode(Env::RELATIONMODE_NONE);
+    ASSERT_TRUE(made.env.SetEffectiveInfoOfSpBtn(common, vir, false));
+    ASSERT_TRUE(made.env.SelectTheBtn(common, vir, true));
+    CSavedEnv saved;
+    ASSERT_TRUE(saved.SaveFixed(made.env));
+    EXPECT_EQ(saved.GetText(FIXED_XML).find("4080000002"), std::string::npos);
+}
+
+TEST(CBUIDataMngrXML, AButtonOverAClassThatIsNotEffectiveIsNotSaved)
+{
+    SEnv made;
+    const DWORD off = made.MakeClass("off");
+    const DWORD inner = made.MakeVir(off, KIND, {2});
+    ASSERT_TRUE(made.env.SetEffectiveInfoOfVirBtnClass(off, false));
+    const DWORD own = made.MakeClass("own");
+    const DWORD vir = made.MakeVir(own, off, {inner});
+    const DWORD holder = made.MakeInc(own, {vir});
+    made.env.SetRelationMode(Env::RELATIONMODE_NONE);
+    ASSERT_TRUE(made.Press(KIND, {2}));
+    CSavedEnv saved;
+    ASSERT_TRUE(saved.Save(made.env));
+    EXPECT_NE(saved.GetText(FIXED_XML).find("<VirIncBtn nextID=\"4080000003\" blankIDList=\"4080000002\"/>"),
+              std::string::npos);
+    SEnv back(false);
+    ASSERT_EQ(saved.LoadCommon(back.env, REC_COUNT), OK);
+    ASSERT_EQ(saved.LoadFixed(back.env), OK);
+    EXPECT_EQ(back.Members(own, vir), List{4711});
+    EXPECT_EQ(back.Members(own, holder), List());
+    EXPECT_EQ(back.Selected(KIND), List{2});
+    CSavedEnv again;
+    ASSERT_TRUE(again.Save(back.env));
+    EXPECT_EQ(saved.GetText(FIXED_XML), again.GetText(FIXED_XML));
 }
 
 TEST(CBUIDataMngrXML, AFixedVirtualClassThatIsNotEffectiveComesBackAsAFreeIdentifier)
@@ -788,6 +828,7 @@ TEST_F(CBUIDataMngrXMLDamage, AVirtualButtonOfAClassThatThereIsNotIsDropped)
     ASSERT_EQ(LoadBoth(), OK);
     EXPECT_EQ(back.Members(FIXED, VIR), List{4711});
     EXPECT_EQ(back.Members(FIXED + 1, VIR), List()) << "and is a member of none";
+    EXPECT_EQ(back.Selected(KIND), List{2});
     EXPECT_EQ(back.MakeVir(FIXED, KIND, {2}), VIR);
 }
 

@@ -542,8 +542,8 @@ CBUIDataMngr::EMthRetOfReadXML CBUIDataMngr::ReadFixedSpecByXML(CXMLReader& read
         result = ReadFixedSpecOfRoot(reader);
         if (result == CXMLReader::READXML_OK) {
             PlaceReadLevels();
+            SettleVirBtnClasses(false); // what it drops is selected no more
             GetAllBtnSelectionInfo(selectInfo);
-            SettleVirBtnClasses(false);
             SetLimitedRecList(limitedRecListOfHost, limitedRecCountOfHost);
             FollowRestoredSpBtns(selectInfo);
             if (!SelectBtns(selectInfo, false))

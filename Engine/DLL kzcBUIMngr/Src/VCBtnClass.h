@@ -700,6 +700,7 @@ private:
 
     bool WriteBtnSpecByXML(const char* folder, CXMLWriter& writer, bool withData,
                            SCKZCoreCom::ESpecType specType, bool defaultSel, const VCBtn& btn) const;
+    bool IsSaved(const VCSpBtn& spBtn) const noexcept;
     void DropImpossibleMembers();
     void DropMemberOfReadList(VCSpBtn& spBtn, std::size_t position) noexcept;
     static void BreakLoops(const std::vector<VCBtnClass*>& btnClasses);

@@ -139,7 +139,7 @@ bool VCBtnClass::WriteSpBtnIDSpecByXML(CXMLWriter& writer, const char* tag, DWOR
         return true;
     std::set<DWORD> freeIDs(blankIDs);
     for (const auto& [btnID, spBtn] : spBtnOfID) {
-        if (!spBtn->effective && spBtn->GetType() == type)
+        if (!IsSaved(*spBtn) && spBtn->GetType() == type)
             freeIDs.insert(btnID);
     }
     return WriteBtnIDSpecByXML(writer, tag, tagLen, nextID, freeIDs);
@@ -193,13 +193,14 @@ bool VCBtnClass::WriteBtnSpecByXML(const char* folder, CXMLWriter& writer, bool 
 {
     const bool isCommonForm = specType == SCKZCoreCom::SPECTYPE_COMMON;
     if (SCBUICoreCom::IsSpBtn(btn.id)) {
-        // A list may name buttons that are not saved themselves.
         const auto& spBtn = static_cast<const VCSpBtn&>(btn);
-        const VCBtnClass* const classOfMembers = GetBtnClassOfMembers(spBtn);
-        const auto isUnsaved = [classOfMembers](DWORD mmbBtnID) {
-            const VCSpBtn* const member =
-                classOfMembers == nullptr ? nullptr : classOfMembers->FindSpBtn(mmbBtnID);
-            return member != nullptr && !member->effective;
+        if (!IsSaved(spBtn))
+            return true;
+        // A list may name buttons that are not saved themselves.
+        const VCBtnClass& classOfMembers = *GetBtnClassOfMembers(spBtn);
+        const auto isUnsaved = [&classOfMembers](DWORD mmbBtnID) {
+            const VCSpBtn* const member = classOfMembers.FindSpBtn(mmbBtnID);
+            return member != nullptr && !classOfMembers.IsSaved(*member);
         };
         const std::vector<DWORD>& members = spBtn.mmbBtnIDList;
         const bool isDefinedHere = isCommonForm == IsInCommonForm(spBtn);
@@ -211,6 +212,14 @@ bool VCBtnClass::WriteBtnSpecByXML(const char* folder, CXMLWriter& writer, bool 
     }
     return isCommonForm ? btn.WriteCommonSpecByXML(folder, writer, withData)
                         : btn.WriteFixedSpecByXML(writer, defaultSel);
+}
+
+// Not what is switched off, and not what stands for buttons of a class that is switched off or gone.
+bool VCBtnClass::IsSaved(const VCSpBtn& spBtn) const noexcept
+{
+    const VCBtnClass* const classOfMembers = GetBtnClassOfMembers(spBtn);
+    return spBtn.effective && classOfMembers != nullptr &&
+           (classOfMembers == this || classOfMembers->effective);
 }
 
 bool VCBtnClass::IsInCommonForm(const VCSpBtn&) const noexcept
