@@ -398,6 +398,7 @@ CBUIDataMngr::EMthRetOfReadXML CBUIDataMngr::ReadCommonSpecOfRoot(const char* fo
     if (isOrderWrong || !isBnLinkRead || !isRpLinkRead || !areBtnClassesRead)
         return CXMLReader::READXML_BADFORMAT;
 
+    blankIDs.clear();
     RepairBtnClassIDs(reader, SCBUICoreCom::BTNCLS_ID_SRC_BEGIN, SCBUICoreCom::BTNCLS_ID_SRC_END,
                       nextSrcBtnClassID, blankIDs);
     RepairBtnClassIDs(reader, SCBUICoreCom::BTNCLS_ID_VIR_COMMON_BEGIN,
@@ -548,20 +549,31 @@ CBUIDataMngr::EMthRetOfReadXML CBUIDataMngr::ReadFixedSpecByXML(CXMLReader& read
             FollowRestoredSpBtns(selectInfo);
             if (!SelectBtns(selectInfo, false))
                 ClearAllBtnSelections(true);
-        } else {
-            ClearOfFixedSpec();
         }
-        levelsRead.clear();
     } catch (...) {
-        levelsRead.clear();
         try {
-            ClearOfFixedSpec();
+            DropHalfReadFixedSpec();
         } catch (...) {
             ClearButCollaborators();
         }
         throw;
     }
+    if (result != CXMLReader::READXML_OK)
+        DropHalfReadFixedSpec();
+    levelsRead.clear();
     return result;
+}
+
+void CBUIDataMngr::DropHalfReadFixedSpec()
+{
+    levelsRead.clear();
+    multiSelection = false;
+    relationMode = RELATIONMODE_NARROWING;
+    for (const auto& [btnClassID, btnClass] : btnClasses) {
+        if (auto* const dateTimeBtnClass = dynamic_cast<VCDateTimeBtnClass*>(btnClass.get()))
+            dateTimeBtnClass->UnsetDispForm();
+    }
+    ClearOfFixedSpec();
 }
 
 CBUIDataMngr::EMthRetOfReadXML CBUIDataMngr::ReadFixedSpecOfRoot(CXMLReader& reader)

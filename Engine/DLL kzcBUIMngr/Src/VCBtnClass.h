@@ -721,6 +721,7 @@ private:
     void LinkMember(const VCSpBtn& spBtn, VCBtn& member) noexcept;
     void ForgetOuterSpBtn(const SBtnClassIDAndBtnID& spBtn, VCBtn& member) noexcept;
     void UnlinkMember(const VCSpBtn& spBtn, VCBtn& member) noexcept;
+    void UnlinkMember(const VCSpBtn& spBtn, DWORD mmbBtnID) noexcept; // in whatever class it is
     bool TakeIn(VCSpBtn& spBtn, DWORD mmbBtnID) noexcept;
     void BuildRow(VCSpBtn& spBtn);
     static bool HoldAny(const SpBtnsOfClasses& spBtns, DWORD targetClassID, DWORD targetBtnID);
