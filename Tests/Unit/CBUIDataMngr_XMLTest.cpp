@@ -866,8 +866,8 @@ TEST_F(CBUIDataMngrXMLDamage, ASharedDefinitionDoesNotSufferFromALoopThatAUsersP
 
 TEST_F(CBUIDataMngrXMLDamage, ManyLoopsAreBrokenInReasonableTime)
 {
-    // Each of 2,000 buttons lists all of them.
-    const DWORD count = 2000;
+    // Each of 500 buttons lists all of them.
+    const DWORD count = 500;
     std::string all;
     for (DWORD i = 0; i < count; ++i)
         all += (i == 0 ? "" : ",") + std::to_string(INC + i);

@@ -250,7 +250,7 @@ bool CBUIDataMngr::WriteLinkTableSpecByXML(const char* folder, CXMLWriter& write
             SetLastError(ERROR_INVALID_DATA);
             return false;
         }
-        attributes.AddText(SCKZCoreCom::STR_ATTRNAME_XLINK_HREF, href);
+        attributes.AddKept(SCKZCoreCom::STR_ATTRNAME_XLINK_HREF, href);
         const std::string dir = std::string(folder) + GetPathBelowFolder(href);
         if (isBnLink ? !bnLink->WriteTo(dir.c_str()) : !rpLink->WriteTo(dir.c_str()))
             return false;
@@ -518,10 +518,8 @@ void CBUIDataMngr::SettleVirBtnClasses(bool common)
     std::erase_if(all, [](const VCBtnClass* btnClass) { return !btnClass->HasSpBtns(); });
     VCBtnClass::SettleMembers(all);
     VCBtnClass::ResetLiveMemberInfoOfAllSpBtns(all);
-    if (common) {
-        for (VCBtnClass* const btnClass : all)
-            btnClass->BuildOutdatedRows();
-    }
+    if (common)
+        VCBtnClass::BuildOutdatedRows(all);
 }
 
 // --- Reading the fixed form
@@ -725,8 +723,10 @@ void CBUIDataMngr::FollowRestoredSpBtns(std::vector<SSelectBtnIDList>& selectInf
         std::vector<DWORD>& selected = entry->second->btnIDList;
         selected.insert(selected.end(), added.begin(), added.end());
     }
+    std::vector<VCBtnClass*> all;
     for (const auto& [btnClassID, btnClass] : btnClasses)
-        btnClass->BuildOutdatedRows();
+        all.push_back(btnClass.get());
+    VCBtnClass::BuildOutdatedRows(all);
 }
 
 // --- Classes
