@@ -419,9 +419,10 @@ bool CBUIDataMngr::DoLinkTablesAgree() const
     std::erase_if(inRpLink, [](DWORD btnClassID) { return !SCBUICoreCom::IsSrcBtnClass(btnClassID); });
     if (inBnLink != inRpLink)
         return false;
+    const DWORD recCountOfBnLink = bnLink->GetRecCount();
     if (inBnLink.empty())
-        return true;
-    if (bnLink->GetRecCount() != recCount)
+        return recCountOfBnLink == 0 || recCountOfBnLink == recCount;
+    if (recCountOfBnLink != recCount)
         return false;
     const std::unique_ptr<DWORD[]> btnIDOfRec(new DWORD[recCount]);
     std::unique_ptr<DWORD[]> recArea;
@@ -518,6 +519,11 @@ void CBUIDataMngr::SettleVirBtnClasses(bool common)
     std::erase_if(all, [](const VCBtnClass* btnClass) { return !btnClass->HasSpBtns(); });
     VCBtnClass::SettleMembers(all);
     VCBtnClass::ResetLiveMemberInfoOfAllSpBtns(all);
+    for (VCBtnClass* const btnClass : all) {
+        auto* const virBtnClass = dynamic_cast<CVirBtnClass*>(btnClass);
+        if (virBtnClass != nullptr && !virBtnClass->IsCommon())
+            virBtnClass->SwitchOffBtnsOverIneffectiveClasses();
+    }
     if (common)
         VCBtnClass::BuildOutdatedRows(all);
 }
@@ -541,6 +547,10 @@ CBUIDataMngr::EMthRetOfReadXML CBUIDataMngr::ReadFixedSpecByXML(CXMLReader& read
         result = ReadFixedSpecOfRoot(reader);
         if (result == CXMLReader::READXML_OK) {
             PlaceReadLevels();
+            for (const auto& [btnClassID, btnClass] : btnClasses) {
+                if (auto* const srcBtnClass = dynamic_cast<VCSrcBtnClass*>(btnClass.get()))
+                    srcBtnClass->HideEmpValBtnAsRead();
+            }
             SettleVirBtnClasses(false); // what it drops is selected no more
             GetAllBtnSelectionInfo(selectInfo);
             SetLimitedRecList(limitedRecListOfHost, limitedRecCountOfHost);

@@ -464,6 +464,7 @@ void VCBtnClass::SettleMembers(const std::vector<VCBtnClass*>& btnClasses)
 
 void VCBtnClass::DropImpossibleMembers()
 {
+    hasAbsentSpMembers = false;
     for (const auto& [btnID, spBtn] : spBtnOfID) {
         if (spBtn->mmbBtnIDList.empty())
             continue;
