@@ -123,7 +123,7 @@ public:
 
 private:
     static constexpr std::uint64_t FREE_SLOTS = 1048576;
-    static constexpr std::uint64_t SLOTS_PER_ENTRY = 100;
+    static constexpr std::uint64_t SLOTS_PER_ENTRY = 16;
 
     std::uint64_t rest;
 };

@@ -25,7 +25,7 @@ namespace NSKZ::NSKZCore {
 // written.
 //
 // ReadFrom also refuses buttons whose identifiers lie so far apart that the arrays indexed by them would take
-// more than a hundred times the index file and some 12 MB.
+// more than sixteen times the index file and some 12 MB.
 class CRpLink_OnMemVer : public IRpLink
 {
 public:
