@@ -495,10 +495,8 @@ void CBUIDataMngr::DropFldsWithoutBtnClass()
             bnLink->DeleteFld(btnClassID);
     }
     rpLink->GetBtnClassIDList(btnClassIDs);
-    for (const DWORD btnClassID : btnClassIDs) {
-        if (!ExistBtnClass(btnClassID))
-            rpLink->DeleteFld(btnClassID);
-    }
+    std::erase_if(btnClassIDs, [this](DWORD btnClassID) { return ExistBtnClass(btnClassID); });
+    rpLink->DeleteFlds(btnClassIDs);
     // Rows of special buttons are made anew: they may be those of other members.
     rpLink->ClearOfFixedSpec();
     for (const auto& [btnClassID, btnClass] : btnClasses) {
