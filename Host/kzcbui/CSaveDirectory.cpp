@@ -121,11 +121,11 @@ void CSaveDirectory::RemoveAllBut(const std::string& kept) noexcept
     // What cannot be removed stays, and the next save tries again.
     try {
         std::error_code ignored;
-        fs::remove(directory / NAME_OF_NEW_POINTER, ignored);
         std::vector<fs::path> others;
         for (fs::directory_iterator entry(directory, ignored), end; entry != end; entry.increment(ignored)) {
             const std::string name = SCSystemFile::IntoUTF8(entry->path().filename());
-            if (IsName(name) && name != kept && fs::is_directory(entry->symlink_status(ignored)))
+            const bool isDirectory = fs::is_directory(entry->symlink_status(ignored));
+            if (isDirectory ? IsName(name) && name != kept : name == NAME_OF_NEW_POINTER)
                 others.push_back(entry->path());
         }
         for (const fs::path& other : others)
@@ -172,7 +172,6 @@ void CSaveDirectory::Publish()
 
     const fs::path newPointer = directory / NAME_OF_NEW_POINTER;
     const fs::path pointer = directory / NAME_OF_POINTER;
-    fs::remove(newPointer, error);
     Require(SCSystemFile::WriteNew(newPointer, nameBegun + "\n"), newPointer, "cannot be written");
     Require(SCDurableFile::SyncFile(newPointer), newPointer, NOT_FLUSHED);
     Require(SCDurableFile::SyncDirectory(directory), directory, NOT_FLUSHED);
