@@ -2,6 +2,7 @@
 
 #include "SCMemory.h"
 
+#include <algorithm>
 #include <cstdlib>
 
 namespace {
@@ -11,11 +12,13 @@ using NSKZ::NSKZCore::SCMemory;
 thread_local std::size_t allocCount = 0;
 thread_local std::size_t failingAlloc = 0; // 0: none
 thread_local bool hasFailed = false;
+thread_local std::size_t largestSize = 0;
 thread_local std::ptrdiff_t liveBlockCount = 0;
 
-bool IsToFail() noexcept
+bool IsToFail(std::size_t size) noexcept
 {
     ++allocCount;
+    largestSize = std::max(largestSize, size);
     if (allocCount != failingAlloc)
         return false;
     hasFailed = true;
@@ -24,7 +27,7 @@ bool IsToFail() noexcept
 
 void* AllocateBlock(std::size_t size) noexcept
 {
-    if (IsToFail())
+    if (IsToFail(size))
         return nullptr;
     void* const block = std::malloc(size == 0 ? 1 : size);
     if (block != nullptr)
@@ -34,7 +37,7 @@ void* AllocateBlock(std::size_t size) noexcept
 
 void* AllocateAlignedBlock(std::size_t size, std::size_t alignment) noexcept
 {
-    if (IsToFail())
+    if (IsToFail(size))
         return nullptr;
     void* const block = std::aligned_alloc(alignment, (size + alignment - 1) / alignment * alignment);
     if (block != nullptr)
@@ -44,7 +47,7 @@ void* AllocateAlignedBlock(std::size_t size, std::size_t alignment) noexcept
 
 void* ReallocateBlock(void* block, std::size_t size) noexcept
 {
-    return IsToFail() ? nullptr : std::realloc(block, size);
+    return IsToFail(size) ? nullptr : std::realloc(block, size);
 }
 
 void ReleaseBlock(void* block) noexcept
@@ -136,6 +139,7 @@ CAllocFault::CAllocFault() noexcept
 {
     hooksBefore = SCMemory::SetHooks({AllocateBlock, ReallocateBlock, ReleaseBlock});
     allocCount = 0;
+    largestSize = 0;
     liveBlockCount = 0;
 }
 
@@ -148,6 +152,7 @@ CAllocFault::~CAllocFault()
 void CAllocFault::Arm(std::size_t nth) noexcept
 {
     allocCount = 0;
+    largestSize = 0;
     hasFailed = false;
     failingAlloc = nth;
 }
@@ -161,6 +166,11 @@ bool CAllocFault::Disarm() noexcept
 std::size_t CAllocFault::GetAllocCount() const noexcept
 {
     return allocCount;
+}
+
+std::size_t CAllocFault::GetLargestSize() const noexcept
+{
+    return largestSize;
 }
 
 std::ptrdiff_t CAllocFault::GetLiveBlockCount() const noexcept

@@ -28,6 +28,9 @@ public:
     // Blocks allocated less blocks released since the start: what an operation leaks stays in the difference.
     std::ptrdiff_t GetLiveBlockCount() const noexcept;
 
+    // The most bytes that have been asked for at once since the last Arm or the start.
+    std::size_t GetLargestSize() const noexcept;
+
     // Calls test(attempt) once for each allocation that an operation makes, that one failing, and once more
     // with none failing. `test` prepares, calls attempt(operation) and looks at what it says: true if the
     // operation came to its end, which it may in spite of a failure, false if it ended in std::bad_alloc.

@@ -2,6 +2,7 @@
 
 #include "Support/CAllocFault.h"
 #include "Support/CRandom.h"
+#include "Support/LinkTableContent.h"
 
 #include <gtest/gtest.h>
 
@@ -10,43 +11,11 @@
 #include <thread>
 
 using namespace NSKZ::NSKZCore;
-using List = std::vector<DWORD>;
+using namespace NSKZ::Test;
 
 namespace {
 
 constexpr DWORD PAST_32_BITS = 4294967295; // with any count above 0 it leaves 32 bits
-
-List GetColumn(const IBnLink& link, DWORD btnClassID)
-{
-    List cells(link.GetRecCount());
-    EXPECT_TRUE(link.GetData(btnClassID, 0, link.GetRecCount(), cells.data())) << btnClassID;
-    return cells;
-}
-
-bool InsertFld(IBnLink& link, DWORD btnClassID, const List& cells)
-{
-    return link.InsertFld(btnClassID, static_cast<DWORD>(cells.size()), cells.data());
-}
-
-// Everything a table holds of the classes 0 to 40.
-struct SContent
-{
-    DWORD recCount = 0;
-    std::map<DWORD, List> columns;
-
-    bool operator==(const SContent&) const = default;
-};
-
-SContent GetContent(const IBnLink& link)
-{
-    SContent content;
-    content.recCount = link.GetRecCount();
-    for (DWORD btnClassID = 0; btnClassID <= 40; ++btnClassID) {
-        if (link.ExistFld(btnClassID))
-            content.columns[btnClassID] = GetColumn(link, btnClassID);
-    }
-    return content;
-}
 
 // Three records in the classes 3, 1 and 7, inserted in this order.
 void FillWithThreeClasses(IBnLink& link)
@@ -67,7 +36,7 @@ protected:
     void ExpectUnchanged() { EXPECT_TRUE(GetContent(link) == before); }
 
     CBnLink_OnMemVer link;
-    SContent before;
+    SBnLinkContent before;
 };
 
 // What GetBtnIDList and GetBtnIDListOfRecList are to give, told naively.
@@ -388,7 +357,7 @@ TEST_F(CBnLink_OnMemVerFilled, GetBtnIDsOfRecsGivesTheCellOfEveryListedRecord)
 TEST_F(CBnLink_OnMemVerFilled, ClearEmptiesTheTable)
 {
     link.Clear();
-    EXPECT_TRUE(GetContent(link) == SContent());
+    EXPECT_TRUE(GetContent(link) == SBnLinkContent());
     EXPECT_EQ(link.GetVersionType(), SCBUICoreCom::LINKTBLVERTYPE_ONMEM);
     EXPECT_TRUE(InsertFld(link, 3, {4}));
     EXPECT_EQ(GetColumn(link, 3), (List{4}));
@@ -425,7 +394,8 @@ TEST(CBnLink_OnMemVer, StructureMayBeChangedFromSeveralThreads)
     }
     for (std::thread& thread : threads)
         thread.join();
-    const SContent expected = {4, {{10, List(4, 1)}, {20, List(4, 11)}, {30, List(4, 21)}, {40, List(4, 1)}}};
+    const SBnLinkContent expected = {
+        4, {{10, List(4, 1)}, {20, List(4, 11)}, {30, List(4, 21)}, {40, List(4, 1)}}};
     EXPECT_TRUE(GetContent(link) == expected);
 }
 
@@ -475,7 +445,7 @@ TEST(CBnLink_OnMemVer, InsertFldThatRunsOutOfMemoryLeavesTheTableAsItWas)
                 CBnLink_OnMemVer link;
                 if (filled)
                     FillWithThreeClasses(link);
-                const SContent before = GetContent(link);
+                const SBnLinkContent before = GetContent(link);
                 const bool completed =
                     attempt([&] { EXPECT_TRUE(link.InsertFld(20, 3, withCells ? cells.data() : nullptr)); });
                 EXPECT_EQ(link.ExistFld(20), completed);
@@ -498,7 +468,7 @@ TEST(CBnLink_OnMemVer, InsertFldThatRunsOutOfMemoryLeavesATableOfAnyWidthAsItWas
             CBnLink_OnMemVer link;
             for (DWORD btnClassID = 1; btnClassID <= fldCount; ++btnClassID)
                 ASSERT_TRUE(InsertFld(link, btnClassID, {btnClassID}));
-            SContent expected = GetContent(link);
+            SBnLinkContent expected = GetContent(link);
             if (!attempt([&] { EXPECT_TRUE(InsertFld(link, 20, {7})); })) {
                 EXPECT_TRUE(GetContent(link) == expected);
                 EXPECT_TRUE(InsertFld(link, 20, {7}));
@@ -517,7 +487,7 @@ TEST(CBnLink_OnMemVer, InsertRecThatRunsOutOfMemoryLeavesTheTableAsItWas)
     const std::size_t failures = memory.FailEachInTurn([](auto attempt) {
         CBnLink_OnMemVer link;
         FillWithThreeClasses(link);
-        const SContent before = GetContent(link);
+        const SBnLinkContent before = GetContent(link);
         if (!attempt([&] { EXPECT_TRUE(link.InsertRec(1, 1000)); })) {
             EXPECT_TRUE(GetContent(link) == before);
             EXPECT_TRUE(link.InsertRec(1, 1));
@@ -535,7 +505,7 @@ TEST(CBnLink_OnMemVer, AssignmentThatRunsOutOfMemoryLeavesTheTableAsItWas)
         FillWithThreeClasses(source);
         CBnLink_OnMemVer link;
         ASSERT_TRUE(InsertFld(link, 30, {1}));
-        const SContent before = GetContent(link);
+        const SBnLinkContent before = GetContent(link);
         const bool completed = attempt([&] { link = source; });
         EXPECT_TRUE(GetContent(link) == (completed ? GetContent(source) : before));
     });
@@ -565,7 +535,7 @@ TEST(CBnLink_OnMemVer, AgreesWithANaiveTableOnRandomOperations)
 {
     CRandom random;
     CBnLink_OnMemVer link;
-    SContent model;
+    SBnLinkContent model;
     // Buttons of one run lie close together so that they meet; some cells are no source button.
     const auto makeCells = [&random](DWORD count) {
         List cells(count);
@@ -635,7 +605,7 @@ TEST(CBnLink_OnMemVer, AgreesWithANaiveTableOnRandomOperations)
         default:
             if (random.IsOneOf(100)) {
                 link.Clear();
-                model = SContent();
+                model = SBnLinkContent();
             }
         }
         ASSERT_TRUE(GetContent(link) == model) << "round " << round;

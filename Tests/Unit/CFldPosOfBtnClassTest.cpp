@@ -1,10 +1,12 @@
 #include "CFldPosOfBtnClass.h"
 
 #include "Support/CAllocFault.h"
+#include "Support/LinkTableFiles.h"
 
 #include <gtest/gtest.h>
 
 using namespace NSKZ::NSKZCore;
+using namespace NSKZ::Test;
 
 namespace {
 
@@ -88,4 +90,74 @@ TEST(CFldPosOfBtnClass, ExhaustedMemoryLeavesItAsItWas)
         EXPECT_EQ(Find(fldPos, 100), 999u);
     });
     EXPECT_EQ(failures, 1u);
+}
+
+namespace {
+
+// Writes the positions to an index file and returns its numbers.
+std::vector<DWORD> Write(const CFldPosOfBtnClass& fldPos, const CLinkTableDir& dir)
+{
+    CBinaryWriter writer((dir.GetPath() + "0.dat").c_str(), true);
+    fldPos.WriteTo(writer);
+    EXPECT_TRUE(writer.Close());
+    return dir.Read(0);
+}
+
+// Reads the positions of an index file of these numbers; the class 3 is held before.
+bool Read(CFldPosOfBtnClass& fldPos, const std::vector<DWORD>& numbers, DWORD& fldCount)
+{
+    const CLinkTableDir dir;
+    dir.Write(0, numbers);
+    Insert(fldPos, 3, 0);
+    CLinkTableIndexReader reader(dir.GetPath().c_str());
+    return fldPos.ReadFrom(reader, fldCount);
+}
+
+} // namespace
+
+TEST(CFldPosOfBtnClass, PositionsAreWrittenVectorByVectorAndComeBack)
+{
+    CFldPosOfBtnClass fldPos;
+    const CLinkTableDir dir;
+    EXPECT_EQ(Write(fldPos, dir), (std::vector<DWORD>{0, 0, 0}));
+    const std::vector<DWORD> btnClassIDs = {3, 1, 1000000001, 1000000003, 2000000002};
+    for (DWORD fld = 0; fld < btnClassIDs.size(); ++fld)
+        Insert(fldPos, btnClassIDs[fld], fld);
+    std::vector<DWORD> numbers = Write(fldPos, dir);
+    EXPECT_EQ(numbers, (std::vector<DWORD>{4, 0, 2, 0, 1, 3, 3, 0, 4, 2, 0, 5}));
+
+    numbers.push_back(5);
+    CFldPosOfBtnClass read;
+    DWORD fldCount = 0;
+    ASSERT_TRUE(Read(read, numbers, fldCount));
+    EXPECT_EQ(fldCount, 5u);
+    for (DWORD fld = 0; fld < btnClassIDs.size(); ++fld)
+        EXPECT_EQ(Find(read, btnClassIDs[fld]), fld);
+}
+
+TEST(CFldPosOfBtnClass, PositionsThatAreNotEachFieldOnceAreRefused)
+{
+    const std::vector<std::vector<DWORD>> bad = {
+        {},                          // nothing
+        {1},                         // a vector without its entries
+        {4294967295},                // likewise, of a size that could not be had
+        {0, 0, 0},                   // no count of fields
+        {2, 1, 0, 0, 0, 1},          // 0 is no class
+        {2, 0, 1, 0, 0, 0},          // more positions than fields
+        {2, 0, 1, 0, 0, 2},          // fewer
+        {3, 0, 1, 1, 0, 0, 2},       // one twice
+        {2, 0, 1, 1, 1, 0, 2},       // likewise, in two vectors
+        {3, 0, 1, 3, 0, 0, 2},       // one that is left out
+        {2, 0, 4294967295, 0, 0, 1}, // one far above
+        {2, 0, 1, 0, 0, 4294967295}, // a count far above
+    };
+    for (const std::vector<DWORD>& numbers : bad) {
+        CFldPosOfBtnClass fldPos;
+        DWORD fldCount = 77;
+        SetLastError(ERROR_SUCCESS);
+        EXPECT_FALSE(Read(fldPos, numbers, fldCount)) << testing::PrintToString(numbers);
+        EXPECT_EQ(GetLastError(), ERROR_INVALID_DATA) << testing::PrintToString(numbers);
+        EXPECT_EQ(fldCount, 77u);
+        EXPECT_EQ(Find(fldPos, 3), 999u); // no class is held
+    }
 }

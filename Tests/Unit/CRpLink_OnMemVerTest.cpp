@@ -4,6 +4,7 @@
 #include "SCKZCoreStrDef.h"
 #include "Support/CAllocFault.h"
 #include "Support/CRandom.h"
+#include "Support/LinkTableContent.h"
 
 #include <gtest/gtest.h>
 
@@ -13,8 +14,7 @@
 #include <thread>
 
 using namespace NSKZ::NSKZCore;
-using List = std::vector<DWORD>;
-using Lists = std::map<DWORD, List>; // by button
+using namespace NSKZ::Test;
 
 namespace {
 
@@ -27,114 +27,6 @@ constexpr DWORD FIXED_VIR = SCBUICoreCom::BTNCLS_ID_VIR_FIXED_BEGIN;
 constexpr DWORD LAST_CLASS = SCBUICoreCom::BTNCLS_ID_VIR_FIXED_END;
 const List NO_BTNS = {0, 3000000002, 4000000001, 4240000002, 4294967295};
 const List NO_CLASSES = {0, LAST_CLASS + 1, 2147483648, 4294967295};
-
-// Lists as the table takes them; they borrow from the object that made them.
-class CBorrowedLists
-{
-public:
-    explicit CBorrowedLists(const Lists& lists) : owned(lists)
-    {
-        for (auto& [btnID, list] : owned) {
-            EXPECT_TRUE(borrowed.Set(btnID, SRecordList{list.data(), static_cast<DWORD>(list.size())}));
-            total += static_cast<DWORD>(list.size());
-        }
-    }
-    CBorrowedLists(const CBorrowedLists&) = delete;
-    CBorrowedLists& operator=(const CBorrowedLists&) = delete;
-    const TCBtnIDAssArr<SRecordList>& Get() const { return borrowed; }
-    DWORD GetTotal() const { return total; }
-
-private:
-    Lists owned;
-    TCBtnIDAssArr<SRecordList> borrowed;
-    DWORD total = 0;
-};
-
-bool InsertFld(IRpLink& link, DWORD btnClassID, const Lists& lists)
-{
-    const CBorrowedLists borrowed(lists);
-    return link.InsertFld(btnClassID, borrowed.Get(), borrowed.GetTotal());
-}
-
-bool SetRecList(IRpLink& link, DWORD btnClassID, DWORD btnID, const List& list)
-{
-    return link.SetRecList(btnClassID, btnID, list.data(), static_cast<DWORD>(list.size()));
-}
-
-bool AddRecList(IRpLink& link, DWORD btnClassID, DWORD btnID, const List& list)
-{
-    return link.AddRecList(btnClassID, btnID, list.data(), static_cast<DWORD>(list.size()));
-}
-
-bool DeleteRecList(IRpLink& link, DWORD btnClassID, DWORD btnID, const List& list)
-{
-    return link.DeleteRecList(btnClassID, btnID, list.data(), static_cast<DWORD>(list.size()));
-}
-
-void InsertRec(IRpLink& link, DWORD btnClassID, DWORD pos, DWORD count, const Lists& lists)
-{
-    const CBorrowedLists borrowed(lists);
-    link.InsertRec(btnClassID, pos, count, borrowed.Get(), borrowed.GetTotal());
-}
-
-DWORD GetFldSize(const IRpLink& link, DWORD btnClassID)
-{
-    DWORD size = 0;
-    EXPECT_TRUE(link.GetRecCountOfFld(btnClassID, size)) << btnClassID;
-    return size;
-}
-
-List GetRecList(const IRpLink& link, DWORD btnClassID, DWORD btnID)
-{
-    DWORD count = 0;
-    EXPECT_TRUE(link.GetRecCount(btnClassID, btnID, count));
-    List list(count);
-    DWORD listed = 77;
-    EXPECT_TRUE(link.GetRecList(btnClassID, btnID, list.data(), listed));
-    EXPECT_EQ(listed, count);
-    return list;
-}
-
-// One class: its area, and the lists of the buttons that have an entry.
-struct SFld
-{
-    List area;
-    Lists lists;
-
-    bool operator==(const SFld&) const = default;
-};
-
-SFld GetFld(const IRpLink& link, DWORD btnClassID)
-{
-    SFld fld;
-    fld.area.resize(GetFldSize(link, btnClassID));
-    TCBtnIDAssArr<SRecordList> recLists;
-    recLists.Set(5, SRecordList{nullptr, 3}); // must not stay
-    EXPECT_TRUE(link.GetAllRecList(btnClassID, recLists, fld.area.data()));
-    for (auto it = recLists.begin(); it != recLists.end(); ++it) {
-        const auto pos = static_cast<std::size_t>(it->recList - fld.area.data());
-        EXPECT_LE(pos + it->recCount, fld.area.size()) << it.GetKey();
-        fld.lists[it.GetKey()] = List(it->recList, it->recList + it->recCount);
-    }
-    return fld;
-}
-
-using Content = std::map<DWORD, SFld>; // by class
-
-Content GetContent(const IRpLink& link)
-{
-    Content content;
-    List btnClassIDs = {9};
-    link.GetBtnClassIDList(btnClassIDs);
-    for (const DWORD btnClassID : btnClassIDs)
-        content[btnClassID] = GetFld(link, btnClassID);
-    return content;
-}
-
-Lists GetLists(const IRpLink& link, DWORD btnClassID)
-{
-    return GetFld(link, btnClassID).lists;
-}
 
 // Whether the slices of a class lie in its area without overlap and without a gap.
 void ExpectSlicesFillTheArea(const IRpLink& link, DWORD btnClassID)
@@ -170,7 +62,7 @@ protected:
     void ExpectUnchanged() { EXPECT_TRUE(GetContent(link) == before); }
 
     CRpLink_OnMemVer link;
-    Content before;
+    RpLinkContent before;
 };
 
 } // namespace
@@ -564,7 +456,7 @@ TEST(CRpLink_OnMemVer, ClearOfFixedSpecLeavesAClassWithoutIncAndCllButtonsAsItIs
 {
     CRpLink_OnMemVer link;
     ASSERT_TRUE(InsertFld(link, 7, {{1, {4}}, {NRM, {1, 2}}, {VIRINC, {0, 4}}}));
-    const Content before = GetContent(link);
+    const RpLinkContent before = GetContent(link);
     EXPECT_TRUE(link.ClearOfFixedSpec(7));
     EXPECT_TRUE(GetContent(link) == before);
     ASSERT_TRUE(SetRecList(link, 7, INC, {1}));
@@ -805,7 +697,7 @@ std::size_t ExpectUnchangedWhenMemoryRunsOut(const TOperation& operation)
         CRpLink_OnMemVer expected;
         expected = link;
         operation(expected);
-        const Content before = GetContent(link);
+        const RpLinkContent before = GetContent(link);
         if (!attempt([&] { operation(link); })) {
             EXPECT_TRUE(GetContent(link) == before);
             operation(link);
@@ -846,7 +738,7 @@ TEST(CRpLink_OnMemVer, InsertFldThatRunsOutOfMemoryLeavesATableOfAnyLengthAsItWa
             CRpLink_OnMemVer link;
             for (DWORD btnClassID = 1; btnClassID <= fldCount; ++btnClassID)
                 ASSERT_TRUE(InsertFld(link, btnClassID, {{NRM, {btnClassID}}}));
-            Content expected = GetContent(link);
+            RpLinkContent expected = GetContent(link);
             if (!attempt([&] { EXPECT_TRUE(link.InsertFld(20)); })) {
                 EXPECT_TRUE(GetContent(link) == expected);
                 EXPECT_TRUE(link.InsertFld(20));

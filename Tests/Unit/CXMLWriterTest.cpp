@@ -104,6 +104,20 @@ TEST_F(CXMLWriterTest, EveryDoubleByteCharacterComesBackOrIsRefused)
     EXPECT_EQ(refused, 398u); // characters of NEC and IBM that stand twice
 }
 
+TEST_F(CXMLWriterTest, ANameMayHaveAPrefixAndComesBackWithIt)
+{
+    CXMLWriter writer(GetPath().c_str());
+    EXPECT_TRUE(PutStart(writer, "Root", {MakeAttribute("xmlns:xlink", "http://www.w3.org/1999/xlink")}));
+    EXPECT_TRUE(PutEmpty(writer, "Link", {MakeAttribute("xlink:type", "simple")}));
+    EXPECT_TRUE(
+        PutEmpty(writer, "undeclared:Link", {MakeAttribute("type", "1"), MakeAttribute("x:type", "2")}));
+    EXPECT_TRUE(PutEnd(writer, "Root"));
+    EXPECT_TRUE(writer.Close());
+    CXMLReader reader(GetPath().c_str());
+    EXPECT_EQ(WalkAll(reader), "Root xmlns:xlink=http://www.w3.org/1999/xlink; .Link xlink:type=simple; "
+                               ".undeclared:Link type=1 x:type=2; ");
+}
+
 TEST_F(CXMLWriterTest, FilesAreUTF8)
 {
     EXPECT_EQ(WriteAndRead(SJIS(u8"値")), SJIS(u8"値"));
@@ -143,7 +157,8 @@ TEST_F(CXMLWriterTest, ARefusedTagLeavesTheDocumentAsItWas)
     EXPECT_FALSE(PutEnd(writer, "a"));
     EXPECT_TRUE(PutStart(writer, "a"));
     const std::vector<std::string> badNames = {
-        "", " ", "1a", "-a", "a b", "a<", "a:b", SJIS(u8"値"), std::string("a\0", 2)};
+        "",   " ",  "1a",    "-a",   "a b", "a<",         ":",
+        "a:", ":a", "a:b:c", "a::b", "a:1", SJIS(u8"値"), std::string("a\0", 2)};
     for (const std::string& name : badNames) {
         SetLastError(ERROR_SUCCESS);
         EXPECT_FALSE(PutEmpty(writer, name)) << name;

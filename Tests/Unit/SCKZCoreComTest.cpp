@@ -372,3 +372,102 @@ TEST(SCKZCoreCom, MinusAndMacronAreTheCharactersOfTheirWidth)
     EXPECT_EQ(SCKZCoreCom::STRLEN_EM_MACRON, 2u);
     EXPECT_EQ(SCKZCoreCom::STRLEN_EN_MACRON, 1u);
 }
+
+TEST(SCKZCoreCom, ADirectoryPathEndsInASeparatorThatIsACharacter)
+{
+    const auto isDirectoryPath = [](const std::string& path) {
+        return SCKZCoreCom::IsDirectoryPath(path.data(), static_cast<DWORD>(path.size()));
+    };
+    EXPECT_TRUE(isDirectoryPath("C:\\BUI\\"));
+    EXPECT_TRUE(isDirectoryPath("/BUI/"));
+    EXPECT_TRUE(isDirectoryPath("\\"));
+    EXPECT_TRUE(isDirectoryPath(NSKZ::Test::SJIS(u8"\\表\\"))); // behind a character that ends in its byte
+    EXPECT_FALSE(isDirectoryPath(""));
+    EXPECT_FALSE(isDirectoryPath("C:\\BUI"));
+    EXPECT_FALSE(isDirectoryPath("C:"));
+    EXPECT_FALSE(isDirectoryPath(NSKZ::Test::SJIS(u8"\\表"))); // a character that ends in the byte of one
+    EXPECT_FALSE(SCKZCoreCom::IsDirectoryPath(nullptr, 0));
+    const char* const longer = "ab\\cd";
+    EXPECT_TRUE(SCKZCoreCom::IsDirectoryPath(longer, 3));
+    EXPECT_FALSE(SCKZCoreCom::IsDirectoryPath(longer, 4));
+
+    const NSKZ::Test::CCodePageScope utf8(CP_UTF8);
+    EXPECT_TRUE(isDirectoryPath(NSKZ::Test::UTF8(u8"\\表\\")));
+    EXPECT_TRUE(isDirectoryPath("\x95\\")); // no lead byte here
+    EXPECT_FALSE(isDirectoryPath(NSKZ::Test::UTF8(u8"\\表")));
+}
+
+TEST(SCKZCoreCom, ByteOrdersAndDataModelsHaveWordsThatReadBack)
+{
+    const char* text = "untouched";
+    DWORD len = 77;
+    for (const auto& [value, word] : {std::pair(SCKZCoreCom::ENDIANNESS_LITTLE, "LittleEndian"),
+                                      {SCKZCoreCom::ENDIANNESS_BIG, "BigEndian"}}) {
+        ASSERT_TRUE(SCKZCoreCom::GetEndiannessStr(value, text, len));
+        EXPECT_EQ(std::string(text, len), word);
+        auto read = static_cast<SCKZCoreCom::EEndianness>(0);
+        EXPECT_TRUE(SCKZCoreCom::GetEndianness(text, len, read));
+        EXPECT_EQ(read, value);
+    }
+    for (const auto& [value, word] : {std::pair(SCKZCoreCom::DATAMODEL_ILP32, "ILP32"),
+                                      {SCKZCoreCom::DATAMODEL_LLP64, "LLP64"},
+                                      {SCKZCoreCom::DATAMODEL_LP64, "LP64"}}) {
+        ASSERT_TRUE(SCKZCoreCom::GetDataModelStr(value, text, len));
+        EXPECT_EQ(std::string(text, len), word);
+        auto read = static_cast<SCKZCoreCom::EDataModel>(0);
+        EXPECT_TRUE(SCKZCoreCom::GetDataModel(text, len, read));
+        EXPECT_EQ(read, value);
+    }
+}
+
+TEST(SCKZCoreCom, WhatIsNoByteOrderAndNoDataModelIsRefusedAndLeavesTheOutput)
+{
+    const char* text = "untouched";
+    DWORD len = 77;
+    for (const DWORD value : {0u, 3u, 4294967295u})
+        EXPECT_FALSE(SCKZCoreCom::GetEndiannessStr(static_cast<SCKZCoreCom::EEndianness>(value), text, len));
+    for (const DWORD value : {0u, 4u, 4294967295u})
+        EXPECT_FALSE(SCKZCoreCom::GetDataModelStr(static_cast<SCKZCoreCom::EDataModel>(value), text, len));
+    EXPECT_STREQ(text, "untouched");
+    EXPECT_EQ(len, 77u);
+
+    auto endianness = SCKZCoreCom::ENDIANNESS_BIG;
+    auto dataModel = SCKZCoreCom::DATAMODEL_LLP64;
+    for (const std::string& word : {std::string(), std::string("littleEndian"), std::string("LittleEndian "),
+                                    std::string("LittleEndia"), std::string("lp64"), std::string("LP6"),
+                                    std::string("LP64\0", 5), std::string("64")}) {
+        EXPECT_FALSE(SCKZCoreCom::GetEndianness(word.data(), static_cast<DWORD>(word.size()), endianness));
+        EXPECT_FALSE(SCKZCoreCom::GetDataModel(word.data(), static_cast<DWORD>(word.size()), dataModel));
+    }
+    EXPECT_FALSE(SCKZCoreCom::GetEndianness("LP64", 4, endianness));
+    EXPECT_FALSE(SCKZCoreCom::GetDataModel("BigEndian", 9, dataModel));
+    EXPECT_EQ(endianness, SCKZCoreCom::ENDIANNESS_BIG);
+    EXPECT_EQ(dataModel, SCKZCoreCom::DATAMODEL_LLP64);
+}
+
+TEST(SCKZCoreCom, ThePresentEnvironmentIsWhatTheProgramRunsOn)
+{
+    const DWORD one = 1;
+    unsigned char firstByte = 0;
+    std::memcpy(&firstByte, &one, 1);
+    EXPECT_EQ(SCKZCoreCom::GetEndiannessOfPresentEnvironment(),
+              firstByte == 1 ? SCKZCoreCom::ENDIANNESS_LITTLE : SCKZCoreCom::ENDIANNESS_BIG);
+    const auto dataModel = SCKZCoreCom::GetDataModelOfPresentEnvironment();
+    EXPECT_EQ(dataModel == SCKZCoreCom::DATAMODEL_ILP32, sizeof(void*) == 4);
+    EXPECT_EQ(dataModel == SCKZCoreCom::DATAMODEL_LP64, sizeof(long) == 8);
+}
+
+TEST(SCKZCoreCom, TheConstantsOfFilesHaveTheirLengths)
+{
+    const auto expectText = [](const char* text, DWORD len, const char* expected) {
+        EXPECT_EQ(std::string(text, len), expected);
+    };
+    expectText(SCKZCoreCom::STR_EXTENSION_DAT, SCKZCoreCom::STRLEN_EXTENSION_DAT, ".dat");
+    expectText(SCKZCoreCom::STR_ATTRNAME_ENDIANNESS, SCKZCoreCom::STRLEN_ATTRNAME_ENDIANNESS, "endianness");
+    expectText(SCKZCoreCom::STR_ATTRNAME_DATAMODEL, SCKZCoreCom::STRLEN_ATTRNAME_DATAMODEL, "dataModel");
+    expectText(SCKZCoreCom::STR_ATTRNAME_XLINK_TYPE, SCKZCoreCom::STRLEN_ATTRNAME_XLINK_TYPE, "xlink:type");
+    expectText(SCKZCoreCom::STR_ATTRVALUE_XLINK_TYPE_SIMPLE, SCKZCoreCom::STRLEN_ATTRVALUE_XLINK_TYPE_SIMPLE,
+               "simple");
+    expectText(SCKZCoreCom::STR_ATTRNAME_XLINK_HREF, SCKZCoreCom::STRLEN_ATTRNAME_XLINK_HREF, "xlink:href");
+    EXPECT_EQ(SCKZCoreCom::CHAR_YEN, '\x5C');
+}

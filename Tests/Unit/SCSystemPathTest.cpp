@@ -9,6 +9,8 @@
 #include <algorithm>
 #include <cerrno>
 
+#include <sys/stat.h>
+
 using namespace NSKZ::NSKZCore;
 using namespace NSKZ::Test;
 
@@ -104,10 +106,48 @@ TEST(SCSystemPath, AMissingFileAndADirectoryAreRefusedWithTheirErrors)
     SetLastError(ERROR_SUCCESS);
 }
 
+TEST(SCSystemPath, AFileIsOpenedForReadingWithItsSize)
+{
+    const CTempDir dir;
+    dir.WriteFile(UTF8(u8"表.dat"), "content");
+    dir.WriteFile("empty.dat", "");
+    unsigned long long size = 77;
+    const CFilePtr file =
+        SCSystemPath::OpenFileForReading((dir.GetPath().string() + "\\" + SJIS(u8"表.dat")).c_str(), size);
+    ASSERT_NE(file, nullptr);
+    EXPECT_EQ(size, 7u);
+    EXPECT_EQ(ReadAll(file.get()), "content");
+    const CFilePtr empty =
+        SCSystemPath::OpenFileForReading((dir.GetPath().string() + "\\empty.dat").c_str(), size);
+    ASSERT_NE(empty, nullptr);
+    EXPECT_EQ(size, 0u);
+}
+
+TEST(SCSystemPath, WhatHasNoSizeIsNotOpenedForReadingAndNotWaitedFor)
+{
+    const CTempDir dir;
+    const std::string pipe = (dir.GetPath() / "pipe").string();
+    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+    unsigned long long size = 77;
+    for (const std::string& path : {dir.GetPath().string(), dir.GetPath().string() + "/", pipe,
+                                    std::string("/dev/null"), std::string("/dev/zero")}) {
+        SetLastError(ERROR_SUCCESS);
+        EXPECT_EQ(SCSystemPath::OpenFileForReading(path.c_str(), size), nullptr) << path;
+        EXPECT_EQ(GetLastError(), ERROR_ACCESS_DENIED) << path;
+    }
+    EXPECT_EQ(SCSystemPath::OpenFileForReading((dir.GetPath() / "missing").string().c_str(), size), nullptr);
+    EXPECT_EQ(GetLastError(), ERROR_FILE_NOT_FOUND);
+    EXPECT_EQ(SCSystemPath::OpenFileForReading("a\x82", size), nullptr);
+    EXPECT_EQ(GetLastError(), ERROR_NO_UNICODE_TRANSLATION);
+    EXPECT_EQ(size, 77u);
+}
+
 TEST(SCSystemPath, AValueOfErrnoHasItsLastError)
 {
     EXPECT_EQ(SCSystemPath::GetLastErrorOfErrno(ENOENT), ERROR_FILE_NOT_FOUND);
+    EXPECT_EQ(SCSystemPath::GetLastErrorOfErrno(EEXIST), ERROR_FILE_EXISTS);
     EXPECT_EQ(SCSystemPath::GetLastErrorOfErrno(ENOSPC), ERROR_DISK_FULL);
+    EXPECT_EQ(SCSystemPath::GetLastErrorOfErrno(EFBIG), ERROR_FILE_TOO_LARGE);
     EXPECT_EQ(SCSystemPath::GetLastErrorOfErrno(EIO), ERROR_GEN_FAILURE);
     EXPECT_EQ(SCSystemPath::GetLastErrorOfErrno(0), ERROR_GEN_FAILURE);
 }

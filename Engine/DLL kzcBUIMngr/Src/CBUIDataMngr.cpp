@@ -111,6 +111,8 @@ void CBUIDataMngr::Clear()
     limitedRecCount = 0;
     numCndRecListLimited = false;
     numCndRecCount = 0;
+    levelsRead.clear();
+    areLinkTablesLost = false;
 }
 
 void CBUIDataMngr::ClearOfFixedSpec()

@@ -2,6 +2,8 @@
 #define CBUIDATAMNGR_H
 
 #include "CSumValueCacheMngr.h"
+#include "CXMLReader.h"
+#include "CXMLWriter.h"
 #include "KzcBUIMngrAPI.h"
 #include "SCBUICoreCom.h"
 #include "SCDeclareConstant.h"
@@ -103,6 +105,133 @@ public:
     // A virtual inc button keeps naming special buttons that went with the rest: they are no part of it until
     // there are buttons of those identifiers again.
     void ClearOfFixedSpec();
+
+    // --- Saving and restoring. The environment is saved as two documents with the root "BUIDataMngr" and, if
+    // wanted, as the files of its link tables beside them. The common form holds what follows from the source
+    // data, with the common virtual classes; the fixed form what a user's analysis adds. Restoring reads the
+    // common form and then the fixed one, which alone can be read again and again.
+    // Doc/saved-environment.md shows both forms; Doc/link-table-files.md the files.
+    //
+    // What is not saved: conditions (the buttons that select by them are), ineffective special buttons and
+    // classes, the limitation, the numeric condition and which classes are selected as a whole.
+
+    enum ELinkTableType : DWORD
+    {
+        LINKTBLTYPE_BNLINK = 0,
+        LINKTBLTYPE_RPLINK = 1,
+    };
+
+    static constexpr char STR_ELENAME_BUIDATAMNGR[] = "BUIDataMngr";
+    static constexpr DWORD STRLEN_ELENAME_BUIDATAMNGR = sizeof STR_ELENAME_BUIDATAMNGR - 1;
+    static constexpr char STR_ELENAME_SRCBTNCLS[] = "SrcBtnClass";
+    static constexpr DWORD STRLEN_ELENAME_SRCBTNCLS = sizeof STR_ELENAME_SRCBTNCLS - 1;
+    static constexpr char STR_ELENAME_VIRBTNCLS_COMMON[] = "CommonVirBtnClass";
+    static constexpr DWORD STRLEN_ELENAME_VIRBTNCLS_COMMON = sizeof STR_ELENAME_VIRBTNCLS_COMMON - 1;
+    static constexpr char STR_ELENAME_VIRBTNCLS_FIXED[] = "FixedVirBtnClass";
+    static constexpr DWORD STRLEN_ELENAME_VIRBTNCLS_FIXED = sizeof STR_ELENAME_VIRBTNCLS_FIXED - 1;
+    static constexpr char STR_ELENAME_BTNCLASSES[] = "BtnClasses";
+    static constexpr DWORD STRLEN_ELENAME_BTNCLASSES = sizeof STR_ELENAME_BTNCLASSES - 1;
+    static constexpr char STR_ELENAME_RELATION[] = "Relation";
+    static constexpr DWORD STRLEN_ELENAME_RELATION = sizeof STR_ELENAME_RELATION - 1;
+    static constexpr char STR_ELENAME_DIFFERENCE[] = "Difference";
+    static constexpr DWORD STRLEN_ELENAME_DIFFERENCE = sizeof STR_ELENAME_DIFFERENCE - 1;
+    static constexpr char STR_ELENAME_HIERARCHIES[] = "Hierarchies";
+    static constexpr DWORD STRLEN_ELENAME_HIERARCHIES = sizeof STR_ELENAME_HIERARCHIES - 1;
+    static constexpr char STR_ELENAME_HIERARCHY[] = "Hierarchy";
+    static constexpr DWORD STRLEN_ELENAME_HIERARCHY = sizeof STR_ELENAME_HIERARCHY - 1;
+    static constexpr char STR_ELENAME_BNLINK[] = "BnLink";
+    static constexpr DWORD STRLEN_ELENAME_BNLINK = sizeof STR_ELENAME_BNLINK - 1;
+    static constexpr char STR_ELENAME_RPLINK[] = "RpLink";
+    static constexpr DWORD STRLEN_ELENAME_RPLINK = sizeof STR_ELENAME_RPLINK - 1;
+    static constexpr char STR_ATTRNAME_ID[] = "id";
+    static constexpr DWORD STRLEN_ATTRNAME_ID = sizeof STR_ATTRNAME_ID - 1;
+    static constexpr char STR_ATTRNAME_MULTISEL[] = "multiSel";
+    static constexpr DWORD STRLEN_ATTRNAME_MULTISEL = sizeof STR_ATTRNAME_MULTISEL - 1;
+    static constexpr char STR_ATTRNAME_MODE[] = "mode";
+    static constexpr DWORD STRLEN_ATTRNAME_MODE = sizeof STR_ATTRNAME_MODE - 1;
+    static constexpr char STR_ATTRNAME_NEXTID[] = "nextID";
+    static constexpr DWORD STRLEN_ATTRNAME_NEXTID = sizeof STR_ATTRNAME_NEXTID - 1;
+    static constexpr char STR_ATTRNAME_BLANKIDLIST[] = "blankIDList";
+    static constexpr DWORD STRLEN_ATTRNAME_BLANKIDLIST = sizeof STR_ATTRNAME_BLANKIDLIST - 1;
+    static constexpr char STR_ATTRNAME_BTNCLSID[] = "btnClassID";
+    static constexpr DWORD STRLEN_ATTRNAME_BTNCLSID = sizeof STR_ATTRNAME_BTNCLSID - 1;
+    static constexpr char STR_ATTRNAME_STANDARDBTNID[] = "standardBtnID";
+    static constexpr DWORD STRLEN_ATTRNAME_STANDARDBTNID = sizeof STR_ATTRNAME_STANDARDBTNID - 1;
+    static constexpr char STR_ATTRNAME_TARGETBTNID[] = "targetBtnID";
+    static constexpr DWORD STRLEN_ATTRNAME_TARGETBTNID = sizeof STR_ATTRNAME_TARGETBTNID - 1;
+    static constexpr char STR_ATTRNAME_DEPTH[] = "depth";
+    static constexpr DWORD STRLEN_ATTRNAME_DEPTH = sizeof STR_ATTRNAME_DEPTH - 1;
+    static constexpr char STR_ATTRNAME_VERTYPE[] = "verType";
+    static constexpr DWORD STRLEN_ATTRNAME_VERTYPE = sizeof STR_ATTRNAME_VERTYPE - 1;
+    static constexpr char STR_ATTRVALUE_MODE_NONE[] = "None";
+    static constexpr DWORD STRLEN_ATTRVALUE_MODE_NONE = sizeof STR_ATTRVALUE_MODE_NONE - 1;
+    static constexpr char STR_ATTRVALUE_MODE_AND[] = "And";
+    static constexpr DWORD STRLEN_ATTRVALUE_MODE_AND = sizeof STR_ATTRVALUE_MODE_AND - 1;
+    static constexpr char STR_ATTRVALUE_MODE_OR[] = "Or";
+    static constexpr DWORD STRLEN_ATTRVALUE_MODE_OR = sizeof STR_ATTRVALUE_MODE_OR - 1;
+    static constexpr char STR_ATTRVALUE_MODE_DIFF[] = "Difference";
+    static constexpr DWORD STRLEN_ATTRVALUE_MODE_DIFF = sizeof STR_ATTRVALUE_MODE_DIFF - 1;
+    static constexpr char STR_ATTRVALUE_MODE_NARROWING[] = "Narrowing";
+    static constexpr DWORD STRLEN_ATTRVALUE_MODE_NARROWING = sizeof STR_ATTRVALUE_MODE_NARROWING - 1;
+    static constexpr char STR_ATTRVALUE_VERTYPE_ONMEMORY[] = "OnMemory";
+    static constexpr DWORD STRLEN_ATTRVALUE_VERTYPE_ONMEMORY = sizeof STR_ATTRVALUE_VERTYPE_ONMEMORY - 1;
+    static constexpr char STR_ATTRVALUE_VERTYPE_MEMORYSAVING[] = "MemorySaving";
+    static constexpr DWORD STRLEN_ATTRVALUE_VERTYPE_MEMORYSAVING =
+        sizeof STR_ATTRVALUE_VERTYPE_MEMORYSAVING - 1;
+    // Where the files of a table are, behind the folder of a save; %d is the identifier of the environment.
+    static constexpr char STR_FORMAT_ATTRVALUE_XLINK_HREF_BNLINK[] = ".\\BUI\\ID_%d\\BnLink\\";
+    static constexpr DWORD STRLEN_FORMAT_ATTRVALUE_XLINK_HREF_BNLINK =
+        sizeof STR_FORMAT_ATTRVALUE_XLINK_HREF_BNLINK - 1;
+    static constexpr char STR_FORMAT_ATTRVALUE_XLINK_HREF_RPLINK[] = ".\\BUI\\ID_%d\\RpLink\\";
+    static constexpr DWORD STRLEN_FORMAT_ATTRVALUE_XLINK_HREF_RPLINK =
+        sizeof STR_FORMAT_ATTRVALUE_XLINK_HREF_RPLINK - 1;
+
+    // The attribute of a relation mode; its texts are constants. Throws ECAbnormalData for a mode that is
+    // none. The reverse is false, with `mode` untouched, for an attribute of another name; a word that is no
+    // mode gives RELATIONMODE_NONE.
+    static void GetRelationModeAttribute(ERelationMode mode, IXMLIO::SAttribute& attribute);
+    static bool GetRelationModeEnum(const IXMLIO::SAttribute& attribute, ERelationMode& mode) noexcept;
+
+    // Write a form as a document whose root is the element "BUIDataMngr"; the writer is closed by the caller.
+    // `folder` is an absolute directory path in the host's code page, ending in a separator; with `withData`
+    // the link tables are written below it, otherwise it is not looked at and the tables come back empty.
+    // False if something cannot be written: as CXMLWriter tells, or with the last error of a link table's
+    // file; what was written until then is of no use. Linear in the buttons, their members and, with the
+    // tables, the records times the items.
+    bool WriteCommonSpecByXML(const char* folder, CXMLWriter& writer, bool withData) const;
+    bool WriteFixedSpecByXML(CXMLWriter& writer) const;
+
+    // Reads the common form from the root that the reader is on, in place of everything that the environment
+    // has but its source table and sum manager. `recCountOfSrc` is how many records the source table has.
+    // READXML_NOELEMENT, with nothing changed, if the reader is on no element or on another root. Otherwise,
+    // if the document fails (READXML_FAILURE, READXML_SEEKFAILURE) or lacks what it must have
+    // (READXML_BADFORMAT), the environment is left empty. What is not as it should be further in is passed
+    // over: elements that are not known or not complete, an identifier that occurs twice or is of another
+    // kind. Link tables that are lost, contradict each other or the classes, or have another count of records
+    // than the source table, are no failure: the result is READXML_OK, GetRecCountOfSrcData() gives 0, and
+    // no button has a record. Throws std::bad_alloc, and the environment is empty then.
+    CXMLReader::EMthRetOfReadXML ReadCommonSpecByXML(const char* folder, CXMLReader& reader,
+                                                     DWORD recCountOfSrc);
+    // Reads the fixed form in place of what a user has fixed, and selects as it tells; `limitedRecList`, of
+    // `limitedRecCount` records, is the limitation to be in force (SetLimitedRecList), with 0 none.
+    // READXML_NOELEMENT, with nothing changed, if the reader is on no element, READXML_BADFORMAT likewise if
+    // it is on another root. Otherwise, if the document fails or lacks what it must have, the environment is
+    // left without anything that a user fixed. A selection that cannot be made ends in none, and READXML_OK:
+    // so does every one without a sum manager, but in mode None. Throws std::bad_alloc; the environment is
+    // without anything that a user fixed then, or empty.
+    CXMLReader::EMthRetOfReadXML ReadFixedSpecByXML(CXMLReader& reader, const DWORD* limitedRecList,
+                                                    DWORD limitedRecCount);
+
+    // Write and read the element of one link table, which names its version and, `withData`, its files. Writing
+    // writes the files first, and is false without an element if that fails. Reading takes the attributes of
+    // the element: READXML_BADFORMAT for what is missing or cannot be understood, and for a version that this
+    // library does not have; a table that cannot be read is a lost one, as above. Throw ECAbnormalData for a
+    // table type that is none.
+    bool WriteLinkTableSpecByXML(const char* folder, CXMLWriter& writer, bool withData,
+                                 ELinkTableType type) const;
+    CXMLReader::EMthRetOfReadXML ReadLinkTableSpecByXML(const char* folder,
+                                                        const std::vector<IXMLIO::SAttribute>& attributes,
+                                                        ELinkTableType type);
 
     // --- Simple members
 
@@ -330,6 +459,9 @@ public:
     // False also for a name that another class has.
     bool SetNameOfVirBtnClass(DWORD btnClassID, const char* name);
     bool GetEffectiveInfoOfVirBtnClass(DWORD btnClassID, bool& effective) const;
+    // Replaces `btnClassIDs` by the virtual classes that are out of the analysis, ascending, and returns how
+    // many they are.
+    DWORD GetAllUneffectiveVirBtnClassIDList(std::vector<DWORD>& btnClassIDs) const;
     // Takes a class out of the analysis or back into it; buttons of other virtual classes that hold buttons
     // of it are switched with it. Clears all sums and selections.
     bool SetEffectiveInfoOfVirBtnClass(DWORD btnClassID, bool effective);
@@ -493,6 +625,46 @@ private:
     std::unique_ptr<VCBtnClass> CreateBtnClassBasedOnDataType(SCDeclareConstant::EDataType dataType,
                                                               DWORD btnClassID, DWORD fldID) const;
 
+    std::unique_ptr<VCBtnClass> CreateBtnClassBasedOnBtnClassType(SCBUICoreCom::EBtnClassType type) const;
+    // Null for a word that is no type.
+    std::unique_ptr<VCBtnClass> CreateBtnClassBasedOnBtnClassTypeAttrValue(const char* text, DWORD len) const;
+
+    // Saving and restoring
+    using Attributes = std::vector<IXMLIO::SAttribute>;
+    using EMthRetOfReadXML = CXMLReader::EMthRetOfReadXML;
+    bool WriteRelationSpecByXML(CXMLWriter& writer) const;
+    bool WriteDifferenceSpecByXML(CXMLWriter& writer) const;
+    bool WriteHierarchiesSpecByXML(CXMLWriter& writer) const;
+    bool WriteBtnClassesSpecByXML(const char* folder, CXMLWriter& writer, bool withData,
+                                  SCKZCoreCom::ESpecType specType) const;
+    static bool WriteBtnClassIDSpecByXML(CXMLWriter& writer, const char* name, DWORD nameLen, DWORD nextID,
+                                         const std::deque<DWORD>& blankIDs);
+    EMthRetOfReadXML ReadCommonSpecOfRoot(const char* folder, CXMLReader& reader);
+    EMthRetOfReadXML ReadFixedSpecOfRoot(CXMLReader& reader);
+    EMthRetOfReadXML ReadRelationSpecByXML(CXMLReader& reader, const Attributes& attributes);
+    EMthRetOfReadXML ReadDifferenceSpecByXML(const Attributes& attributes);
+    EMthRetOfReadXML ReadHierarchiesSpecByXML(CXMLReader& reader);
+    EMthRetOfReadXML ReadBtnClassesSpecByXML(const char* folder, CXMLReader& reader,
+                                             SCKZCoreCom::ESpecType specType);
+    EMthRetOfReadXML ReadBtnClassSpecByXML(const char* folder, CXMLReader& reader,
+                                           SCKZCoreCom::ESpecType specType, std::set<DWORD>& readIDs);
+    EMthRetOfReadXML ReadNewBtnClass(const char* folder, CXMLReader& reader, SCKZCoreCom::ESpecType specType,
+                                     DWORD btnClassID);
+    static bool ReadBtnClassIDSpecByXML(const Attributes& attributes, DWORD& nextID,
+                                        std::deque<DWORD>& blankIDs);
+    void RepairBtnClassIDs(CXMLReader& reader, DWORD beginID, DWORD endID, DWORD& nextID,
+                           std::deque<DWORD>& blankIDs) const;
+    bool TakeRoomForBtnClass(CXMLReader& reader, DWORD btnClassID) const;
+    // Whether each source class has, in both tables or in none, all records, each with one button.
+    bool DoLinkTablesAgree() const;
+    bool DoLinkTablesFitBtnClasses() const;
+    void LoseLinkTables();
+    void DropFldsWithoutBtnClass();
+    void SettleVirBtnClasses(bool common);
+    void PlaceReadLevels();
+    void FollowRestoredSpBtns(std::vector<SSelectBtnIDList>& selectInfo);
+    void ClearButCollaborators();
+
     // Dates and times. Null for an unknown class and one of another type.
     template <class TBtnClass>
     TBtnClass* FindBtnClassOfType(DWORD btnClassID) const;
@@ -594,6 +766,8 @@ private:
     DWORD nextFixedVirBtnClassID;
     std::deque<DWORD> blankFixedVirBtnClassIDs; // released ones, first out first reused
     std::vector<SHierarchyInfo> hierarchies;
+    std::map<unsigned int, DWORD> levelsRead; // while the fixed form is read: the classes of levels, by depth
+    bool areLinkTablesLost;                   // while the common form is read
     DWORD diffBtnClassID;
     DWORD diffStandardBtnID;
     DWORD diffTargetBtnID;

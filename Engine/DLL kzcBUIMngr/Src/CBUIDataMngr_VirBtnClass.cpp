@@ -130,6 +130,16 @@ bool CBUIDataMngr::GetEffectiveInfoOfVirBtnClass(DWORD btnClassID, bool& effecti
     return true;
 }
 
+DWORD CBUIDataMngr::GetAllUneffectiveVirBtnClassIDList(std::vector<DWORD>& btnClassIDs) const
+{
+    btnClassIDs.clear();
+    for (const auto& [btnClassID, btnClass] : btnClasses) {
+        if (SCBUICoreCom::IsVirBtnClass(btnClassID) && !btnClass->IsEffective())
+            btnClassIDs.push_back(btnClassID);
+    }
+    return static_cast<DWORD>(btnClassIDs.size());
+}
+
 bool CBUIDataMngr::SetEffectiveInfoOfVirBtnClass(DWORD btnClassID, bool effective)
 {
     CVirBtnClass* const virBtnClass = FindVirBtnClass(btnClassID);

@@ -1,5 +1,8 @@
 #include "CBnLink_OnMemVer.h"
 
+#include "CBinaryWriter.h"
+#include "CLinkTableIndexReader.h"
+#include "SCLinkTableFile.h"
 #include "SCMemory.h"
 #include "TCBtnIDAssArr.h"
 
@@ -24,6 +27,32 @@ bool IsToBeListed(CBtnIDSet& seen, DWORD btnID)
     return true;
 }
 
+// What the index file holds.
+struct SIndex
+{
+    DWORD fldCount = 0;
+    DWORD recCount = 0;
+    std::vector<DWORD> fldPosOfBtnClass;
+};
+
+bool ReadIndex(const char* dir, SIndex& index)
+{
+    CLinkTableIndexReader reader(dir);
+    DWORD listSize = 0;
+    if (!reader.Read(index.fldCount) || !reader.Read(index.recCount) || !reader.Read(listSize) ||
+        !reader.ReadList(listSize, index.fldPosOfBtnClass) || !reader.ProveEnd())
+        return false;
+    // The identifiers from 1 to the last one of a source class are those that may have a column.
+    const std::vector<DWORD>& fldPos = index.fldPosOfBtnClass;
+    if ((!fldPos.empty() && fldPos[0] != 0) ||
+        fldPos.size() > std::size_t{SCBUICoreCom::BTNCLS_ID_SRC_END} + 1 ||
+        !SCLinkTableFile::AreFldPositions({&fldPos}, index.fldCount)) {
+        SetLastError(ERROR_INVALID_DATA);
+        return false;
+    }
+    return true;
+}
+
 } // namespace
 
 CBnLink_OnMemVer::CBnLink_OnMemVer() = default;
@@ -40,6 +69,45 @@ CBnLink_OnMemVer& CBnLink_OnMemVer::operator=(const CBnLink_OnMemVer& other)
     fldPosOfBtnClass = std::move(fldPosCopy);
     fldList = std::move(fldListCopy);
     return *this;
+}
+
+bool CBnLink_OnMemVer::WriteTo(const char* dir) const
+{
+    if (!SCLinkTableFile::PrepareWriting(dir) || !WriteIndex(dir))
+        return false;
+    for (std::size_t fld = 0; fld < fldList.size(); ++fld) {
+        if (!SCLinkTableFile::WriteFld(dir, static_cast<DWORD>(fld), fldList[fld]))
+            return false;
+    }
+    return true;
+}
+
+bool CBnLink_OnMemVer::WriteIndex(const char* dir) const
+{
+    CBinaryWriter writer(SCLinkTableFile::MakeIndexPath(dir).c_str(), true);
+    writer.WriteData(static_cast<DWORD>(fldList.size()));
+    writer.WriteData(recCount);
+    writer.WriteData(static_cast<DWORD>(fldPosOfBtnClass.size()));
+    writer.WriteData(fldPosOfBtnClass.data(), static_cast<DWORD>(fldPosOfBtnClass.size()));
+    return writer.Close();
+}
+
+bool CBnLink_OnMemVer::ReadFrom(const char* dir, SCKZCoreCom::EEndianness endianness,
+                                SCKZCoreCom::EDataModel dataModel)
+{
+    Clear();
+    SIndex index;
+    if (!SCLinkTableFile::PrepareReading(dir, endianness, dataModel) || !ReadIndex(dir, index))
+        return false;
+    std::vector<CDWORDArray> readFlds(index.fldCount);
+    for (DWORD fld = 0; fld < index.fldCount; ++fld) {
+        if (!SCLinkTableFile::ReadFld(dir, fld, index.recCount, readFlds[fld]))
+            return false;
+    }
+    recCount = index.recCount;
+    fldPosOfBtnClass = std::move(index.fldPosOfBtnClass);
+    fldList = std::move(readFlds);
+    return true;
 }
 
 bool CBnLink_OnMemVer::FindFld(DWORD btnClassID, DWORD& fld) const noexcept
@@ -229,6 +297,15 @@ bool CBnLink_OnMemVer::ExistFld(DWORD btnClassID) const
 {
     DWORD fld = 0;
     return FindFld(btnClassID, fld);
+}
+
+void CBnLink_OnMemVer::GetBtnClassIDList(std::vector<DWORD>& btnClassIDs) const
+{
+    btnClassIDs.clear();
+    for (std::size_t btnClassID = 0; btnClassID < fldPosOfBtnClass.size(); ++btnClassID) {
+        if (fldPosOfBtnClass[btnClassID] != 0)
+            btnClassIDs.push_back(static_cast<DWORD>(btnClassID));
+    }
 }
 
 } // namespace NSKZ::NSKZCore

@@ -19,6 +19,9 @@ public:
     CBnLink_OnMemVer(const CBnLink_OnMemVer&) = delete;
     ~CBnLink_OnMemVer() override;
 
+    bool WriteTo(const char* dir) const override;
+    bool ReadFrom(const char* dir, SCKZCoreCom::EEndianness endianness,
+                  SCKZCoreCom::EDataModel dataModel) override;
     bool InsertFld(DWORD btnClassID, DWORD count, const DWORD* btnIDs) override;
     bool DeleteFld(DWORD btnClassID) override;
     bool InsertRec(DWORD pos, DWORD count) override;
@@ -36,11 +39,13 @@ public:
     bool GetBtnIDsOfRecs(DWORD btnClassID, DWORD listCount, const DWORD* recNumList,
                          DWORD* btnIDs) const override;
     bool ExistFld(DWORD btnClassID) const override;
+    void GetBtnClassIDList(std::vector<DWORD>& btnClassIDs) const override;
 
     // Makes this table a copy of another one. On std::bad_alloc it is as it was.
     virtual CBnLink_OnMemVer& operator=(const CBnLink_OnMemVer& other);
 
 private:
+    bool WriteIndex(const char* dir) const;
     // The cells of a class's column; false if it has none.
     bool FindFld(DWORD btnClassID, DWORD& fld) const noexcept;
     // Whether the rows pos to pos + count - 1 are all in the table.

@@ -11,6 +11,7 @@
 #include "CWeekNum.h"
 #include "ECAbnormalData.h"
 #include "SCDispForm.h"
+#include "SCThemeIOStrDef.h"
 #include "SCKZCoreStrDef.h"
 
 #include <unordered_set>
@@ -486,6 +487,28 @@ bool CDateBtnClass::GetLatestBtn(const DWORD* btnIDs, DWORD count, DWORD& btnID,
         return true;
     }
     return false;
+}
+
+// --- Saved forms
+
+VCDateTimeBtnClass::SGroupElements CDateBtnClass::GetGroupElements() const noexcept
+{
+    return {STR_ELENAME_DATECLLBTNS, STRLEN_ELENAME_DATECLLBTNS, STR_ELENAME_DATECLLBTN,
+            STRLEN_ELENAME_DATECLLBTN};
+}
+
+bool CDateBtnClass::GetDispFormAttributes(Attributes& attributes) const
+{
+    return SCThemeIOStrDef::ConvertDateDispFormIntoXMLAttributes(dispForm, attributes);
+}
+
+bool CDateBtnClass::TakeDispFormFrom(const Attributes& attributes)
+{
+    SDispForm form;
+    if (!SCThemeIOStrDef::ConvertXMLAttributesIntoDateDispForm(attributes, form) || !IsSet(form))
+        return false;
+    dispForm = form;
+    return true;
 }
 
 } // namespace NSKZ::NSKZCore

@@ -45,7 +45,16 @@ public:
     // memory is exhausted nothing has changed, or it is as after a rebuilding.
     void RegroupAfterCriterionChange();
 
+    // The elements of the groups in the fixed form.
+    static constexpr char STR_ELENAME_DATECLLBTNS[] = "DateCllBtns";
+    static constexpr DWORD STRLEN_ELENAME_DATECLLBTNS = sizeof STR_ELENAME_DATECLLBTNS - 1;
+    static constexpr char STR_ELENAME_DATECLLBTN[] = "DateCllBtn";
+    static constexpr DWORD STRLEN_ELENAME_DATECLLBTN = sizeof STR_ELENAME_DATECLLBTN - 1;
+
 protected:
+    SGroupElements GetGroupElements() const noexcept override;
+    bool GetDispFormAttributes(Attributes& attributes) const override;
+    bool TakeDispFormFrom(const Attributes& attributes) override;
     std::unique_ptr<VCDate> ReadDate(const char* text) const override;
     std::unique_ptr<VCGroupMaker> CreateGroupMaker() const override;
 

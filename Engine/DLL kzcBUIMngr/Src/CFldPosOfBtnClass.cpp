@@ -1,5 +1,7 @@
 #include "CFldPosOfBtnClass.h"
 
+#include "SCLinkTableFile.h"
+
 #include <utility>
 
 namespace NSKZ::NSKZCore {
@@ -85,6 +87,40 @@ void CFldPosOfBtnClass::GetBtnClassIDList(std::vector<DWORD>& btnClassIDs) const
     appendHeld(srcFldPos, 0);
     appendHeld(comVirFldPos, SCBUICoreCom::BTNCLS_ID_VIR_COMMON_BEGIN);
     appendHeld(fixVirFldPos, SCBUICoreCom::BTNCLS_ID_VIR_FIXED_BEGIN);
+}
+
+void CFldPosOfBtnClass::WriteTo(CBinaryWriter& writer) const noexcept
+{
+    for (const std::vector<DWORD>* const store : {&srcFldPos, &comVirFldPos, &fixVirFldPos}) {
+        writer.WriteData(static_cast<DWORD>(store->size()));
+        writer.WriteData(store->data(), static_cast<DWORD>(store->size()));
+    }
+}
+
+bool CFldPosOfBtnClass::ReadFrom(CLinkTableIndexReader& reader, DWORD& fldCount)
+{
+    Clear();
+    CFldPosOfBtnClass read;
+    for (std::vector<DWORD>* const store : {&read.srcFldPos, &read.comVirFldPos, &read.fixVirFldPos}) {
+        DWORD size = 0;
+        if (!reader.Read(size) || !reader.ReadList(size, *store))
+            return false;
+    }
+    DWORD readCount = 0;
+    if (!reader.Read(readCount))
+        return false;
+    const bool areClasses = (read.srcFldPos.empty() || read.srcFldPos[0] == 0) && // 0 is no class
+                            read.srcFldPos.size() <= std::size_t{SCBUICoreCom::BTNCLS_ID_SRC_END} + 1 &&
+                            read.comVirFldPos.size() <= SCBUICoreCom::BTNCLS_VIR_COMMON_MAXCNT &&
+                            read.fixVirFldPos.size() <= SCBUICoreCom::BTNCLS_VIR_FIXED_MAXCNT;
+    if (!areClasses || !SCLinkTableFile::AreFldPositions(
+                           {&read.srcFldPos, &read.comVirFldPos, &read.fixVirFldPos}, readCount)) {
+        SetLastError(ERROR_INVALID_DATA);
+        return false;
+    }
+    *this = std::move(read);
+    fldCount = readCount;
+    return true;
 }
 
 } // namespace NSKZ::NSKZCore

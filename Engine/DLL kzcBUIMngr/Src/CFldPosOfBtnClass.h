@@ -1,6 +1,8 @@
 #ifndef CFLDPOSOFBTNCLASS_H
 #define CFLDPOSOFBTNCLASS_H
 
+#include "CBinaryWriter.h"
+#include "CLinkTableIndexReader.h"
 #include "SCBUICoreCom.h"
 
 #include <vector>
@@ -30,6 +32,13 @@ public:
 
     // Replaces `btnClassIDs` by the classes held: source, common virtual, fixed virtual, each ascending.
     void GetBtnClassIDList(std::vector<DWORD>& btnClassIDs) const;
+
+    // Writes the three vectors to the index file of a table, each behind its size; whether that went well is
+    // told by the writer. Reads them, and the count of fields behind them, back: false with the last error,
+    // and with no class held, if they cannot be read or do not tie `fldCount` fields to one class each.
+    // Reading throws std::bad_alloc likewise.
+    void WriteTo(CBinaryWriter& writer) const noexcept;
+    bool ReadFrom(CLinkTableIndexReader& reader, DWORD& fldCount);
 
 private:
     // The vector of a class's kind and the class's number in it; null for what is no class.

@@ -14,6 +14,15 @@ public:
     CIncBtn(DWORD id, EMmbBtnSelMth selMth);
 
     void Clear() override;
+    // The word for the type, and the attribute of the kind.
+    static constexpr char STR_ATTRVALUE_TYPE_INC[] = "Inc";
+    static constexpr DWORD STRLEN_ATTRVALUE_TYPE_INC = sizeof STR_ATTRVALUE_TYPE_INC - 1;
+    static constexpr char STR_ATTRNAME_DISPMEMBER[] = "dispMember";
+    static constexpr DWORD STRLEN_ATTRNAME_DISPMEMBER = sizeof STR_ATTRNAME_DISPMEMBER - 1;
+
+    bool WriteDefinitionByXML(CXMLWriter& writer, const std::vector<DWORD>& members,
+                              bool withSel) const override;
+    CXMLReader::EMthRetOfReadXML ReadFixedSpecByXML(CXMLReader& reader) override;
     SCBUICoreCom::EBtnType GetType() const override;
     // The clone is made now: neither time is taken over.
     std::unique_ptr<VCBtn> Clone() const override;

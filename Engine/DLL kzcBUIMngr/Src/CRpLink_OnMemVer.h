@@ -21,7 +21,11 @@ namespace NSKZ::NSKZCore {
 // no more are found. It never removes the entry, not even one it has emptied. The positions of the buttons
 // behind are moved by `recCount` less the former length of the list, not by what was found: they are right
 // only where recCount and the number found add up to that length, and otherwise point at a neighbour's
-// records.
+// records. Where they then overlap, or where an entry has been emptied, ReadFrom refuses what WriteTo has
+// written.
+//
+// ReadFrom also refuses buttons whose identifiers lie so far apart that the arrays indexed by them would take
+// more than a hundred times the index file and some 12 MB.
 class CRpLink_OnMemVer : public IRpLink
 {
 public:
@@ -30,6 +34,9 @@ public:
     CRpLink_OnMemVer(const CRpLink_OnMemVer&) = delete;
     ~CRpLink_OnMemVer() override;
 
+    bool WriteTo(const char* dir) const override;
+    bool ReadFrom(const char* dir, SCKZCoreCom::EEndianness endianness,
+                  SCKZCoreCom::EDataModel dataModel) override;
     bool InsertFld(DWORD btnClassID) override;
     bool InsertFld(DWORD btnClassID, const TCBtnIDAssArr<SRecordList>& recLists, DWORD total) override;
     bool DeleteFld(DWORD btnClassID) override;
@@ -57,6 +64,7 @@ public:
 private:
     using CRecPosMap = TCBtnIDAssArr<SRecordPos>;
 
+    bool WriteIndex(const char* dir) const;
     // Adds a field made ready; false, with nothing changed, if `btnClassID` is no class or has one already.
     bool AppendFld(DWORD btnClassID, CDWORDArray&& recArea, CRecPosMap&& recPositions);
     // Gives a button the list `newList`; see SetRecList.

@@ -5,6 +5,7 @@
 #include "CSourceDataMngr.h"
 #include "CTimeBasedOnNoon.h"
 #include "SCDispForm.h"
+#include "SCThemeIOStrDef.h"
 
 namespace NSKZ::NSKZCore {
 
@@ -183,6 +184,28 @@ bool CTimeBtnClass::GetGroupedBtnIDLists(VCDate::EDateType dateType, CDateGroupM
     default:
         return false;
     }
+}
+
+// --- Saved forms
+
+VCDateTimeBtnClass::SGroupElements CTimeBtnClass::GetGroupElements() const noexcept
+{
+    return {STR_ELENAME_TIMECLLBTNS, STRLEN_ELENAME_TIMECLLBTNS, STR_ELENAME_TIMECLLBTN,
+            STRLEN_ELENAME_TIMECLLBTN};
+}
+
+bool CTimeBtnClass::GetDispFormAttributes(Attributes& attributes) const
+{
+    return SCThemeIOStrDef::ConvertTimeDispFormIntoXMLAttributes(dispForm, attributes);
+}
+
+bool CTimeBtnClass::TakeDispFormFrom(const Attributes& attributes)
+{
+    SDispForm form;
+    if (!SCThemeIOStrDef::ConvertXMLAttributesIntoTimeDispForm(attributes, form) || !IsSet(form))
+        return false;
+    dispForm = form;
+    return true;
 }
 
 } // namespace NSKZ::NSKZCore

@@ -22,7 +22,16 @@ public:
     // untouched, for every other type, one that is none among them.
     bool GetGroupedBtnIDLists(VCDate::EDateType dateType, CDateGroupMap& groups) const;
 
+    // The elements of the groups in the fixed form.
+    static constexpr char STR_ELENAME_TIMECLLBTNS[] = "TimeCllBtns";
+    static constexpr DWORD STRLEN_ELENAME_TIMECLLBTNS = sizeof STR_ELENAME_TIMECLLBTNS - 1;
+    static constexpr char STR_ELENAME_TIMECLLBTN[] = "TimeCllBtn";
+    static constexpr DWORD STRLEN_ELENAME_TIMECLLBTN = sizeof STR_ELENAME_TIMECLLBTN - 1;
+
 protected:
+    SGroupElements GetGroupElements() const noexcept override;
+    bool GetDispFormAttributes(Attributes& attributes) const override;
+    bool TakeDispFormFrom(const Attributes& attributes) override;
     std::unique_ptr<VCDate> ReadDate(const char* text) const override;
     std::unique_ptr<VCGroupMaker> CreateGroupMaker() const override;
 

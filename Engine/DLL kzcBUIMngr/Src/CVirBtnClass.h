@@ -56,6 +56,28 @@ public:
     // Also refuses to switch on a virtual inc button whose referred class is gone.
     bool SetEffectiveInfoOfSpBtn(DWORD btnID, bool isEffective) override;
 
+    // --- Saved forms (VCBtnClass). Constants of what only a virtual class has.
+    static constexpr char STR_ATTRNAME_NAME[] = "name";
+    static constexpr DWORD STRLEN_ATTRNAME_NAME = sizeof STR_ATTRNAME_NAME - 1;
+    static constexpr char STR_ELENAME_VIRINCBTN[] = "VirIncBtn";
+    static constexpr DWORD STRLEN_ELENAME_VIRINCBTN = sizeof STR_ELENAME_VIRINCBTN - 1;
+
+    // Writes the class in a form; nothing of an ineffective class, and of a fixed class nothing in the common
+    // form. The definition is part of the common form of a common class and of the fixed form of a fixed one.
+    // False as CXMLWriter tells, or with the last error ERROR_INVALID_DATA.
+    bool WriteSpecOfBtnClassByXML(const char* folder, CXMLWriter& writer, bool withData,
+                                  SCKZCoreCom::ESpecType specType) const;
+    // Reads the class, as the two operations of VCSrcBtnClass do. READXML_BADFORMAT also for an identifier
+    // that is not that of a virtual class, and for the common form of a fixed class. Which classes its buttons
+    // refer to is known afterwards, the classes themselves are not: BindRefBtnClasses follows.
+    CXMLReader::EMthRetOfReadXML ReadSpecOfBtnClassByXML(const char* folder, CXMLReader& reader,
+                                                         SCKZCoreCom::ESpecType specType, DWORD recCountOfEnv,
+                                                         const std::unique_ptr<IRpLink>& rpLinkOfEnv);
+    // Ties the class to the classes that its buttons refer to, and those to this one. A virtual inc button is
+    // dropped if it refers to no class of these, to this very class, or from a common to a fixed class, and
+    // its identifier is free. SettleMembers is to be called for all classes behind it.
+    void BindRefBtnClasses(const std::map<DWORD, std::unique_ptr<VCBtnClass>>& btnClasses);
+
     void Clear() override;
     // A common class keeps its virtual inc buttons, a fixed one is emptied.
     void ClearOfFixedSpec() override;
@@ -73,6 +95,18 @@ protected:
     bool GetBtnTypeBasedOnBtnTypeAttrValue(const char* text, DWORD len,
                                            SCBUICoreCom::EBtnType& type) const override;
     VCBtnClass* GetBtnClassOfMembers(const VCSpBtn& spBtn) const noexcept override;
+    bool WriteChildElementsPartOfSpecByXML(const char* folder, CXMLWriter& writer, bool withData,
+                                           SCKZCoreCom::ESpecType specType) const override;
+    EMthRetOfReadXML ReadStartTagPartOfSpecByXML(const char* tag, DWORD tagLen, Attributes& attributes,
+                                                 SCKZCoreCom::ESpecType specType, DWORD recCountOfEnv,
+                                                 const std::unique_ptr<IRpLink>& rpLinkOfEnv) override;
+    EMthRetOfReadXML ReadChildElementPartOfSpecByXML(const char* folder, CXMLReader& reader,
+                                                     SCKZCoreCom::ESpecType specType) override;
+    EMthRetOfReadXML ReadBtnSpecByXML(const char* folder, CXMLReader& reader, DWORD btnID, bool hasRecInfo,
+                                      SCKZCoreCom::ESpecType specType) override;
+    void RepairIDs(CXMLReader& reader, SCKZCoreCom::ESpecType specType) override;
+    // That of a virtual inc button of a common class.
+    bool IsInCommonForm(const VCSpBtn& spBtn) const noexcept override;
     void AddRefBtnClasses(std::vector<const VCBtnClass*>& classes) const override;
     void LoseRefBtnClass(DWORD refBtnClassID) override;
     void ForgetRefBtnClass(DWORD refBtnClassID) noexcept override;
@@ -84,6 +118,9 @@ private:
         VCBtnClass* btnClass; // borrowed; null while there is no such class
     };
 
+    // Whether the definition of the class is part of that form.
+    bool IsDefinedIn(SCKZCoreCom::ESpecType specType) const noexcept;
+    void CountReadRefs();
     void CountRef(VCBtnClass& refBtnClass);
     void UncountRef(DWORD refBtnClassID) noexcept;
     void LeaveRefBtnClasses() noexcept;
@@ -93,6 +130,7 @@ private:
     DWORD nextVirIncBtnID;             // the next virtual inc identifier that was never used
     std::set<DWORD> blankVirIncBtnIDs; // released ones
     std::map<DWORD, SRefBtnClass> refBtnClasses;
+    std::set<DWORD> virIncBtnsRead; // while "Btns" is read: those of a common class whose selection was met
 };
 
 } // namespace NSKZ::NSKZCore

@@ -2,6 +2,7 @@
 #define IBNLINK_H
 
 #include "SCBUICoreCom.h"
+#include "SCKZCoreCom.h"
 
 #include <vector>
 
@@ -27,6 +28,22 @@ public:
     IBnLink() = default;
     IBnLink(const IBnLink&) = delete;
     virtual ~IBnLink();
+
+    // Writes the table to files in a directory, which is made with those above it where it is missing: an
+    // index and a file for each column. `dir` is an absolute path in the host's code page and ends in a
+    // separator. Files of the same names are overwritten; others stay, and are never read. False if something
+    // fails; the last error tells why (ERROR_INVALID_DATA for a path that does not serve), and files written
+    // until then stay. Throws std::bad_alloc. Costs one write of the cells.
+    virtual bool WriteTo(const char* dir) const = 0;
+
+    // Replaces the table by what another one of the same version type has written to a directory.
+    // `endianness` and `dataModel` are those of the machine that wrote it. False, with the table empty, if
+    // they are not this one's, or if a file is missing, contradicts itself or another one, or cannot be read;
+    // the last error tells why. Everything is proved before it is used, except what cells hold: any number
+    // may stand there. No memory is taken that is out of proportion to the files. Throws std::bad_alloc, with
+    // the table empty. Costs one read of the cells.
+    virtual bool ReadFrom(const char* dir, SCKZCoreCom::EEndianness endianness,
+                          SCKZCoreCom::EDataModel dataModel) = 0;
 
     // Adds the column of a source class, filled with the `recCount` cells of `btnIDs`, or with anything when
     // that is null. False if `btnClassID` is no source class or has a column already, or if another class has
@@ -86,6 +103,9 @@ public:
 
     // Whether a class has a column.
     virtual bool ExistFld(DWORD btnClassID) const = 0;
+
+    // Replaces `btnClassIDs` by all classes that have a column, ascending. Linear in the largest identifier.
+    virtual void GetBtnClassIDList(std::vector<DWORD>& btnClassIDs) const = 0;
 
 protected:
     IBnLink& operator=(const IBnLink&) = default;

@@ -2,6 +2,7 @@
 #define IRPLINK_H
 
 #include "SCBUICoreCom.h"
+#include "SCKZCoreCom.h"
 #include "SRecordList.h"
 #include "TCBtnIDAssArr.h"
 
@@ -29,6 +30,22 @@ public:
     IRpLink() = default;
     IRpLink(const IRpLink&) = delete;
     virtual ~IRpLink();
+
+    // Writes the table to files in a directory, which is made with those above it where it is missing: an
+    // index and a file for each field. `dir` is an absolute path in the host's code page and ends in a
+    // separator. Files of the same names are overwritten; others stay, and are never read. False if something
+    // fails; the last error tells why (ERROR_INVALID_DATA for a path that does not serve), and files written
+    // until then stay. Throws std::bad_alloc. Costs one write of the cells.
+    virtual bool WriteTo(const char* dir) const = 0;
+
+    // Replaces the table by what another one of the same version type has written to a directory.
+    // `endianness` and `dataModel` are those of the machine that wrote it. False, with the table empty, if
+    // they are not this one's, or if a file is missing, contradicts itself or another one, or cannot be read;
+    // the last error tells why. Everything is proved before it is used, except the record
+    // numbers. No memory is taken that is out of proportion to the files. Throws std::bad_alloc, with the
+    // table empty. Costs one read of the cells.
+    virtual bool ReadFrom(const char* dir, SCKZCoreCom::EEndianness endianness,
+                          SCKZCoreCom::EDataModel dataModel) = 0;
 
     // Adds a field without records for a class. False if `btnClassID` is no class or has a field already. The
     // positions of the fields take 4 bytes for each identifier, within its kind of class, up to the largest.

@@ -1,8 +1,11 @@
 #ifndef VCBTN_H
 #define VCBTN_H
 
+#include "CXMLReader.h"
+#include "CXMLWriter.h"
 #include "SBtnClassIDAndBtnID.h"
 #include "SCBUICoreCom.h"
+#include "SCKZCoreCom.h"
 #include "TCFlatSet.h"
 
 #include <memory>
@@ -64,6 +67,33 @@ public:
     // Drops what users added: the selection, the reasons of VISINFO_MASK_FIXEDSPEC, the back-references to
     // special buttons of the class and to those of fixed virtual classes. Does not throw.
     virtual void ClearOfFixedSpec();
+
+    // --- A button in the saved forms of its class (VCBtnClass has them whole): the element "Btn".
+    static constexpr char STR_ELENAME_BTN[] = "Btn";
+    static constexpr DWORD STRLEN_ELENAME_BTN = sizeof STR_ELENAME_BTN - 1;
+    static constexpr char STR_ATTRNAME_ID[] = "id";
+    static constexpr DWORD STRLEN_ATTRNAME_ID = sizeof STR_ATTRNAME_ID - 1;
+    static constexpr char STR_ATTRNAME_TYPE[] = "type";
+    static constexpr DWORD STRLEN_ATTRNAME_TYPE = sizeof STR_ATTRNAME_TYPE - 1;
+    static constexpr char STR_ATTRNAME_NAME[] = "name";
+    static constexpr DWORD STRLEN_ATTRNAME_NAME = sizeof STR_ATTRNAME_NAME - 1;
+    static constexpr char STR_ATTRNAME_ALIAS[] = "alias";
+    static constexpr DWORD STRLEN_ATTRNAME_ALIAS = sizeof STR_ATTRNAME_ALIAS - 1;
+    static constexpr char STR_ATTRNAME_SEL[] = "sel";
+    static constexpr DWORD STRLEN_ATTRNAME_SEL = sizeof STR_ATTRNAME_SEL - 1;
+
+    // Write what users fixed of the button, or what follows from the source data. A button that is selected
+    // as `defaultSel` says has nothing to write in the first, nor has a special button that users fixed in the
+    // second. False as CXMLWriter tells, or with the last error ERROR_INVALID_DATA for what has no text.
+    // `folder` and `withData` are handed through.
+    virtual bool WriteFixedSpecByXML(CXMLWriter& writer, bool defaultSel) const = 0;
+    virtual bool WriteCommonSpecByXML(const char* folder, CXMLWriter& writer, bool withData) const = 0;
+    // Read from the element that the reader is on, and leave the reader on its level. READXML_NOELEMENT if it
+    // is on none; READXML_BADFORMAT if the element is not that of such a button: the button is to be cleared
+    // then. Back-references are not made: the class does that when it has all buttons.
+    virtual CXMLReader::EMthRetOfReadXML ReadFixedSpecByXML(CXMLReader& reader) = 0;
+    virtual CXMLReader::EMthRetOfReadXML ReadCommonSpecByXML(const char* folder, CXMLReader& reader) = 0;
+
     virtual SCBUICoreCom::EBtnType GetType() const = 0;
     // A new button of the same kind and content.
     virtual std::unique_ptr<VCBtn> Clone() const = 0;
@@ -104,6 +134,34 @@ public:
     bool sel = false;
 
 protected:
+    using Attributes = std::vector<IXMLIO::SAttribute>;
+
+    // Which tag of the element is written; the end tag has no attributes.
+    enum EElementPart
+    {
+        ELEMENTPART_START = 1,
+        ELEMENTPART_END = 2,
+        ELEMENTPART_EMPTY = 3,
+    };
+    // Writes a tag of the element: "id"; the type, which may be null; "name" and "alias", or "sel"; and
+    // further attributes behind them. Throws ECAbnormalData for an unknown form. The second form writes "sel"
+    // as `selToWrite` has it.
+    bool WriteSpecByXML(CXMLWriter& writer, const Attributes& attributes, const IXMLIO::SAttribute* typeAttr,
+                        SCKZCoreCom::ESpecType specType, EElementPart part) const;
+    bool WriteSpecByXML(CXMLWriter& writer, const Attributes& attributes, const IXMLIO::SAttribute* typeAttr,
+                        SCKZCoreCom::ESpecType specType, EElementPart part, bool selToWrite) const;
+    // The fixed form of a button that only has a selection to save.
+    bool WriteSelectionByXML(CXMLWriter& writer, bool defaultSel) const;
+    // The common form of a source button, with the word of its type.
+    bool WriteSrcBtnByXML(CXMLWriter& writer, const char* typeWord, DWORD typeWordLen) const;
+    // Reads what the former wrote, after Clear or ClearOfFixedSpec; READXML_BADFORMAT also for another tag.
+    // What was read is blank in `attributes` afterwards.
+    CXMLReader::EMthRetOfReadXML ReadSpecByXML(const char* tag, DWORD tagLen, Attributes& attributes,
+                                               SCKZCoreCom::ESpecType specType);
+    // The same for the element that the reader is on.
+    CXMLReader::EMthRetOfReadXML ReadSpecOfCurrentElement(const CXMLReader& reader,
+                                                          SCKZCoreCom::ESpecType specType);
+
     // `text` with its NUL in memory of its own; null for null.
     static std::unique_ptr<char[]> DuplicateText(const char* text);
 };

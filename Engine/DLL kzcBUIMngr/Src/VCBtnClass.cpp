@@ -303,6 +303,7 @@ void VCBtnClass::Clear()
     ForgetReferringClasses();
     selBtnIDs.clear();
     selBtnIDsKept = 0;
+    allRequiredChildAppeared = false;
     display.Clear();
     srcBtnOfID.clear();
     spBtnOfID.clear();

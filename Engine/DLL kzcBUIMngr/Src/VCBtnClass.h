@@ -2,10 +2,13 @@
 #define VCBTNCLASS_H
 
 #include "CSrcBtnDisplay.h"
+#include "CXMLReader.h"
+#include "CXMLWriter.h"
 #include "KzcBUIMngrAPI.h"
 #include "SBtnClassIDAndBtnID.h"
 #include "SCBUICoreCom.h"
 #include "SCFnv1a.h"
+#include "SCKZCoreCom.h"
 #include "TCBtnIDAssArr.h"
 #include "TCBtnOrdList.h"
 #include "TCHashMap.h"
@@ -114,6 +117,38 @@ public:
         SETMMBBTNCND_NOSPBTN = 1,   // no special button of the class
         SETMMBBTNCND_NOTCNDBTN = 2, // the button does not select by condition
     };
+
+    // --- Saved forms: the element "BtnClass", in two forms. The common one holds what follows from the source
+    // data, the fixed one what users fixed. Doc/saved-environment.md shows both.
+    static constexpr char STR_ELENAME_BTNCLASS[] = "BtnClass";
+    static constexpr DWORD STRLEN_ELENAME_BTNCLASS = sizeof STR_ELENAME_BTNCLASS - 1;
+    static constexpr char STR_ELENAME_BTNS[] = "Btns";
+    static constexpr DWORD STRLEN_ELENAME_BTNS = sizeof STR_ELENAME_BTNS - 1;
+    static constexpr char STR_ELENAME_INCBTN[] = "IncBtn";
+    static constexpr DWORD STRLEN_ELENAME_INCBTN = sizeof STR_ELENAME_INCBTN - 1;
+    static constexpr char STR_ELENAME_CLLBTN[] = "CllBtn";
+    static constexpr DWORD STRLEN_ELENAME_CLLBTN = sizeof STR_ELENAME_CLLBTN - 1;
+    static constexpr char STR_ATTRNAME_ID[] = "id";
+    static constexpr DWORD STRLEN_ATTRNAME_ID = sizeof STR_ATTRNAME_ID - 1;
+    static constexpr char STR_ATTRNAME_TYPE[] = "type";
+    static constexpr DWORD STRLEN_ATTRNAME_TYPE = sizeof STR_ATTRNAME_TYPE - 1;
+    static constexpr char STR_ATTRNAME_NEXTID[] = "nextID";
+    static constexpr DWORD STRLEN_ATTRNAME_NEXTID = sizeof STR_ATTRNAME_NEXTID - 1;
+    static constexpr char STR_ATTRNAME_BLANKIDLIST[] = "blankIDList";
+    static constexpr DWORD STRLEN_ATTRNAME_BLANKIDLIST = sizeof STR_ATTRNAME_BLANKIDLIST - 1;
+    static constexpr char STR_ATTRNAME_BTNSELSTATE[] = "btnSelState";
+    static constexpr DWORD STRLEN_ATTRNAME_BTNSELSTATE = sizeof STR_ATTRNAME_BTNSELSTATE - 1;
+    static constexpr char STR_ATTRNAME_NEWBTNMADESELSTATE[] = "newBtnMadeSelState";
+    static constexpr DWORD STRLEN_ATTRNAME_NEWBTNMADESELSTATE = sizeof STR_ATTRNAME_NEWBTNMADESELSTATE - 1;
+    // A prefix for hosts that give names a namespace; no name here has it.
+    static constexpr char STR_PREFIX_KZCS[] = "kzcs:";
+    static constexpr DWORD STRLEN_PREFIX_KZCS = sizeof STR_PREFIX_KZCS - 1;
+
+    // The word for a type of class in the attribute "type", and the reverse: false, with the output
+    // untouched, for a word that is none. The first gives null for a type that is none.
+    static const char* GetBtnClassTypeAttrValue(SCBUICoreCom::EBtnClassType type) noexcept;
+    static bool GetBtnClassTypeBasedOnAttrValue(const char* text, DWORD len,
+                                                SCBUICoreCom::EBtnClassType& type) noexcept;
 
     // `rpLinkOfEnv` is the environment's own pointer: the class follows it to the table of the moment.
     VCBtnClass(DWORD id, const std::unique_ptr<IRpLink>& rpLinkOfEnv);
@@ -306,6 +341,16 @@ public:
     // Works out for every special button of the classes whether a member is alive, members first: to be
     // called when the limitation has changed.
     static void ResetLiveMemberInfoOfAllSpBtns(const std::vector<VCBtnClass*>& btnClasses);
+    // Makes what was read of members true: of the members of every special button that selects by list those
+    // are dropped that there are not, that may be none, that stand there twice or that close a loop, and the
+    // others learn of it. What a button of a common virtual class lists of special buttons that users fix may
+    // come later and stays. To be called when all classes that refer to each other are there; called again it
+    // changes nothing more. Linear in the members.
+    static void SettleMembers(const std::vector<VCBtnClass*>& btnClasses);
+    // Makes the rows of records that are outdated. If memory is exhausted some stay so.
+    void BuildOutdatedRows();
+    // Whether the children of the element that was read last were all there that must be.
+    bool CheckWhetherAllRequiredChildElementsAppeared() const noexcept { return allRequiredChildAppeared; }
     // The same for one class when there is no memory for it: again and again over all buttons until nothing
     // changes. Whether anything did: it is called for all classes until nothing does.
     bool ResetLiveMemberInfoOfAllSpBtnsWithoutMemory() noexcept;
@@ -428,6 +473,8 @@ protected:
     // Sets or clears reasons that stand in the button itself, that is, all but relation and limitation of
     // source buttons.
     void SetOwnVisibleInfo(VCBtn& btn, unsigned int bits, bool set) noexcept;
+    // To be called after the button's own visible info changed otherwise.
+    void TellDisplayOfOwnReasons(const VCBtn& btn) noexcept;
     // To be called after the back-references of `btn` changed.
     void AdjstToBackReferences(const VCBtn& btn) noexcept;
 
@@ -545,6 +592,67 @@ protected:
     // memory is exhausted nothing has changed but rows of records that are outdated, or all has.
     void DestroyCllBtns(const std::set<DWORD>& btnIDs);
 
+    // --- Saving and reading. `folder` is where the files of the link tables are and, as `withData`, handed
+    // through. Writing is false as CXMLWriter tells, or with the last error ERROR_INVALID_DATA; an unknown
+    // form throws ECAbnormalData. Reading leaves the reader on the level of the element it was called on. If
+    // memory is exhausted in it the class is to be cleared.
+    using Attributes = std::vector<IXMLIO::SAttribute>;
+    using EMthRetOfReadXML = CXMLReader::EMthRetOfReadXML;
+
+    // "id", `attr1`, `attr2`, then `commonAttr` in the common form or the flags of the fixed one, then
+    // `attributes`. Each of the three may be null.
+    bool WriteStartTagPartOfSpecByXML(CXMLWriter& writer, const Attributes& attributes,
+                                      SCKZCoreCom::ESpecType specType, const IXMLIO::SAttribute* commonAttr,
+                                      const IXMLIO::SAttribute* attr1, const IXMLIO::SAttribute* attr2) const;
+    virtual bool WriteChildElementsPartOfSpecByXML(const char* folder, CXMLWriter& writer, bool withData,
+                                                   SCKZCoreCom::ESpecType specType) const;
+    bool WriteEndTagPartOfSpecByXML(CXMLWriter& writer) const;
+    bool WriteBtnsSpecByXML(const char* folder, CXMLWriter& writer, bool withData,
+                            SCKZCoreCom::ESpecType specType) const;
+    // An element that tells the identifiers of a kind. The text of released ones is cut at a comma where it
+    // would be longer than CXMLWriter::WRITING_BUFFER_SIZE: the greatest are not used again after reading.
+    static bool WriteBtnIDSpecByXML(CXMLWriter& writer, const char* tag, DWORD tagLen, DWORD nextID,
+                                    const std::set<DWORD>& blankIDs);
+    // False, with what was read until then, if "nextID" is missing or no identifier, or a list is none.
+    static bool ReadBtnIDSpecByXML(Attributes& attributes, DWORD& nextID, std::set<DWORD>& blankIDs);
+    // Writes the element of a kind of special button unless none was ever made; the identifiers of those that
+    // are not saved are free in it.
+    bool WriteSpBtnIDSpecByXML(CXMLWriter& writer, const char* tag, DWORD tagLen, SCBUICoreCom::EBtnType type,
+                               DWORD beginID, DWORD nextID, const std::set<DWORD>& blankIDs) const;
+
+    // Begins the reading: clears the class, or what users fixed of it, and takes what the start tag tells. What
+    // was taken is blank in `attributes` afterwards.
+    virtual EMthRetOfReadXML ReadStartTagPartOfSpecByXML(const char* tag, DWORD tagLen, Attributes& attributes,
+                                                         SCKZCoreCom::ESpecType specType, DWORD recCountOfEnv,
+                                                         const std::unique_ptr<IRpLink>& rpLinkOfEnv);
+    // Reads the child that the reader is on and those behind it. READXML_BADFORMAT if one that must be there
+    // did not appear. Identifiers are repaired by what was read.
+    EMthRetOfReadXML ReadChildElementPartsOfSpecByXML(const char* folder, CXMLReader& reader,
+                                                      SCKZCoreCom::ESpecType specType);
+    // READXML_UNKNOWNELEMENT for a child that the class does not know in that form.
+    virtual EMthRetOfReadXML ReadChildElementPartOfSpecByXML(const char* folder, CXMLReader& reader,
+                                                             SCKZCoreCom::ESpecType specType);
+    virtual EMthRetOfReadXML ReadBtnsSpecByXML(const char* folder, CXMLReader& reader,
+                                               SCKZCoreCom::ESpecType specType);
+    // READXML_BADFORMAT also for a button that was read already, for one whose type and identifier do not
+    // agree, and for an identifier far beyond what the document can be meant to have.
+    virtual EMthRetOfReadXML ReadBtnSpecByXML(const char* folder, CXMLReader& reader, DWORD btnID,
+                                              bool hasRecInfo, SCKZCoreCom::ESpecType specType);
+    // Whether the type that the element tells, if it does, is that of the identifier.
+    bool IsTypeOfElement(const CXMLReader& reader, DWORD btnID) const;
+    // Whether the definition of a special button is part of the common form: here of none.
+    virtual bool IsInCommonForm(const VCSpBtn& spBtn) const noexcept;
+    // Takes the room that registering a button needs out of what the document may ask for; false if it has no
+    // such room left.
+    bool TakeRoomFor(CXMLReader& reader, DWORD btnID) const noexcept;
+    // To be called for a button whose selection was read.
+    void NoteReadSelection(const VCBtn& btn);
+    // Sees to it that the next identifiers are above all that are in use and released ones are free.
+    virtual void RepairIDs(CXMLReader& reader, SCKZCoreCom::ESpecType specType);
+    // The same for one kind, whose identifiers are from `beginID` to `endID`.
+    void RepairIDsOfKind(CXMLReader& reader, DWORD beginID, DWORD endID, DWORD& nextID,
+                         std::set<DWORD>& blankIDs) const;
+
     bool InsertBtnInfoToNameOrdList(const VCBtn* btn);
     bool DeleteBtnInfoFromNameOrdList(const VCBtn* btn) noexcept;
 
@@ -581,12 +689,20 @@ protected:
     CSrcBtnDisplay display;
     std::vector<DWORD> selBtnIDs; // every selected button, in no order; may repeat and name deselected ones
     std::size_t selBtnIDsKept;    // what was left of them when they were last cut down
+    bool allRequiredChildAppeared; // in the element that was read last
 
 private:
     static void AdjstVisibleInfoOfSpBtns(CSpBtnWalk& walk, unsigned int bits);
     friend class CVirBtnClass;
 
     struct SRecSources;
+
+    bool WriteBtnSpecByXML(const char* folder, CXMLWriter& writer, bool withData,
+                           SCKZCoreCom::ESpecType specType, bool defaultSel, const VCBtn& btn) const;
+    void DropImpossibleMembers();
+    void DropMemberOfReadList(VCSpBtn& spBtn, std::size_t position) noexcept;
+    static void BreakLoops(const std::vector<VCBtnClass*>& btnClasses);
+    DWORD GetEndIDInUse(DWORD beginID, DWORD endID) const noexcept;
 
     void ForgetReferringClasses() noexcept;
     void ChangeMemberBtnIDListOfSpBtn(VCSpBtn& spBtn, std::vector<DWORD> mmbBtnIDs);
@@ -618,7 +734,6 @@ private:
                                     const std::vector<const char*>& words, EOptionOfSearchBtnName option,
                                     unsigned int flags, bool firstOnly, std::vector<DWORD>& found);
     void RememberSelection(DWORD btnID);
-    void TellDisplayOfOwnReasons(const VCBtn& btn) noexcept;
     template <class TCondition>
     DWORD ListBtnIDs(std::vector<DWORD>& btnIDs, const TCondition& isListed) const;
 };

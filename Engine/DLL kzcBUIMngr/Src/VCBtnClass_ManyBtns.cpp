@@ -25,8 +25,9 @@ void VCBtnClass::SetMemberBtnIDListOfSpBtns(std::vector<SSpBtnAndMembers>& chang
     const std::int64_t now = VCSpBtn::GetPresentTime();
     for (SSpBtnAndMembers& change : changes) {
         SetOwnVisibleInfo(*change.spBtn, VISINFO_NOMEMBER, change.mmbBtnIDs.empty());
+        if (change.spBtn->mmbBtnIDList != change.mmbBtnIDs)
+            change.spBtn->updateTime = now;
         change.spBtn->mmbBtnIDList.swap(change.mmbBtnIDs);
-        change.spBtn->updateTime = now;
         LinkMembers(*change.spBtn);
     }
     ResetInsideInfoForSpBtns(above, true, true);

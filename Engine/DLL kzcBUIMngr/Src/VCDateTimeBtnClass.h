@@ -102,6 +102,29 @@ protected:
         virtual std::string MakeName(const VCDate& groupDate) const = 0;
     };
     virtual bool HasDispForm() const noexcept = 0;
+
+    // --- The display form and the groups in the fixed form of the class.
+    bool WriteFurtherFixedElementsByXML(CXMLWriter& writer) const override;
+    EMthRetOfReadXML ReadChildElementPartOfSpecByXML(const char* folder, CXMLReader& reader,
+                                                     SCKZCoreCom::ESpecType specType) override;
+    // The fixed form of a class without a display form does not tell one.
+    EMthRetOfReadXML ReadStartTagPartOfSpecByXML(const char* tag, DWORD tagLen, Attributes& attributes,
+                                                 SCKZCoreCom::ESpecType specType, DWORD recCountOfEnv,
+                                                 const std::unique_ptr<IRpLink>& rpLinkOfEnv) override;
+    virtual void UnsetDispForm() noexcept = 0;
+    // The names of the elements: all groups, one group.
+    struct SGroupElements
+    {
+        const char* ofAll;
+        DWORD ofAllLen;
+        const char* ofOne;
+        DWORD ofOneLen;
+    };
+    virtual SGroupElements GetGroupElements() const noexcept = 0;
+    // The display form as attributes, which live as long as it is not changed and until this thread's next
+    // such call; and the reverse: false, with nothing changed, for attributes that are those of no form.
+    virtual bool GetDispFormAttributes(Attributes& attributes) const = 0;
+    virtual bool TakeDispFormFrom(const Attributes& attributes) = 0;
     // Null without a display form and where the source table does not tell the form of the field's data.
     virtual std::unique_ptr<VCGroupMaker> CreateGroupMaker() const = 0;
 
@@ -150,6 +173,7 @@ private:
     VCSpBtn* CreateSysCllBtn(unsigned long long number, std::unique_ptr<VCDate>& groupDate,
                              const std::string& name);
     void ForgetSysCllBtn(DWORD btnID) noexcept;
+    EMthRetOfReadXML ReadGroup(CXMLReader& reader, const SGroupElements& names);
 };
 
 template <class TVisit>

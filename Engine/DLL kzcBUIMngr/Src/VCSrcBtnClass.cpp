@@ -276,6 +276,17 @@ bool VCSrcBtnClass::DeleteRecs(DWORD, DWORD count)
     return true;
 }
 
+unsigned long long VCSrcBtnClass::GetRecCountOfAllSrcBtns() const
+{
+    unsigned long long total = 0;
+    for (const VCBtn* const btn : srcBtnOfID) {
+        DWORD recCountOfBtn = 0;
+        if (btn != nullptr && (*rpLink)->GetRecCount(id, btn->id, recCountOfBtn))
+            total += recCountOfBtn;
+    }
+    return total;
+}
+
 void VCSrcBtnClass::AdjstAccordingToBtnAppearance(const VCBtn&) {}
 
 void VCSrcBtnClass::AdjstAccordingToBtnDisappearance(const VCBtn&) noexcept {}

@@ -30,6 +30,32 @@ public:
     // hiding nothing has changed, or all has and rows of records stay outdated.
     void SetDispEmpValBtnInfo(bool disp);
 
+    // --- Saved forms (VCBtnClass). Constants of the elements that only a source class has.
+    static constexpr char STR_ATTRNAME_FLDID[] = "fldID";
+    static constexpr DWORD STRLEN_ATTRNAME_FLDID = sizeof STR_ATTRNAME_FLDID - 1;
+    static constexpr char STR_ELENAME_DATABTN[] = "DataBtn";
+    static constexpr DWORD STRLEN_ELENAME_DATABTN = sizeof STR_ELENAME_DATABTN - 1;
+    static constexpr char STR_ELENAME_EMPVALBTN[] = "EmpValBtn";
+    static constexpr DWORD STRLEN_ELENAME_EMPVALBTN = sizeof STR_ELENAME_EMPVALBTN - 1;
+    static constexpr char STR_ATTRNAME_DISP[] = "disp";
+    static constexpr DWORD STRLEN_ATTRNAME_DISP = sizeof STR_ATTRNAME_DISP - 1;
+
+    // Write the class in its common form, under the field `fldIDToWrite`, or in its fixed one; nothing of an
+    // ineffective class. False as CXMLWriter tells, or with the last error ERROR_INVALID_DATA.
+    bool WriteCommonSpecOfBtnClassByXML(const char* folder, CXMLWriter& writer, bool withData,
+                                        DWORD fldIDToWrite) const;
+    bool WriteFixedSpecOfBtnClassByXML(CXMLWriter& writer) const;
+    // Read the class from the element that the reader is on and leave the reader on its level: the common form
+    // in place of everything but the source table, the fixed one in place of what users fixed. Elements inside
+    // that are not as they should be are passed over. READXML_NOELEMENT if the reader is on none,
+    // READXML_BADFORMAT if the element is not that of such a class or lacks what it must have; the class is to
+    // be dropped then, or ClearOfFixedSpec called. A fixed form that does not tell the empty value to be shown
+    // hides it. `recCountOfEnv` is how many records the environment has.
+    CXMLReader::EMthRetOfReadXML
+    ReadCommonSpecOfBtnClassByXML(const char* folder, CXMLReader& reader, DWORD recCountOfEnv,
+                                  const std::unique_ptr<IRpLink>& rpLinkOfEnv);
+    CXMLReader::EMthRetOfReadXML ReadFixedSpecOfBtnClassByXML(CXMLReader& reader);
+
     void Clear() override;
     void ClearOfFixedSpec() override;
     void Copy(const VCBtnClass& other, const std::unique_ptr<IRpLink>& rpLinkOfEnv) override;
@@ -49,6 +75,10 @@ public:
     // there stays, hidden by VISINFO_NOREC and out of the order lists. Always true.
     bool DeleteRecs(DWORD startRec, DWORD count) override;
 
+    // How many records the source buttons of the class have in the environment's IRpLink, all together. Linear
+    // in the buttons.
+    unsigned long long GetRecCountOfAllSrcBtns() const;
+
     // ResetInsideInfoForSpBtn for every special button above the listed source buttons; above any source
     // button; and for every effective special button. Each is visited once, members before those that hold
     // them.
@@ -64,6 +94,18 @@ protected:
     std::unique_ptr<VCBtn> CreateBtnBasedOnBtnType(SCBUICoreCom::EBtnType type) const override;
     bool GetBtnTypeBasedOnBtnTypeAttrValue(const char* text, DWORD len,
                                            SCBUICoreCom::EBtnType& type) const override;
+
+    bool WriteChildElementsPartOfSpecByXML(const char* folder, CXMLWriter& writer, bool withData,
+                                           SCKZCoreCom::ESpecType specType) const override;
+    // What the class has behind these in its fixed form: here nothing.
+    virtual bool WriteFurtherFixedElementsByXML(CXMLWriter& writer) const;
+    EMthRetOfReadXML ReadChildElementPartOfSpecByXML(const char* folder, CXMLReader& reader,
+                                                     SCKZCoreCom::ESpecType specType) override;
+    EMthRetOfReadXML ReadBtnsSpecByXML(const char* folder, CXMLReader& reader,
+                                       SCKZCoreCom::ESpecType specType) override;
+    EMthRetOfReadXML ReadBtnSpecByXML(const char* folder, CXMLReader& reader, DWORD btnID, bool hasRecInfo,
+                                      SCKZCoreCom::ESpecType specType) override;
+    void RepairIDs(CXMLReader& reader, SCKZCoreCom::ESpecType specType) override;
 
     // Called when a source button begins to have records and when it has lost its last: the hook by which
     // classes with order lists of their own keep them. If memory is exhausted in the first, nothing has
@@ -86,11 +128,22 @@ protected:
     bool empValBtnDisp;
     DWORD dataBtnNextID;                                    // the next normal identifier
     TCHashMap<const char*, DWORD, SValueHash> valueToBtnID; // the keys are the names of the buttons
+    bool isEmpValShownByRead = false;                       // the fixed form being read has said so
+    std::vector<bool> isSrcBtnRead; // by identifier, while "Btns" is read: it was met already
 
     // Lets everything go, the empty-value button too: what a copy that ran out of memory leaves.
     void DropAll() noexcept;
 
 private:
+    EMthRetOfReadXML ReadSpecOfBtnClassByXML(const char* folder, CXMLReader& reader,
+                                             SCKZCoreCom::ESpecType specType, DWORD recCountOfEnv,
+                                             const std::unique_ptr<IRpLink>& rpLinkOfEnv);
+    EMthRetOfReadXML ReadEmpValBtnDisp(const CXMLReader& reader);
+    bool MeetFirst(DWORD btnID);
+    EMthRetOfReadXML ReadSrcBtnFixed(CXMLReader& reader, DWORD btnID);
+    EMthRetOfReadXML ReadSrcBtnCommon(const char* folder, CXMLReader& reader, DWORD btnID, bool hasRecInfo);
+    // Enters a source button that has records in the lists that it stands in then.
+    void ListReadBtn(VCBtn& btn);
     // Enters the empty-value button; false if its identifier is taken.
     bool CreateEmpValBtn(const char* alias);
     void ClearOwnFields() noexcept;

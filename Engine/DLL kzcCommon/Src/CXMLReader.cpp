@@ -188,6 +188,16 @@ public:
     }
 
     const std::vector<IXMLIO::SAttribute>& GetAttributes() const noexcept { return attributes; }
+
+    bool TakeFromAllowance(unsigned long long count) noexcept
+    {
+        const std::uint64_t left = ALLOWANCE_BASE + ALLOWANCE_PER_BYTE * fedSize - takenAllowance;
+        if (count > left)
+            return false;
+        takenAllowance += count;
+        return true;
+    }
+
     bool HasFailed() const noexcept { return failureText[0] != '\0'; }
     DWORD GetFailureLine() const noexcept { return failureLine; }
     const char* GetFailureText() const noexcept { return failureText; }
@@ -459,6 +469,7 @@ private:
     bool isLastBlock = false;
     bool outOfMemory = false;
     std::uint64_t fedSize = 0;
+    std::uint64_t takenAllowance = 0;
     const char* refusal = "";
 
     const char* failureText = "";
@@ -504,6 +515,11 @@ bool CXMLReader::SearchAttribute(const std::vector<IXMLIO::SAttribute>& attribut
         }
     }
     return false;
+}
+
+bool CXMLReader::TakeFromAllowance(unsigned long long count) noexcept
+{
+    return impl->TakeFromAllowance(count);
 }
 
 bool CXMLReader::HasFailed() const noexcept

@@ -27,6 +27,9 @@ namespace NSKZ::NSKZCore {
 // in force when the reader was constructed; an element on which the cursor comes to stand fails if it has a
 // character that this code page lacks.
 //
+// Namespaces are not looked at: a name is given as it stands, with its prefix, and the declaration of a
+// namespace is an attribute like any other.
+//
 // A document fails where it is not well formed, where it is deeper than IXMLIO::MAX_DEPTH, where a tag (or a
 // comment, ...) is longer than IXMLIO::MAX_TAG_SIZE, and where its document type declaration has declarations
 // in it or points to some: no entity is ever expanded but the five of XML, and nothing but the file itself is
@@ -81,6 +84,14 @@ public:
     bool GetCurrentElementName(const char*& name, DWORD& nameLen) const noexcept;
     // Empty if the cursor is on no element.
     const std::vector<IXMLIO::SAttribute>& GetAttributes() const noexcept;
+
+    // Takes `count` from what the document may make its user allocate beyond what stands in it: whoever sizes
+    // an array by a number of the document takes the entries from here first. False, with nothing taken, if
+    // that is more than ALLOWANCE_BASE and ALLOWANCE_PER_BYTE for each byte read so far leave: a small file
+    // that tells great numbers cannot have great arrays made, however often it tells them.
+    static constexpr DWORD ALLOWANCE_BASE = 1024 * 1024;
+    static constexpr DWORD ALLOWANCE_PER_BYTE = 4;
+    bool TakeFromAllowance(unsigned long long count) noexcept;
 
     // Looks among the first `count` attributes for the one of exactly that name and stores its index; false,
     // with `index` untouched, if there is none.

@@ -22,13 +22,22 @@ bool IsASCIILetter(char c) noexcept
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
 }
 
-bool IsName(std::string_view name) noexcept
+bool IsNameWithoutPrefix(std::string_view name) noexcept
 {
     const auto isNameChar = [](char c) {
         return IsASCIILetter(c) || (c >= '0' && c <= '9') || c == '_' || c == '-' || c == '.';
     };
     return !name.empty() && (IsASCIILetter(name[0]) || name[0] == '_') &&
            std::all_of(name.begin(), name.end(), isNameChar);
+}
+
+// A name, or two with a colon between them.
+bool IsName(std::string_view name) noexcept
+{
+    const std::size_t colon = name.find(':');
+    return colon == std::string_view::npos
+               ? IsNameWithoutPrefix(name)
+               : IsNameWithoutPrefix(name.substr(0, colon)) && IsNameWithoutPrefix(name.substr(colon + 1));
 }
 
 // Whether a text in UTF-8 has one of U+FFFE and U+FFFF.

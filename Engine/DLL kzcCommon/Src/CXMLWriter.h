@@ -14,7 +14,9 @@ namespace NSKZ::NSKZCore {
 // Texts are in the host's code page, the one in force when the writer was constructed. A call that would make
 // a document that cannot be read is refused: it gives false with the last error ERROR_INVALID_DATA and
 // GetFailureText() telling why, nothing is written, and the next call may go on. Refused are
-//   - a name that is not an ASCII letter or `_` with ASCII letters, digits, `_`, `-` and `.` behind it;
+//   - a name that is not an ASCII letter or `_` with ASCII letters, digits, `_`, `-` and `.` behind it, nor
+//     two of these with a `:` between them, of which the first stands for a namespace; that it is declared is
+//     not proved;
 //   - two attributes of one name in a tag;
 //   - a value with bytes that are no text of the code page, or with a character that XML cannot hold (control
 //     characters other than tab, line feed and carriage return; U+FFFE and U+FFFF), or with one that would be

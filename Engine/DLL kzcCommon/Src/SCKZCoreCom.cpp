@@ -3,6 +3,7 @@
 #include "SCNumeric.h"
 
 #include <algorithm>
+#include <bit>
 #include <charconv>
 #include <cmath>
 #include <cstring>
@@ -30,6 +31,54 @@ constexpr SWordOfDouble WORDS_OF_DOUBLES[] = {
     {"-inf", -std::numeric_limits<double>::infinity()},
     {"nan", std::numeric_limits<double>::quiet_NaN()},
 };
+
+// A value and the word it is saved by.
+template <typename TEnum>
+struct SWordOfEnum
+{
+    TEnum value;
+    const char* text;
+    DWORD textLen;
+};
+constexpr SWordOfEnum<SCKZCoreCom::EEndianness> WORDS_OF_ENDIANNESS[] = {
+    {SCKZCoreCom::ENDIANNESS_LITTLE, SCKZCoreCom::STR_ATTRVALUE_ENDIANNESS_LITTLE,
+     SCKZCoreCom::STRLEN_ATTRVALUE_ENDIANNESS_LITTLE},
+    {SCKZCoreCom::ENDIANNESS_BIG, SCKZCoreCom::STR_ATTRVALUE_ENDIANNESS_BIG,
+     SCKZCoreCom::STRLEN_ATTRVALUE_ENDIANNESS_BIG},
+};
+constexpr SWordOfEnum<SCKZCoreCom::EDataModel> WORDS_OF_DATA_MODELS[] = {
+    {SCKZCoreCom::DATAMODEL_ILP32, SCKZCoreCom::STR_ATTRVALUE_DATAMODEL_ILP32,
+     SCKZCoreCom::STRLEN_ATTRVALUE_DATAMODEL_ILP32},
+    {SCKZCoreCom::DATAMODEL_LLP64, SCKZCoreCom::STR_ATTRVALUE_DATAMODEL_LLP64,
+     SCKZCoreCom::STRLEN_ATTRVALUE_DATAMODEL_LLP64},
+    {SCKZCoreCom::DATAMODEL_LP64, SCKZCoreCom::STR_ATTRVALUE_DATAMODEL_LP64,
+     SCKZCoreCom::STRLEN_ATTRVALUE_DATAMODEL_LP64},
+};
+
+template <typename TWords, typename TEnum>
+bool GetWord(const TWords& words, TEnum value, const char*& text, DWORD& textLen) noexcept
+{
+    for (const auto& word : words) {
+        if (word.value == value) {
+            text = word.text;
+            textLen = word.textLen;
+            return true;
+        }
+    }
+    return false;
+}
+
+template <typename TWords, typename TEnum>
+bool GetValueOfWord(const TWords& words, const char* text, DWORD textLen, TEnum& value) noexcept
+{
+    for (const auto& word : words) {
+        if (IXMLIO::IsSameText(text, textLen, word.text, word.textLen)) {
+            value = word.value;
+            return true;
+        }
+    }
+    return false;
+}
 
 DWORD CopyRecs(DWORD* out, const DWORD* recs, DWORD count) noexcept
 {
@@ -79,6 +128,48 @@ std::queue<DWORD> MakeQueue(const std::vector<DWORD>& numbers)
 }
 
 } // namespace
+
+bool SCKZCoreCom::IsDirectoryPath(const char* path, DWORD pathLen) noexcept
+{
+    if (pathLen == 0 || (path[pathLen - 1] != CHAR_YEN && path[pathLen - 1] != '/'))
+        return false;
+    const auto* const bytes = reinterpret_cast<const unsigned char*>(path);
+    return _ismbstrail(bytes, bytes + pathLen - 1) == 0;
+}
+
+SCKZCoreCom::EEndianness SCKZCoreCom::GetEndiannessOfPresentEnvironment() noexcept
+{
+    static_assert(std::endian::native == std::endian::little || std::endian::native == std::endian::big);
+    return std::endian::native == std::endian::little ? ENDIANNESS_LITTLE : ENDIANNESS_BIG;
+}
+
+SCKZCoreCom::EDataModel SCKZCoreCom::GetDataModelOfPresentEnvironment() noexcept
+{
+    static_assert(sizeof(int) == 4 && sizeof(long) <= sizeof(void*));
+    if (sizeof(void*) == 4)
+        return DATAMODEL_ILP32;
+    return sizeof(long) == 4 ? DATAMODEL_LLP64 : DATAMODEL_LP64;
+}
+
+bool SCKZCoreCom::GetEndiannessStr(EEndianness endianness, const char*& text, DWORD& textLen) noexcept
+{
+    return GetWord(WORDS_OF_ENDIANNESS, endianness, text, textLen);
+}
+
+bool SCKZCoreCom::GetDataModelStr(EDataModel dataModel, const char*& text, DWORD& textLen) noexcept
+{
+    return GetWord(WORDS_OF_DATA_MODELS, dataModel, text, textLen);
+}
+
+bool SCKZCoreCom::GetEndianness(const char* text, DWORD textLen, EEndianness& endianness) noexcept
+{
+    return GetValueOfWord(WORDS_OF_ENDIANNESS, text, textLen, endianness);
+}
+
+bool SCKZCoreCom::GetDataModel(const char* text, DWORD textLen, EDataModel& dataModel) noexcept
+{
+    return GetValueOfWord(WORDS_OF_DATA_MODELS, text, textLen, dataModel);
+}
 
 void SCKZCoreCom::GetBoolOperatorAttribute(EBoolOperator boolOperator, IXMLIO::SAttribute& attribute) noexcept
 {

@@ -17,6 +17,8 @@ public:
 
     static constexpr char CHAR_SPACE = ' ';
     static constexpr char CHAR_COMMA = ',';
+    static constexpr char CHAR_YEN =
+        '\\'; // the separator of paths, whose code is a yen sign in Japanese fonts
 
     // The minus sign and the mark of a long vowel, full width and half width, in code page 932. The two of a
     // row have the same length there.
@@ -30,6 +32,62 @@ public:
     // Whether the `textLen` bytes at `text` end in the `rearLen` bytes at `rear`, byte by byte. Linear in the
     // latter.
     static bool CompareStringRear(const char* text, DWORD textLen, const char* rear, DWORD rearLen) noexcept;
+
+    // Whether the `pathLen` bytes at `path`, in the host's code page, are the path of a directory: whether
+    // they end in a separator, `\` or `/`, that is a character and not the second byte of one. The name of a
+    // file can be put behind such a path. Nothing is looked for on disk. Linear in the length.
+    static bool IsDirectoryPath(const char* path, DWORD pathLen) noexcept;
+
+    // The extension of binary files.
+    static constexpr char STR_EXTENSION_DAT[] = ".dat";
+    static constexpr DWORD STRLEN_EXTENSION_DAT = sizeof STR_EXTENSION_DAT - 1;
+
+    // In which order the bytes of a number stand in memory, and so in binary files.
+    enum EEndianness : DWORD
+    {
+        ENDIANNESS_LITTLE = 1, // the lowest byte first
+        ENDIANNESS_BIG = 2,
+    };
+    // How long int, long and a pointer are, in bits.
+    enum EDataModel : DWORD
+    {
+        DATAMODEL_ILP32 = 1, // 32, 32, 32
+        DATAMODEL_LLP64 = 2, // 32, 32, 64
+        DATAMODEL_LP64 = 3,  // 32, 64, 64
+    };
+
+    // Those of the program that runs.
+    static EEndianness GetEndiannessOfPresentEnvironment() noexcept;
+    static EDataModel GetDataModelOfPresentEnvironment() noexcept;
+
+    // The word of a value, a constant, and its length. False, with both untouched, for what is no value.
+    static bool GetEndiannessStr(EEndianness endianness, const char*& text, DWORD& textLen) noexcept;
+    static bool GetDataModelStr(EDataModel dataModel, const char*& text, DWORD& textLen) noexcept;
+    // The value of a word. False, with the value untouched, for every other text.
+    static bool GetEndianness(const char* text, DWORD textLen, EEndianness& endianness) noexcept;
+    static bool GetDataModel(const char* text, DWORD textLen, EDataModel& dataModel) noexcept;
+
+    // Attributes by which XML points to binary files: what the files were written by, and where they are.
+    static constexpr char STR_ATTRNAME_ENDIANNESS[] = "endianness";
+    static constexpr DWORD STRLEN_ATTRNAME_ENDIANNESS = sizeof STR_ATTRNAME_ENDIANNESS - 1;
+    static constexpr char STR_ATTRVALUE_ENDIANNESS_LITTLE[] = "LittleEndian";
+    static constexpr DWORD STRLEN_ATTRVALUE_ENDIANNESS_LITTLE = sizeof STR_ATTRVALUE_ENDIANNESS_LITTLE - 1;
+    static constexpr char STR_ATTRVALUE_ENDIANNESS_BIG[] = "BigEndian";
+    static constexpr DWORD STRLEN_ATTRVALUE_ENDIANNESS_BIG = sizeof STR_ATTRVALUE_ENDIANNESS_BIG - 1;
+    static constexpr char STR_ATTRNAME_DATAMODEL[] = "dataModel";
+    static constexpr DWORD STRLEN_ATTRNAME_DATAMODEL = sizeof STR_ATTRNAME_DATAMODEL - 1;
+    static constexpr char STR_ATTRVALUE_DATAMODEL_ILP32[] = "ILP32";
+    static constexpr DWORD STRLEN_ATTRVALUE_DATAMODEL_ILP32 = sizeof STR_ATTRVALUE_DATAMODEL_ILP32 - 1;
+    static constexpr char STR_ATTRVALUE_DATAMODEL_LLP64[] = "LLP64";
+    static constexpr DWORD STRLEN_ATTRVALUE_DATAMODEL_LLP64 = sizeof STR_ATTRVALUE_DATAMODEL_LLP64 - 1;
+    static constexpr char STR_ATTRVALUE_DATAMODEL_LP64[] = "LP64";
+    static constexpr DWORD STRLEN_ATTRVALUE_DATAMODEL_LP64 = sizeof STR_ATTRVALUE_DATAMODEL_LP64 - 1;
+    static constexpr char STR_ATTRNAME_XLINK_TYPE[] = "xlink:type";
+    static constexpr DWORD STRLEN_ATTRNAME_XLINK_TYPE = sizeof STR_ATTRNAME_XLINK_TYPE - 1;
+    static constexpr char STR_ATTRVALUE_XLINK_TYPE_SIMPLE[] = "simple";
+    static constexpr DWORD STRLEN_ATTRVALUE_XLINK_TYPE_SIMPLE = sizeof STR_ATTRVALUE_XLINK_TYPE_SIMPLE - 1;
+    static constexpr char STR_ATTRNAME_XLINK_HREF[] = "xlink:href";
+    static constexpr DWORD STRLEN_ATTRNAME_XLINK_HREF = sizeof STR_ATTRNAME_XLINK_HREF - 1;
 
     // The two parts of what is saved of an environment.
     enum ESpecType
@@ -55,6 +113,12 @@ public:
         CMPOPERATOR_GREATER = 5,
         CMPOPERATOR_GREATEREQUAL = 6,
     };
+
+    // The two values of a boolean attribute in XML.
+    static constexpr char STR_TRUE[] = "true";
+    static constexpr DWORD STRLEN_TRUE = sizeof STR_TRUE - 1;
+    static constexpr char STR_FALSE[] = "false";
+    static constexpr DWORD STRLEN_FALSE = sizeof STR_FALSE - 1;
 
     // The attribute of a boolean operator in XML, and its words.
     static constexpr char STR_ATTRNAME_BOOLOPERATOR[] = "boolOperator";

@@ -1,16 +1,20 @@
 #include "KzcPlatform.h"
 
 #include "CCharMap.h"
+#include "SCSystemPath.h"
 
 #if !defined(_WIN32)
 
 #include <atomic>
 #include <chrono>
 #include <cstring>
+#include <filesystem>
 #include <limits>
 #include <mutex>
 #include <new>
 #include <stdexcept>
+#include <system_error>
+#include <utility>
 
 namespace {
 
@@ -49,6 +53,35 @@ unsigned int GetCharCode(const unsigned char* text, std::size_t len) noexcept
     for (std::size_t i = 0; i < len; ++i)
         code = code << 8 | text[i];
     return code;
+}
+
+DWORD MakeDirectory(std::filesystem::path path)
+{
+    namespace fs = std::filesystem;
+    if (!path.is_absolute())
+        return ERROR_BAD_PATHNAME;
+    if (path.has_relative_path() && !path.has_filename())
+        path = path.parent_path(); // without the separators at the end
+    const auto getErrorOfWhatIsThere = [&path]() -> DWORD {
+        std::error_code ignored;
+        if (fs::is_directory(path, ignored))
+            return ERROR_ALREADY_EXISTS;
+        return fs::exists(fs::symlink_status(path, ignored)) ? ERROR_FILE_EXISTS : ERROR_SUCCESS;
+    };
+    if (const DWORD error = getErrorOfWhatIsThere(); error != ERROR_SUCCESS)
+        return error;
+    std::error_code error;
+    if (fs::create_directories(path, error))
+        return ERROR_SUCCESS;
+    if (!error)
+        return ERROR_ALREADY_EXISTS; // someone else was faster
+    switch (const DWORD code = NSKZ::NSKZCore::SCSystemPath::GetLastErrorOfErrno(error.value())) {
+    case ERROR_FILE_NOT_FOUND: // a part of the path, not its end
+    case ERROR_FILE_EXISTS:    // likewise: something that is no directory
+        return ERROR_PATH_NOT_FOUND;
+    default:
+        return code;
+    }
 }
 
 std::recursive_mutex& GetMutex(CRITICAL_SECTION* section) noexcept
@@ -196,6 +229,20 @@ const unsigned char* _mbsstr(const unsigned char* text, const unsigned char* sea
 unsigned char* _mbsstr(unsigned char* text, const unsigned char* searched) noexcept
 {
     return const_cast<unsigned char*>(_mbsstr(static_cast<const unsigned char*>(text), searched));
+}
+
+int SHCreateDirectoryExA(HWND, const char* path, const SECURITY_ATTRIBUTES*) noexcept
+{
+    try {
+        std::filesystem::path systemPath;
+        if (path == nullptr)
+            return static_cast<int>(ERROR_BAD_PATHNAME);
+        if (!NSKZ::NSKZCore::SCSystemPath::ConvertIntoSystemPath(path, systemPath))
+            return static_cast<int>(ERROR_NO_UNICODE_TRANSLATION);
+        return static_cast<int>(MakeDirectory(std::move(systemPath)));
+    } catch (const std::bad_alloc&) {
+        return static_cast<int>(ERROR_NOT_ENOUGH_MEMORY);
+    }
 }
 
 LCID GetUserDefaultLCID() noexcept

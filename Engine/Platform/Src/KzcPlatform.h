@@ -18,6 +18,7 @@
 #include <float.h>
 #include <mbctype.h>
 #include <mbstring.h>
+#include <shlobj.h>
 
 #define KZC_API_EXPORT __declspec(dllexport)
 #define KZC_API_IMPORT __declspec(dllimport)
@@ -48,10 +49,15 @@ constexpr DWORD ERROR_ACCESS_DENIED = 5;
 constexpr DWORD ERROR_NOT_ENOUGH_MEMORY = 8;
 constexpr DWORD ERROR_INVALID_DATA = 13;
 constexpr DWORD ERROR_GEN_FAILURE = 31; // a device fails, or an error that has no value of its own
+constexpr DWORD ERROR_HANDLE_EOF = 38;
+constexpr DWORD ERROR_FILE_EXISTS = 80;
 constexpr DWORD ERROR_INVALID_PARAMETER = 87;
 constexpr DWORD ERROR_DISK_FULL = 112;
 constexpr DWORD ERROR_INSUFFICIENT_BUFFER = 122;
+constexpr DWORD ERROR_BAD_PATHNAME = 161;
+constexpr DWORD ERROR_ALREADY_EXISTS = 183;
 constexpr DWORD ERROR_FILENAME_EXCED_RANGE = 206;
+constexpr DWORD ERROR_FILE_TOO_LARGE = 223;
 constexpr DWORD ERROR_INVALID_FLAGS = 1004;
 constexpr DWORD ERROR_NO_UNICODE_TRANSLATION = 1113; // the bytes are no text of the code page
 
@@ -123,6 +129,17 @@ constexpr DWORD LCMAP_HALFWIDTH = 0x00400000;
 // flags takes some tens of milliseconds.
 KZC_API_EXPORT int LCMapStringA(LCID locale, DWORD mapFlags, const char* src, int srcCount, char* dst,
                                 int dstCount) noexcept;
+
+// Makes a directory and those above it that are missing. `path` is absolute, in the host's code page; one
+// separator or more at its end make no difference. `window` and `security` are not looked at. Returns
+// ERROR_SUCCESS; ERROR_ALREADY_EXISTS if the directory is there, ERROR_FILE_EXISTS if something else of that
+// name is; ERROR_BAD_PATHNAME for a relative or null path; ERROR_PATH_NOT_FOUND if a part of the path is no
+// directory and cannot become one; ERROR_NO_UNICODE_TRANSLATION, ERROR_NOT_ENOUGH_MEMORY, or what else the
+// system says. Directories that were made before a failure stay.
+using HWND = void*;
+struct SECURITY_ATTRIBUTES;
+KZC_API_EXPORT int SHCreateDirectoryExA(HWND window, const char* path,
+                                        const SECURITY_ATTRIBUTES* security) noexcept;
 
 inline int _isnan(double value) noexcept
 {

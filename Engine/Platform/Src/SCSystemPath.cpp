@@ -8,6 +8,16 @@
 #include <system_error>
 #include <utility>
 
+#include <sys/stat.h>
+#include <sys/types.h>
+
+#if defined(_WIN32)
+#include <io.h>
+#else
+#include <fcntl.h>
+#include <unistd.h>
+#endif
+
 namespace NSKZ::NSKZCore {
 
 DWORD SCSystemPath::GetLastErrorOfErrno(int error) noexcept
@@ -25,8 +35,12 @@ DWORD SCSystemPath::GetLastErrorOfErrno(int error) noexcept
     case EMFILE:
     case ENFILE:
         return ERROR_TOO_MANY_OPEN_FILES;
+    case EEXIST:
+        return ERROR_FILE_EXISTS;
     case ENOSPC:
         return ERROR_DISK_FULL;
+    case EFBIG:
+        return ERROR_FILE_TOO_LARGE;
     case ENAMETOOLONG:
         return ERROR_FILENAME_EXCED_RANGE;
     default:
@@ -68,6 +82,44 @@ CFilePtr SCSystemPath::OpenFile(const char* path, const char* mode)
 #endif
     if (file == nullptr)
         SetLastError(GetLastErrorOfErrno(errno));
+    return file;
+}
+
+CFilePtr SCSystemPath::OpenFileForReading(const char* path, unsigned long long& size)
+{
+    std::filesystem::path systemPath;
+    if (!ConvertIntoSystemPath(path, systemPath))
+        return nullptr;
+    const auto fail = [](int error) {
+        SetLastError(GetLastErrorOfErrno(error));
+        return nullptr;
+    };
+
+#if defined(_WIN32)
+    CFilePtr file(_wfopen(systemPath.c_str(), L"rb"));
+    struct _stat64 status = {};
+    if (file == nullptr || _fstat64(_fileno(file.get()), &status) != 0)
+        return fail(errno);
+    if ((status.st_mode & _S_IFMT) != _S_IFREG)
+        return fail(EACCES);
+#else
+    // O_NONBLOCK: the opening of a pipe does not wait for its other end.
+    const int descriptor = ::open(systemPath.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    if (descriptor < 0)
+        return fail(errno);
+    CFilePtr file(::fdopen(descriptor, "rb"));
+    if (file == nullptr) {
+        const int error = errno;
+        ::close(descriptor);
+        return fail(error);
+    }
+    struct stat status = {};
+    if (::fstat(descriptor, &status) != 0)
+        return fail(errno);
+    if (!S_ISREG(status.st_mode))
+        return fail(EACCES);
+#endif
+    size = static_cast<unsigned long long>(status.st_size);
     return file;
 }
 

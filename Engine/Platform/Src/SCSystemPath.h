@@ -33,6 +33,11 @@ public:
     // directory is refused with ERROR_ACCESS_DENIED. Throws std::bad_alloc.
     static CFilePtr OpenFile(const char* path, const char* mode);
 
+    // Opens a file for reading and stores its size in bytes. Null, with `size` untouched and the last error
+    // telling why, if that fails. Only what has a size is opened: a directory, a pipe or a device is refused
+    // with ERROR_ACCESS_DENIED, and none is waited for. Throws std::bad_alloc.
+    static CFilePtr OpenFileForReading(const char* path, unsigned long long& size);
+
     // The last error that says what a value of errno says; ERROR_GEN_FAILURE for what has none of its own.
     static DWORD GetLastErrorOfErrno(int error) noexcept;
 };

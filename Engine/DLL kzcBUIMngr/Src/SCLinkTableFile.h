@@ -1,0 +1,51 @@
+#ifndef SCLINKTABLEFILE_H
+#define SCLINKTABLEFILE_H
+
+#include "CDWORDArray.h"
+#include "SCKZCoreCom.h"
+
+#include <initializer_list>
+#include <string>
+#include <vector>
+
+namespace NSKZ::NSKZCore {
+
+// What the files of both link tables have in common. A table has a directory of its own; in it `0.dat` is the
+// index, and `1.dat`, `2.dat`, ... are the cells of its fields. All is 32-bit numbers in the byte order of
+// the machine.
+//
+// A directory is told by its path, in the host's code page. An operation that fails sets the last error:
+// ERROR_INVALID_DATA for a path or a file that is not as it should be, or the system's. Those that make texts
+// or arrays throw std::bad_alloc.
+class SCLinkTableFile
+{
+public:
+    SCLinkTableFile() = delete;
+
+    // Makes the directory, with those above it, where it is missing. False if that cannot be done, and if
+    // `dir` does not end in a separator.
+    static bool PrepareWriting(const char* dir);
+
+    // Whether files can be read here: `dir` ends in a separator, and they were written by a machine like this
+    // one.
+    static bool PrepareReading(const char* dir, SCKZCoreCom::EEndianness endianness,
+                               SCKZCoreCom::EDataModel dataModel);
+
+    // The path of the index in a directory.
+    static std::string MakeIndexPath(const char* dir);
+
+    // Writes and reads the cells of a field. The whole file is read: `cells` becomes as long as it is. False
+    // for a file that is no array of cells. The second form wants a file of exactly `count` cells, or nothing
+    // is allocated; the first one wants at least `count`.
+    static bool WriteFld(const char* dir, DWORD fld, const CDWORDArray& cells);
+    static bool ReadFld(const char* dir, DWORD fld, DWORD count, CDWORDArray& cells);
+    static bool ReadFldOfUnknownLength(const char* dir, DWORD fld, DWORD minCount, CDWORDArray& cells);
+
+    // Whether the entries of these lists that are not 0 are the positions 1 to `fldCount`, each once. Sets no
+    // last error.
+    static bool AreFldPositions(std::initializer_list<const std::vector<DWORD>*> lists, DWORD fldCount);
+};
+
+} // namespace NSKZ::NSKZCore
+
+#endif
