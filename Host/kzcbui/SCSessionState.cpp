@@ -9,6 +9,8 @@
 #include "VCSpBtn.h"
 
 #include <algorithm>
+#include <set>
+#include <utility>
 
 namespace NSKZ::Host {
 
@@ -21,6 +23,7 @@ using NSKZCore::SCDeclareConstant;
 using NSKZCore::SCFldType;
 using NSKZCore::SSelectBtnIDList;
 using NSKZCore::VCBtnClass;
+using NSKZCore::VCSpBtn;
 
 std::string InQuotes(const std::string& text)
 {
@@ -146,6 +149,24 @@ void RestoreCnd(const SSavedSession::SCnd& cnd, CWorkspace& workspace)
             throw ECCommandError(place + "belongs to no button that picks its members by one.");
     } catch (const ECCndError& error) {
         throw ECCommandError(place + "cannot be read any more: " + error.what());
+    }
+}
+
+// Brings the buttons that pick by a condition and have none at present to what they are without: the engine
+// does not save whether a condition is missing or was never there.
+void ClearMissingCnds(const SSavedSession& session, CWorkspace& workspace)
+{
+    CBUIDataMngr& env = workspace.GetEnv();
+    std::set<std::pair<DWORD, DWORD>> withCnd;
+    for (const SSavedSession::SCnd& cnd : session.cnds)
+        withCnd.emplace(cnd.itemID, cnd.btnID);
+    for (const DWORD itemID : GetEffectiveItemIDs(workspace)) {
+        for (const DWORD btnID : GetSpBtnIDs(workspace, itemID, false)) {
+            VCSpBtn::EMmbBtnSelMth selMth = VCSpBtn::MMBBTNSELMTH_SELECT;
+            env.GetMmbBtnSelMthOfSpBtn(itemID, btnID, selMth);
+            if (selMth == VCSpBtn::MMBBTNSELMTH_CONDITION && withCnd.count({itemID, btnID}) == 0)
+                env.ClearMemberBtnCndOfSpBtn(itemID, btnID);
+        }
     }
 }
 
@@ -313,6 +334,7 @@ std::vector<DWORD> SCSessionState::ReadLimitation(const SSavedSession& session)
 bool SCSessionState::Restore(const SSavedSession& session, CWorkspace& workspace)
 {
     CBUIDataMngr& env = workspace.GetEnv();
+    ClearMissingCnds(session, workspace);
     for (const SSavedSession::SCnd& cnd : session.cnds)
         RestoreCnd(cnd, workspace);
     RestoreSelection(session, workspace);
