@@ -3,7 +3,6 @@
 #include "CXMLReader.h"
 #include "CXMLWriter.h"
 #include "ECCommandError.h"
-#include "ECInaccurateCode.h"
 #include "SCHostText.h"
 #include "SCSystemFile.h"
 #include "SCSystemPath.h"
@@ -120,14 +119,8 @@ void CEngineFiles::Read(CWorkspace& workspace, std::vector<DWORD> limitedRecs) c
 {
     CBUIDataMngr& env = workspace.GetEnv();
     const DWORD recCount = workspace.GetTable().GetRecCount();
-    try {
-        ReadFile(folder, NAME_OF_COMMON, [&](CXMLReader& reader) {
-            return env.ReadCommonSpecByXML(folder.c_str(), reader, recCount);
-        });
-    } catch (const NSKZCore::ECInaccurateCode&) {
-        throw ECCommandError("\"" + std::string(NAME_OF_COMMON) +
-                             "\" asks for link tables that this engine does not have.");
-    }
+    ReadFile(folder, NAME_OF_COMMON,
+             [&](CXMLReader& reader) { return env.ReadCommonSpecByXML(folder.c_str(), reader, recCount); });
     // The engine forgets the records where it has lost the tables of them.
     if (env.GetRecCountOfSrcData() != recCount)
         throw ECCommandError("The link tables below \"BUI\" are damaged, or are not those of the table.");

@@ -478,8 +478,8 @@ TEST_F(HostSave, FilesThatTheEngineRefusesAreToldAndTheSessionStays)
               std::string::npos);
     std::string common = ReadFile(generation / "common.xml");
     common.replace(common.find("OnMemory"), 8, "MemorySaving");
-    EXPECT_EQ(errorWithout({{"common.xml", common}}),
-              "\"common.xml\" asks for link tables that this engine does not have.");
+    EXPECT_NE(errorWithout({{"common.xml", common}}).find("\"common.xml\" is not what the engine writes"),
+              std::string::npos);
     for (const auto& [name, content] : ReadSave()) {
         if (name.starts_with("BUI") && name.ends_with("/0.dat")) {
             EXPECT_EQ(errorWithout({{name, content.substr(4)}}),
