@@ -12,6 +12,9 @@ if(KZC_SANITIZE)
   target_link_options(kzc_compile_options INTERFACE -fsanitize=${KZC_SANITIZE})
   target_compile_definitions(kzc_compile_options INTERFACE KZC_SANITIZED)
 endif()
+if(KZC_FUZZ)
+  target_compile_options(kzc_compile_options INTERFACE -fsanitize=fuzzer-no-link)
+endif()
 
 # kzc_add_library(NAME DIR API DEPS...)
 #

@@ -1,9 +1,11 @@
 #ifndef XMLTEXT_H
 #define XMLTEXT_H
 
+#include "CTempDir.h"
 #include "CXMLReader.h"
 #include "CXMLWriter.h"
 
+#include <algorithm>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
@@ -78,6 +80,49 @@ inline std::string ReadWholeFile(const std::filesystem::path& path)
 {
     std::ifstream file(path, std::ios::binary);
     return std::string(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
+}
+
+// What `write(writer)` writes inside a root element "R", each tag with a blank between it and the next;
+// "false" if it gives false.
+template <class TWrite>
+std::string WrittenText(const TWrite& write)
+{
+    const CTempDir dir;
+    const std::string path = (dir.GetPath() / "written.xml").string();
+    {
+        NSKZCore::CXMLWriter writer(path.c_str());
+        PutStart(writer, "R");
+        if (!write(writer))
+            return "false";
+        PutEnd(writer, "R");
+        if (!writer.Close())
+            return "unfinished";
+    }
+    std::ifstream file(path, std::ios::binary);
+    std::string all;
+    for (std::string line; std::getline(file, line);) {
+        const std::string tag = line.substr(std::min(line.find_first_not_of(' '), line.size()));
+        if (!tag.starts_with("<?") && tag != "<R>" && tag != "</R>")
+            all += (all.empty() ? "" : " ") + tag;
+    }
+    return all;
+}
+
+// Calls `read(reader)` with a reader that stands on the one element of `text`, an "After" behind it, and
+// gives what that gives; then the reader must come to "After".
+template <class TRead>
+NSKZCore::CXMLReader::EMthRetOfReadXML ReadText(const std::string& text, const TRead& read)
+{
+    const CTempDir dir;
+    const std::string path = dir.WriteFile("read.xml", "<R>" + text + "<After/></R>");
+    NSKZCore::CXMLReader reader(path.c_str());
+    reader.SeekToStartTagOfFirstChildElement();
+    const NSKZCore::CXMLReader::EMthRetOfReadXML result = read(reader);
+    if (!reader.HasFailed() &&
+        (reader.SeekToStartTagOfNextSiblingElement() != NSKZCore::CXMLReader::READXML_OK ||
+         Current(reader) != "After"))
+        return static_cast<NSKZCore::CXMLReader::EMthRetOfReadXML>(4711);
+    return result;
 }
 
 } // namespace NSKZ::Test

@@ -2,65 +2,14 @@
 
 #include "Support/CAllocFault.h"
 #include "Support/CRandom.h"
-#include "Support/LinkTableContent.h"
-#include "Support/LinkTableFiles.h"
-#include "Support/LinkTableUse.h"
-#include "Support/TestText.h"
+#include "Support/TLinkTableFilesFixture.h"
 
 #include <gtest/gtest.h>
-
-#include <memory>
-
-#include <sys/stat.h>
 
 using namespace NSKZ::NSKZCore;
 using namespace NSKZ::Test;
 
-namespace {
-
-// Three records in the classes 3, 1 and 4, inserted in this order; the class 5 had a column.
-void Fill(IBnLink& link)
-{
-    ASSERT_TRUE(InsertFld(link, 3, {2, 3, 2}));
-    ASSERT_TRUE(InsertFld(link, 5, {9, 9, 9}));
-    ASSERT_TRUE(InsertFld(link, 1, {1, 5, 6}));
-    ASSERT_TRUE(InsertFld(link, 4, {9, 8, 7}));
-    ASSERT_TRUE(link.DeleteFld(5));
-}
-
-class CBnLink_OnMemVer_Files : public testing::Test
-{
-protected:
-    // Writes the table of Fill.
-    void SetUp() override
-    {
-        CBnLink_OnMemVer link;
-        Fill(link);
-        expected = GetContent(link);
-        ASSERT_TRUE(link.WriteTo(dir.GetPath().c_str()));
-    }
-
-    // Reads into a table that holds something, which must be gone whatever comes.
-    bool Read(CBnLink_OnMemVer& link) const
-    {
-        link.Clear();
-        EXPECT_TRUE(InsertFld(link, 7, {1, 2}));
-        SetLastError(ERROR_SUCCESS);
-        return ReadFromDir(link, dir);
-    }
-    void ExpectRefused(DWORD error, const std::string& what) const
-    {
-        CBnLink_OnMemVer link;
-        EXPECT_FALSE(Read(link)) << what;
-        EXPECT_EQ(GetLastError(), error) << what;
-        EXPECT_EQ(GetContent(link), SBnLinkContent()) << what;
-    }
-
-    const CLinkTableDir dir;
-    SBnLinkContent expected;
-};
-
-} // namespace
+using CBnLink_OnMemVer_Files = TLinkTableFilesFixture<CBnLink_OnMemVer>;
 
 TEST_F(CBnLink_OnMemVer_Files, HoldTheTableNumberByNumber)
 {
@@ -73,18 +22,14 @@ TEST_F(CBnLink_OnMemVer_Files, HoldTheTableNumberByNumber)
     EXPECT_EQ(std::filesystem::file_size(dir.GetFile(1)), 12u);
 }
 
-TEST_F(CBnLink_OnMemVer_Files, GiveTheTableBack)
+TEST_F(CBnLink_OnMemVer_Files, GiveATableBackThatGoesOnAsIfItHadNeverBeenAway)
 {
     CBnLink_OnMemVer link;
     ASSERT_TRUE(Read(link));
-    EXPECT_EQ(GetContent(link), expected);
-    // It goes on as if it had never been away: written again it gives the same files.
-    const CLinkTableDir second;
-    ASSERT_TRUE(link.WriteTo(second.GetPath().c_str()));
-    for (DWORD file = 0; file <= 3; ++file)
-        EXPECT_EQ(second.Read(file), dir.Read(file));
     EXPECT_TRUE(link.DeleteFld(3));
     EXPECT_EQ(GetColumn(link, 4), (List{9, 8, 7}));
+    EXPECT_TRUE(InsertFld(link, 3, {4, 5, 6}));
+    EXPECT_EQ(GetColumn(link, 1), (List{1, 5, 6}));
 }
 
 TEST_F(CBnLink_OnMemVer_Files, GiveEmptyTablesBack)
@@ -122,104 +67,6 @@ TEST_F(CBnLink_OnMemVer_Files, OfALargerTableBeforeStayUnread)
     CBnLink_OnMemVer link;
     EXPECT_TRUE(Read(link));
     EXPECT_EQ(GetContent(link), GetContent(small));
-}
-
-TEST_F(CBnLink_OnMemVer_Files, AreWrittenToADirectoryThatIsMadeForThem)
-{
-    CBnLink_OnMemVer link;
-    Fill(link);
-    const std::string path = dir.GetPath() + SJIS(u8"表") + "\\BUI\\ID_1\\BnLink\\";
-    ASSERT_TRUE(link.WriteTo(path.c_str()));
-    CBnLink_OnMemVer read;
-    EXPECT_TRUE(ReadFromDir(read, path));
-    EXPECT_EQ(GetContent(read), expected);
-}
-
-TEST_F(CBnLink_OnMemVer_Files, NeedTheirDirectoryToBeOne)
-{
-    CBnLink_OnMemVer link;
-    Fill(link);
-    const std::string withoutSeparator = dir.GetPath() + "new";
-    const std::string trailByte = dir.GetPath() + SJIS(u8"表"); // ends in the byte of a separator
-    const std::string belowFile = dir.GetPath() + "0.dat\\BnLink\\";
-    for (const std::string& path : {withoutSeparator, trailByte, belowFile, std::string("relative\\"),
-                                    std::string(), std::string("a\x82\\")}) {
-        SetLastError(ERROR_SUCCESS);
-        EXPECT_FALSE(link.WriteTo(path.c_str())) << path;
-        EXPECT_EQ(GetLastError(), ERROR_INVALID_DATA) << path;
-    }
-    for (const std::string& path : {withoutSeparator, trailByte, std::string()}) {
-        CBnLink_OnMemVer read;
-        ASSERT_TRUE(InsertFld(read, 7, {1, 2}));
-        SetLastError(ERROR_SUCCESS);
-        EXPECT_FALSE(ReadFromDir(read, path));
-        EXPECT_EQ(GetLastError(), ERROR_INVALID_DATA) << path;
-        EXPECT_EQ(GetContent(read), SBnLinkContent());
-    }
-    EXPECT_TRUE(std::filesystem::is_empty(dir.GetFile(0).parent_path() /
-                                          "new")); // it is made before its path is looked at
-}
-
-TEST_F(CBnLink_OnMemVer_Files, ThatCannotBeWrittenAreToldAndTheTableStays)
-{
-    CBnLink_OnMemVer link;
-    Fill(link);
-    const auto expectNotWritten = [&](const std::string& path, DWORD error) {
-        SetLastError(ERROR_SUCCESS);
-        EXPECT_FALSE(link.WriteTo(path.c_str())) << path;
-        EXPECT_EQ(GetLastError(), error) << path;
-        EXPECT_EQ(GetContent(link), expected);
-    };
-    expectNotWritten(dir.GetPath() + "1.dat\\", ERROR_PATH_NOT_FOUND); // a file of the directory's name
-
-    std::filesystem::remove(dir.GetFile(2));
-    std::filesystem::create_directory(dir.GetFile(2));
-    expectNotWritten(dir.GetPath(), ERROR_ACCESS_DENIED);
-    EXPECT_EQ(dir.Read(1), (List{2, 3, 2})); // what was written before stays
-
-    for (const DWORD file : {0u, 3u}) {
-        const CLinkTableDir full;
-        std::filesystem::create_symlink("/dev/full", full.GetFile(file));
-        expectNotWritten(full.GetPath(), ERROR_DISK_FULL);
-    }
-}
-
-TEST_F(CBnLink_OnMemVer_Files, OfAnotherKindOfMachineAreRefused)
-{
-    const auto endianness = SCKZCoreCom::GetEndiannessOfPresentEnvironment();
-    const auto dataModel = SCKZCoreCom::GetDataModelOfPresentEnvironment();
-    for (const DWORD value : {0u, 1u, 2u, 3u, 4u}) {
-        const auto otherEndianness = static_cast<SCKZCoreCom::EEndianness>(value);
-        const auto otherDataModel = static_cast<SCKZCoreCom::EDataModel>(value);
-        CBnLink_OnMemVer link;
-        Fill(link);
-        EXPECT_EQ(link.ReadFrom(dir.GetPath().c_str(), otherEndianness, dataModel),
-                  otherEndianness == endianness);
-        EXPECT_EQ(GetContent(link), otherEndianness == endianness ? expected : SBnLinkContent());
-        link.Clear();
-        Fill(link);
-        EXPECT_EQ(link.ReadFrom(dir.GetPath().c_str(), endianness, otherDataModel),
-                  otherDataModel == dataModel);
-        EXPECT_EQ(GetContent(link), otherDataModel == dataModel ? expected : SBnLinkContent());
-    }
-}
-
-TEST_F(CBnLink_OnMemVer_Files, ThatAreMissingOrNoFilesAreRefused)
-{
-    for (const DWORD file : {0u, 1u, 3u}) {
-        const List numbers = dir.Read(file);
-        std::filesystem::remove(dir.GetFile(file));
-        ExpectRefused(ERROR_FILE_NOT_FOUND, "missing");
-        std::filesystem::create_directory(dir.GetFile(file));
-        ExpectRefused(ERROR_ACCESS_DENIED, "directory");
-        std::filesystem::remove(dir.GetFile(file));
-        ASSERT_EQ(::mkfifo(dir.GetFile(file).c_str(), 0600), 0);
-        ExpectRefused(ERROR_ACCESS_DENIED, "pipe");
-        std::filesystem::remove(dir.GetFile(file));
-        dir.Write(file, numbers);
-    }
-    std::filesystem::remove_all(dir.GetPath().substr(0, dir.GetPath().size() - 1));
-    ExpectRefused(ERROR_FILE_NOT_FOUND, "no directory");
 }
 
 TEST_F(CBnLink_OnMemVer_Files, WithAnIndexThatContradictsItselfAreRefused)
@@ -287,46 +134,6 @@ TEST_F(CBnLink_OnMemVer_Files, AreProvedBeforeMemoryIsTakenForThem)
     EXPECT_LE(readNumbers({3, 1073741824, 6, 0, 2, 0, 1, 3, 0}), READING_AHEAD); // 32 bits of bytes overflow
 }
 
-TEST_F(CBnLink_OnMemVer_Files, CutOffOrFlippedAnywhereGiveATableOrNone)
-{
-    int read = 0;
-    int refused = 0;
-    const auto tryReading = [&] {
-        CBnLink_OnMemVer link;
-        if (Read(link)) {
-            ++read;
-            UseTable(link, 50);
-        } else {
-            ++refused;
-            EXPECT_EQ(GetLastError(), ERROR_INVALID_DATA);
-            EXPECT_EQ(GetContent(link), SBnLinkContent());
-        }
-    };
-    for (DWORD file = 0; file <= 3; ++file) {
-        const std::string whole = ReadFileBytes(dir.GetFile(file));
-        for (std::size_t size = 0; size < whole.size(); ++size) {
-            dir.WriteFileBytes(file, whole.substr(0, size));
-            tryReading();
-        }
-        EXPECT_EQ(read, 0);
-        for (std::size_t bit = 0; file == 0 && bit < whole.size() * 8; ++bit) {
-            std::string flipped = whole;
-            flipped[bit / 8] = static_cast<char>(flipped[bit / 8] ^ (1 << bit % 8));
-            dir.WriteFileBytes(file, flipped);
-            tryReading();
-        }
-        EXPECT_EQ(read, 0); // in so small an index every number counts
-        dir.WriteFileBytes(file, whole);
-    }
-    EXPECT_EQ(refused, 36 + 3 * 12 + 36 * 8);
-    // A swap of whole columns is no contradiction.
-    const List first = dir.Read(1);
-    dir.Write(1, dir.Read(3));
-    dir.Write(3, first);
-    tryReading();
-    EXPECT_EQ(read, 1);
-}
-
 TEST_F(CBnLink_OnMemVer_Files, OfRandomTablesGiveThemBack)
 {
     CRandom random;
@@ -348,38 +155,14 @@ TEST_F(CBnLink_OnMemVer_Files, OfRandomTablesGiveThemBack)
     }
 }
 
-TEST_F(CBnLink_OnMemVer_Files, ReadWhileMemoryRunsOutLeaveTheTableEmpty)
+TEST_F(CBnLink_OnMemVer_Files, WithOneBitOfTheIndexFlippedAreRefused)
 {
-    const std::string path = dir.GetPath();
-    const int failures = FailEveryAllocation(
-        [] {
-            auto link = std::make_unique<CBnLink_OnMemVer>();
-            Fill(*link);
-            return link;
-        },
-        [&](std::unique_ptr<CBnLink_OnMemVer>& link) { EXPECT_TRUE(ReadFromDir(*link, path)); },
-        [](std::unique_ptr<CBnLink_OnMemVer>& link) { EXPECT_EQ(GetContent(*link), SBnLinkContent()); });
-    EXPECT_GE(failures, 6);
-}
-
-TEST_F(CBnLink_OnMemVer_Files, WrittenWhileMemoryRunsOutLeaveTheTableAsItWas)
-{
-    CBnLink_OnMemVer link;
-    Fill(link);
-    const std::string path = dir.GetPath();
-    CAllocFault fault;
-    std::size_t thrown = 0;
-    const std::size_t failures = fault.FailEachInTurn([&](auto&& attempt) {
-        bool written = true;
-        if (!attempt([&] { written = link.WriteTo(path.c_str()); }))
-            ++thrown;
-        // Where the directory was not had for want of memory, nothing is thrown.
-        EXPECT_TRUE(written || GetLastError() == ERROR_INVALID_DATA);
-    });
-    EXPECT_GE(failures, 4u);
-    EXPECT_GE(thrown, 1u);
-    EXPECT_EQ(GetContent(link), expected);
-    CBnLink_OnMemVer read;
-    EXPECT_TRUE(Read(read));
-    EXPECT_EQ(GetContent(read), expected);
+    // In so small an index every number counts.
+    const std::string whole = ReadFileBytes(dir.GetFile(0));
+    for (std::size_t bit = 0; bit < whole.size() * 8; ++bit) {
+        std::string flipped = whole;
+        flipped[bit / 8] = static_cast<char>(flipped[bit / 8] ^ (1 << bit % 8));
+        dir.WriteFileBytes(0, flipped);
+        ExpectRefused(ERROR_INVALID_DATA, std::to_string(bit));
+    }
 }

@@ -2,17 +2,11 @@
 
 #include "Support/CAllocFault.h"
 #include "Support/CRandom.h"
-#include "Support/LinkTableContent.h"
-#include "Support/LinkTableFiles.h"
-#include "Support/LinkTableUse.h"
+#include "Support/TLinkTableFilesFixture.h"
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <functional>
 #include <memory>
-
-#include <sys/stat.h>
 
 using namespace NSKZ::NSKZCore;
 using namespace NSKZ::Test;
@@ -26,17 +20,6 @@ constexpr DWORD COMMON_VIR = SCBUICoreCom::BTNCLS_ID_VIR_COMMON_BEGIN;
 constexpr DWORD FIXED_VIR = SCBUICoreCom::BTNCLS_ID_VIR_FIXED_BEGIN;
 constexpr DWORD LARGEST = 4294967295;
 
-// A source class with buttons of every kind, one without records, and virtual classes of both kinds.
-void Fill(IRpLink& link)
-{
-    ASSERT_TRUE(InsertFld(link, 2, {{1, {4}}, {2, {0, 2}}, {4, {1, 3}}, {INC + 1, {0, 1, 2}}}));
-    ASSERT_TRUE(link.InsertFld(1));
-    ASSERT_TRUE(InsertFld(link, COMMON_VIR + 1, {{VIRINC, {2, 3}}}));
-    ASSERT_TRUE(InsertFld(link, FIXED_VIR, {{VIRINC + 2, {4}}}));
-    ASSERT_TRUE(SetRecList(link, 2, CLL, {3}));
-    ASSERT_TRUE(SetRecList(link, 2, VIRINC, {1, 4}));
-}
-
 const List POSITIONS = {3, 0, 2, 1, 2, 0, 3, 1, 4, 4};
 const List ENTRIES_OF_FIRST_FLD = {6, 1, 0, 1, 2, 1, 2, 4, 3, 2, INC + 1, 5, 3, CLL, 8, 1, VIRINC, 9, 2};
 const List ENTRIES_OF_OTHER_FLDS = {0, 1, VIRINC, 0, 2, 1, VIRINC + 2, 0, 1};
@@ -48,33 +31,9 @@ List Join(const List& left, const List& right)
     return joined;
 }
 
-class CRpLink_OnMemVer_Files : public testing::Test
+class CRpLink_OnMemVer_Files : public TLinkTableFilesFixture<CRpLink_OnMemVer>
 {
 protected:
-    // Writes the table of Fill.
-    void SetUp() override
-    {
-        CRpLink_OnMemVer link;
-        Fill(link);
-        expected = GetContent(link);
-        ASSERT_TRUE(link.WriteTo(dir.GetPath().c_str()));
-    }
-
-    // Reads into a table that holds something, which must be gone whatever comes.
-    bool Read(CRpLink_OnMemVer& link) const
-    {
-        link.Clear();
-        EXPECT_TRUE(InsertFld(link, 7, {{2, {5}}}));
-        SetLastError(ERROR_SUCCESS);
-        return ReadFromDir(link, dir);
-    }
-    void ExpectRefused(DWORD error, const std::string& what) const
-    {
-        CRpLink_OnMemVer link;
-        EXPECT_FALSE(Read(link)) << what;
-        EXPECT_EQ(GetLastError(), error) << what;
-        EXPECT_EQ(GetContent(link), RpLinkContent()) << what;
-    }
     // Writes the files of a table with one class that has these entries and an area of this length.
     void WriteOneFld(const List& entries, DWORD areaSize) const
     {
@@ -84,9 +43,6 @@ protected:
             area[i] = 100 + i;
         dir.Write(1, area);
     }
-
-    const CLinkTableDir dir;
-    RpLinkContent expected;
 };
 
 } // namespace
@@ -103,16 +59,10 @@ TEST_F(CRpLink_OnMemVer_Files, HoldTheTableNumberByNumber)
     EXPECT_EQ(std::filesystem::file_size(dir.GetFile(0)), 38 * sizeof(DWORD));
 }
 
-TEST_F(CRpLink_OnMemVer_Files, GiveTheTableBack)
+TEST_F(CRpLink_OnMemVer_Files, GiveATableBackThatGoesOnAsIfItHadNeverBeenAway)
 {
     CRpLink_OnMemVer link;
     ASSERT_TRUE(Read(link));
-    EXPECT_EQ(GetContent(link), expected);
-    const CLinkTableDir second;
-    ASSERT_TRUE(link.WriteTo(second.GetPath().c_str()));
-    for (DWORD file = 0; file <= 4; ++file)
-        EXPECT_EQ(second.Read(file), dir.Read(file));
-    // It goes on as if it had never been away.
     EXPECT_TRUE(AddRecList(link, 2, 2, {1}));
     EXPECT_EQ(GetRecList(link, 2, 2), (List{0, 1, 2}));
     EXPECT_EQ(GetRecList(link, 2, VIRINC), (List{1, 4}));
@@ -160,79 +110,6 @@ TEST_F(CRpLink_OnMemVer_Files, TakeEntriesAndSlicesInAnyOrderAndWithGaps)
     ASSERT_TRUE(Read(link));
     EXPECT_EQ(GetLists(link, 1), (Lists{{1, {102, 103}}, {2, {100}}, {VIRINC, {104}}}));
     EXPECT_EQ(GetFldSize(link, 1), 6u);
-}
-
-TEST_F(CRpLink_OnMemVer_Files, NeedTheirDirectoryToBeOne)
-{
-    CRpLink_OnMemVer link;
-    Fill(link);
-    const std::string withoutSeparator = dir.GetPath() + "new";
-    for (const std::string& path :
-         {withoutSeparator, dir.GetPath() + "0.dat\\RpLink\\", std::string("relative\\")}) {
-        SetLastError(ERROR_SUCCESS);
-        EXPECT_FALSE(link.WriteTo(path.c_str())) << path;
-        EXPECT_EQ(GetLastError(), ERROR_INVALID_DATA) << path;
-    }
-    SetLastError(ERROR_SUCCESS);
-    EXPECT_FALSE(ReadFromDir(link, withoutSeparator));
-    EXPECT_EQ(GetLastError(), ERROR_INVALID_DATA);
-    EXPECT_EQ(GetContent(link), RpLinkContent());
-}
-
-TEST_F(CRpLink_OnMemVer_Files, ThatCannotBeWrittenAreToldAndTheTableStays)
-{
-    CRpLink_OnMemVer link;
-    Fill(link);
-    const auto expectNotWritten = [&](const CLinkTableDir& target, DWORD error) {
-        SetLastError(ERROR_SUCCESS);
-        EXPECT_FALSE(link.WriteTo(target.GetPath().c_str()));
-        EXPECT_EQ(GetLastError(), error);
-        EXPECT_EQ(GetContent(link), expected);
-    };
-    std::filesystem::remove(dir.GetFile(3));
-    std::filesystem::create_directory(dir.GetFile(3));
-    expectNotWritten(dir, ERROR_ACCESS_DENIED);
-    for (const DWORD file : {0u, 1u, 4u}) {
-        const CLinkTableDir full;
-        std::filesystem::create_symlink("/dev/full", full.GetFile(file));
-        expectNotWritten(full, ERROR_DISK_FULL);
-    }
-}
-
-TEST_F(CRpLink_OnMemVer_Files, OfAnotherKindOfMachineAreRefused)
-{
-    const auto endianness = SCKZCoreCom::GetEndiannessOfPresentEnvironment();
-    const auto dataModel = SCKZCoreCom::GetDataModelOfPresentEnvironment();
-    for (const DWORD value : {0u, 1u, 2u, 3u, 4u}) {
-        const auto otherEndianness = static_cast<SCKZCoreCom::EEndianness>(value);
-        const auto otherDataModel = static_cast<SCKZCoreCom::EDataModel>(value);
-        CRpLink_OnMemVer link;
-        Fill(link);
-        EXPECT_EQ(link.ReadFrom(dir.GetPath().c_str(), otherEndianness, dataModel),
-                  otherEndianness == endianness);
-        EXPECT_EQ(GetContent(link), otherEndianness == endianness ? expected : RpLinkContent());
-        link.Clear();
-        Fill(link);
-        EXPECT_EQ(link.ReadFrom(dir.GetPath().c_str(), endianness, otherDataModel),
-                  otherDataModel == dataModel);
-        EXPECT_EQ(GetContent(link), otherDataModel == dataModel ? expected : RpLinkContent());
-    }
-}
-
-TEST_F(CRpLink_OnMemVer_Files, ThatAreMissingOrNoFilesAreRefused)
-{
-    for (const DWORD file : {0u, 1u, 2u, 4u}) {
-        const List numbers = dir.Read(file);
-        std::filesystem::remove(dir.GetFile(file));
-        ExpectRefused(ERROR_FILE_NOT_FOUND, "missing");
-        std::filesystem::create_directory(dir.GetFile(file));
-        ExpectRefused(ERROR_ACCESS_DENIED, "directory");
-        std::filesystem::remove(dir.GetFile(file));
-        ASSERT_EQ(::mkfifo(dir.GetFile(file).c_str(), 0600), 0);
-        ExpectRefused(ERROR_ACCESS_DENIED, "pipe");
-        std::filesystem::remove(dir.GetFile(file));
-        dir.Write(file, numbers);
-    }
 }
 
 TEST_F(CRpLink_OnMemVer_Files, WithPositionsThatContradictThemselvesAreRefused)
@@ -376,45 +253,6 @@ TEST_F(CRpLink_OnMemVer_Files, TakeNoMoreMemoryForLargeIdentifiersInManyFieldsTh
     ExpectRefused(ERROR_INVALID_DATA, "many fields");
 }
 
-TEST_F(CRpLink_OnMemVer_Files, CutOffOrFlippedAnywhereGiveATableOrNone)
-{
-    int read = 0;
-    int refused = 0;
-    const auto tryReading = [&] {
-        CRpLink_OnMemVer link;
-        if (Read(link)) {
-            ++read;
-            UseTable(link);
-        } else {
-            ++refused;
-            EXPECT_EQ(GetLastError(), ERROR_INVALID_DATA);
-            EXPECT_EQ(GetContent(link), RpLinkContent());
-        }
-    };
-    for (DWORD file = 0; file <= 4; ++file) {
-        const std::string whole = ReadFileBytes(dir.GetFile(file));
-        for (std::size_t size = 0; size < whole.size(); ++size) {
-            dir.WriteFileBytes(file, whole.substr(0, size));
-            tryReading();
-        }
-        EXPECT_EQ(read, 0);
-        dir.WriteFileBytes(file, whole);
-    }
-    EXPECT_EQ(refused, 4 * (38 + 11 + 0 + 2 + 1));
-    const std::string whole = ReadFileBytes(dir.GetFile(0));
-    refused = 0;
-    for (std::size_t bit = 0; bit < whole.size() * 8; ++bit) {
-        std::string flipped = whole;
-        flipped[bit / 8] = static_cast<char>(flipped[bit / 8] ^ (1 << bit % 8));
-        dir.WriteFileBytes(0, flipped);
-        tryReading();
-    }
-    // Another button that is one may stand in an entry; all other numbers are held by what is around them.
-    EXPECT_GT(read, 20);
-    EXPECT_LT(read, 8 * 32);
-    EXPECT_GT(refused, 30 * 32);
-}
-
 TEST_F(CRpLink_OnMemVer_Files, OfTwoTablesMixedAreRefusedOrGiveATable)
 {
     CRpLink_OnMemVer other;
@@ -476,40 +314,14 @@ TEST_F(CRpLink_OnMemVer_Files, OfRandomTablesGiveThemBack)
     }
 }
 
-TEST_F(CRpLink_OnMemVer_Files, ReadWhileMemoryRunsOutLeaveTheTableEmpty)
+TEST_F(CRpLink_OnMemVer_Files, OfUnorderedEntriesReadWhileMemoryRunsOutLeaveTheTableEmpty)
 {
-    const std::string path = dir.GetPath();
-    // Entries that are not in the order of their slices take memory to be proved.
+    // Slices that are not in the order of their buttons take memory to be proved.
     dir.Write(0, Join(Join(POSITIONS, {2, 1, 3, 8, 2, 0, 3}), ENTRIES_OF_OTHER_FLDS));
+    const std::string path = dir.GetPath();
     const int failures = FailEveryAllocation(
-        [] {
-            auto link = std::make_unique<CRpLink_OnMemVer>();
-            Fill(*link);
-            return link;
-        },
+        [] { return std::make_unique<CRpLink_OnMemVer>(); },
         [&](std::unique_ptr<CRpLink_OnMemVer>& link) { EXPECT_TRUE(ReadFromDir(*link, path)); },
         [](std::unique_ptr<CRpLink_OnMemVer>& link) { EXPECT_EQ(GetContent(*link), RpLinkContent()); });
     EXPECT_GE(failures, 12);
-}
-
-TEST_F(CRpLink_OnMemVer_Files, WrittenWhileMemoryRunsOutLeaveTheTableAsItWas)
-{
-    CRpLink_OnMemVer link;
-    Fill(link);
-    const std::string path = dir.GetPath();
-    CAllocFault fault;
-    std::size_t thrown = 0;
-    const std::size_t failures = fault.FailEachInTurn([&](auto&& attempt) {
-        bool written = true;
-        if (!attempt([&] { written = link.WriteTo(path.c_str()); }))
-            ++thrown;
-        // Where the directory was not had for want of memory, nothing is thrown.
-        EXPECT_TRUE(written || GetLastError() == ERROR_INVALID_DATA);
-    });
-    EXPECT_GE(failures, 4u);
-    EXPECT_GE(thrown, 1u);
-    EXPECT_EQ(GetContent(link), expected);
-    CRpLink_OnMemVer read;
-    EXPECT_TRUE(Read(read));
-    EXPECT_EQ(GetContent(read), expected);
 }

@@ -222,11 +222,11 @@ public:
     CXMLReader::EMthRetOfReadXML ReadFixedSpecByXML(CXMLReader& reader, const DWORD* limitedRecList,
                                                     DWORD limitedRecCount);
 
-    // Write and read the element of one link table, which names its version and, `withData`, its files. Writing
-    // writes the files first, and is false without an element if that fails. Reading takes the attributes of
-    // the element: READXML_BADFORMAT for what is missing or cannot be understood, and for a version that this
-    // library does not have; a table that cannot be read is a lost one, as above. Throw ECAbnormalData for a
-    // table type that is none.
+    // Write and read the element of one link table, which names its version and, `withData`, its files.
+    // Writing writes the files first, and is false without an element if that fails. Reading takes the
+    // attributes of the element: READXML_BADFORMAT for what is missing or cannot be understood, and for a
+    // version that this library does not have; a table that cannot be read is a lost one, as above. Throw
+    // ECAbnormalData for a table type that is none.
     bool WriteLinkTableSpecByXML(const char* folder, CXMLWriter& writer, bool withData,
                                  ELinkTableType type) const;
     CXMLReader::EMthRetOfReadXML ReadLinkTableSpecByXML(const char* folder,

@@ -44,8 +44,8 @@ constexpr struct
      CBUIDataMngr::STRLEN_ATTRVALUE_MODE_NARROWING},
 };
 
-// What lies behind the first separator of an href, which is relative to the folder of a save; null if there is
-// none, or if it would lead out of that folder.
+// What lies behind the first separator of an href, which is relative to the folder of a save; null if there
+// is none, or if it would lead out of that folder.
 const char* GetPathBelowFolder(const std::string& href) noexcept
 {
     const auto* const separator = _mbschr(reinterpret_cast<const unsigned char*>(href.c_str()),
@@ -128,8 +128,8 @@ bool CBUIDataMngr::WriteRelationSpecByXML(CXMLWriter& writer) const
 {
     Attributes attributes(1);
     GetRelationModeAttribute(relationMode, attributes.front());
-    const bool hasDifference = relationMode == RELATIONMODE_DIFFERENCE &&
-                               diffBtnClassID != SCBUICoreCom::BTNCLS_ID_UNSETTING;
+    const bool hasDifference =
+        relationMode == RELATIONMODE_DIFFERENCE && diffBtnClassID != SCBUICoreCom::BTNCLS_ID_UNSETTING;
     const bool hasLevels = relationMode == RELATIONMODE_NARROWING && !hierarchies.empty();
     if (!hasDifference && !hasLevels)
         return writer.PutEmptyElement(STR_ELENAME_RELATION, STRLEN_ELENAME_RELATION, attributes);
@@ -183,9 +183,9 @@ bool CBUIDataMngr::WriteBtnClassesSpecByXML(const char* folder, CXMLWriter& writ
             continue;
         bool isWritten = false;
         if (const auto* const virBtnClass = dynamic_cast<const CVirBtnClass*>(btnClass.get())) {
-            isWritten = virBtnClass->WriteSpecOfBtnClassByXML(
-                folder, writer, withData,
-                isFixedForm ? SCKZCoreCom::SPECTYPE_FIXED : SCKZCoreCom::SPECTYPE_COMMON);
+            isWritten = virBtnClass->WriteSpecOfBtnClassByXML(folder, writer, withData,
+                                                              isFixedForm ? SCKZCoreCom::SPECTYPE_FIXED
+                                                                          : SCKZCoreCom::SPECTYPE_COMMON);
         } else if (const auto fld = fldIDOfBtnClass.find(btnClassID); fld != fldIDOfBtnClass.end()) {
             const auto& srcBtnClass = static_cast<const VCSrcBtnClass&>(*btnClass);
             isWritten = isFixedForm ? srcBtnClass.WriteFixedSpecOfBtnClassByXML(writer)
@@ -208,9 +208,9 @@ bool CBUIDataMngr::WriteLinkTableSpecByXML(const char* folder, CXMLWriter& write
         throw ECAbnormalData(SCBUICoreStrDef::MSG_UNKNOWN_LINKTBLTYPE, SRC_FILE, FUNCTION, __LINE__);
     const bool isBnLink = type == LINKTBLTYPE_BNLINK;
     if (isBnLink ? bnLink == nullptr : rpLink == nullptr) {
-        throw ECAbnormalData(
-            isBnLink ? SCBUICoreStrDef::MSG_NOTEXIST_BNLINK : SCBUICoreStrDef::MSG_NOTEXIST_RPLINK, SRC_FILE,
-            FUNCTION, __LINE__);
+        throw ECAbnormalData(isBnLink ? SCBUICoreStrDef::MSG_NOTEXIST_BNLINK
+                                      : SCBUICoreStrDef::MSG_NOTEXIST_RPLINK,
+                             SRC_FILE, FUNCTION, __LINE__);
     }
     SCSpecXML::CAttributes attributes;
     switch (isBnLink ? bnLink->GetVersionType() : rpLink->GetVersionType()) {
@@ -238,7 +238,8 @@ bool CBUIDataMngr::WriteLinkTableSpecByXML(const char* folder, CXMLWriter& write
             !addWord(SCKZCoreCom::STR_ATTRNAME_DATAMODEL, SCKZCoreCom::STRLEN_ATTRNAME_DATAMODEL,
                      SCKZCoreCom::GetDataModelStr, SCKZCoreCom::GetDataModelOfPresentEnvironment()))
             return false;
-        attributes.AddText(SCKZCoreCom::STR_ATTRNAME_XLINK_TYPE, SCKZCoreCom::STR_ATTRVALUE_XLINK_TYPE_SIMPLE);
+        attributes.AddText(SCKZCoreCom::STR_ATTRNAME_XLINK_TYPE,
+                           SCKZCoreCom::STR_ATTRVALUE_XLINK_TYPE_SIMPLE);
         // An identifier above 2147483647 shows negative, here and where it is read.
         char href[260];
         const int hrefLen = std::snprintf(href, sizeof href,
@@ -399,8 +400,8 @@ CBUIDataMngr::EMthRetOfReadXML CBUIDataMngr::ReadCommonSpecOfRoot(const char* fo
 
     RepairBtnClassIDs(reader, SCBUICoreCom::BTNCLS_ID_SRC_BEGIN, SCBUICoreCom::BTNCLS_ID_SRC_END,
                       nextSrcBtnClassID, blankIDs);
-    RepairBtnClassIDs(reader, SCBUICoreCom::BTNCLS_ID_VIR_COMMON_BEGIN, SCBUICoreCom::BTNCLS_ID_VIR_COMMON_END,
-                      nextCommonVirBtnClassID, blankIDs);
+    RepairBtnClassIDs(reader, SCBUICoreCom::BTNCLS_ID_VIR_COMMON_BEGIN,
+                      SCBUICoreCom::BTNCLS_ID_VIR_COMMON_END, nextCommonVirBtnClassID, blankIDs);
     if (!DoLinkTablesFitBtnClasses())
         LoseLinkTables();
     DropFldsWithoutBtnClass();
@@ -503,8 +504,9 @@ void CBUIDataMngr::DropFldsWithoutBtnClass()
             continue;
         const std::unique_ptr<DWORD[]> recArea(new DWORD[size]);
         rpLink->GetAllRecList(btnClassID, recLists, recArea.get());
-        recLists.ForEach(
-            [this, classID = btnClassID](DWORD btnID, const SRecordList&) { rpLink->DeleteBtn(classID, btnID); });
+        recLists.ForEach([this, classID = btnClassID](DWORD btnID, const SRecordList&) {
+            rpLink->DeleteBtn(classID, btnID);
+        });
     }
 }
 
@@ -627,12 +629,14 @@ CBUIDataMngr::EMthRetOfReadXML CBUIDataMngr::ReadRelationSpecByXML(CXMLReader& r
             EMthRetOfReadXML read = CXMLReader::READXML_UNKNOWNELEMENT;
             if (mode == RELATIONMODE_DIFFERENCE && SCSpecXML::IsOnElement(reader, STR_ELENAME_DIFFERENCE))
                 read = ReadDifferenceSpecByXML(reader.GetAttributes());
-            else if (mode == RELATIONMODE_NARROWING && SCSpecXML::IsOnElement(reader, STR_ELENAME_HIERARCHIES))
+            else if (mode == RELATIONMODE_NARROWING &&
+                     SCSpecXML::IsOnElement(reader, STR_ELENAME_HIERARCHIES))
                 read = ReadHierarchiesSpecByXML(reader);
             isRead = read == CXMLReader::READXML_OK;
             return read;
         });
-    return walked == CXMLReader::READXML_OK && hasChildren && !isRead ? CXMLReader::READXML_BADFORMAT : walked;
+    return walked == CXMLReader::READXML_OK && hasChildren && !isRead ? CXMLReader::READXML_BADFORMAT
+                                                                      : walked;
 }
 
 CBUIDataMngr::EMthRetOfReadXML CBUIDataMngr::ReadDifferenceSpecByXML(const Attributes& attributesOfElement)
@@ -694,9 +698,10 @@ void CBUIDataMngr::FollowRestoredSpBtns(std::vector<SSelectBtnIDList>& selectInf
         auto* const srcBtnClass = dynamic_cast<VCSrcBtnClass*>(btnClass.get());
         if (srcBtnClass == nullptr)
             continue;
-        const auto entry = std::find_if(
-            selectInfo.begin(), selectInfo.end(),
-            [classID = btnClassID](const SSelectBtnIDList& ofClass) { return ofClass.btnClassID == classID; });
+        const auto entry = std::find_if(selectInfo.begin(), selectInfo.end(),
+                                        [classID = btnClassID](const SSelectBtnIDList& ofClass) {
+                                            return ofClass.btnClassID == classID;
+                                        });
         const bool joins = entry != selectInfo.end() && entry->newBtnMadeSelState &&
                            dynamic_cast<const VCDateTimeBtnClass*>(srcBtnClass) != nullptr;
         std::vector<DWORD> before;
@@ -801,9 +806,8 @@ CBUIDataMngr::EMthRetOfReadXML CBUIDataMngr::ReadBtnClassesSpecByXML(const char*
                                                                      SCKZCoreCom::ESpecType specType)
 {
     std::set<DWORD> readIDs;
-    return SCSpecXML::ReadChildren(reader, CXMLReader::READXML_BADFORMAT, [&] {
-        return ReadBtnClassSpecByXML(folder, reader, specType, readIDs);
-    });
+    return SCSpecXML::ReadChildren(reader, CXMLReader::READXML_BADFORMAT,
+                                   [&] { return ReadBtnClassSpecByXML(folder, reader, specType, readIDs); });
 }
 
 CBUIDataMngr::EMthRetOfReadXML CBUIDataMngr::ReadBtnClassSpecByXML(const char* folder, CXMLReader& reader,
@@ -838,7 +842,8 @@ CBUIDataMngr::EMthRetOfReadXML CBUIDataMngr::ReadBtnClassSpecByXML(const char* f
 }
 
 CBUIDataMngr::EMthRetOfReadXML CBUIDataMngr::ReadNewBtnClass(const char* folder, CXMLReader& reader,
-                                                             SCKZCoreCom::ESpecType specType, DWORD btnClassID)
+                                                             SCKZCoreCom::ESpecType specType,
+                                                             DWORD btnClassID)
 {
     Attributes attributes(reader.GetAttributes());
     IXMLIO::SAttribute type;

@@ -73,13 +73,8 @@ CBnLink_OnMemVer& CBnLink_OnMemVer::operator=(const CBnLink_OnMemVer& other)
 
 bool CBnLink_OnMemVer::WriteTo(const char* dir) const
 {
-    if (!SCLinkTableFile::PrepareWriting(dir) || !WriteIndex(dir))
-        return false;
-    for (std::size_t fld = 0; fld < fldList.size(); ++fld) {
-        if (!SCLinkTableFile::WriteFld(dir, static_cast<DWORD>(fld), fldList[fld]))
-            return false;
-    }
-    return true;
+    return SCLinkTableFile::PrepareWriting(dir) && WriteIndex(dir) &&
+           SCLinkTableFile::WriteFlds(dir, fldList);
 }
 
 bool CBnLink_OnMemVer::WriteIndex(const char* dir) const

@@ -6,8 +6,8 @@ CCllBtn::CCllBtn(DWORD btnID, EMmbBtnSelMth selMth) : VCSpBtn(btnID, selMth) {}
 
 bool CCllBtn::WriteDefinitionByXML(CXMLWriter& writer, const std::vector<DWORD>& members, bool withSel) const
 {
-    return VCSpBtn::WriteFixedSpecByXML(writer, STR_ATTRVALUE_TYPE_CLL, STRLEN_ATTRVALUE_TYPE_CLL, {}, members,
-                                        withSel);
+    return VCSpBtn::WriteFixedSpecByXML(writer, STR_ATTRVALUE_TYPE_CLL, STRLEN_ATTRVALUE_TYPE_CLL, {},
+                                        members, withSel);
 }
 
 CXMLReader::EMthRetOfReadXML CCllBtn::ReadFixedSpecByXML(CXMLReader& reader)

@@ -210,13 +210,8 @@ CRpLink_OnMemVer& CRpLink_OnMemVer::operator=(const CRpLink_OnMemVer& other)
 
 bool CRpLink_OnMemVer::WriteTo(const char* dir) const
 {
-    if (!SCLinkTableFile::PrepareWriting(dir) || !WriteIndex(dir))
-        return false;
-    for (std::size_t fld = 0; fld < recAreaList.size(); ++fld) {
-        if (!SCLinkTableFile::WriteFld(dir, static_cast<DWORD>(fld), recAreaList[fld]))
-            return false;
-    }
-    return true;
+    return SCLinkTableFile::PrepareWriting(dir) && WriteIndex(dir) &&
+           SCLinkTableFile::WriteFlds(dir, recAreaList);
 }
 
 bool CRpLink_OnMemVer::WriteIndex(const char* dir) const

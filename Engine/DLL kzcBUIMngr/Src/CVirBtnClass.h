@@ -68,8 +68,8 @@ public:
     bool WriteSpecOfBtnClassByXML(const char* folder, CXMLWriter& writer, bool withData,
                                   SCKZCoreCom::ESpecType specType) const;
     // Reads the class, as the two operations of VCSrcBtnClass do. READXML_BADFORMAT also for an identifier
-    // that is not that of a virtual class, and for the common form of a fixed class. Which classes its buttons
-    // refer to is known afterwards, the classes themselves are not: BindRefBtnClasses follows.
+    // that is not that of a virtual class, and for the common form of a fixed class. Which classes its
+    // buttons refer to is known afterwards, the classes themselves are not: BindRefBtnClasses follows.
     CXMLReader::EMthRetOfReadXML ReadSpecOfBtnClassByXML(const char* folder, CXMLReader& reader,
                                                          SCKZCoreCom::ESpecType specType, DWORD recCountOfEnv,
                                                          const std::unique_ptr<IRpLink>& rpLinkOfEnv);

@@ -79,10 +79,14 @@ std::string SCLinkTableFile::MakeIndexPath(const char* dir)
     return MakePath(dir, FILE_NUMBER_OF_INDEX);
 }
 
-bool SCLinkTableFile::WriteFld(const char* dir, DWORD fld, const CDWORDArray& cells)
+bool SCLinkTableFile::WriteFlds(const char* dir, const std::vector<CDWORDArray>& flds)
 {
-    CBinaryWriter writer(MakeFldPath(dir, fld).c_str(), false);
-    return writer.WriteData(cells.GetData(), cells.GetCount()) && writer.Close();
+    for (std::size_t fld = 0; fld < flds.size(); ++fld) {
+        CBinaryWriter writer(MakeFldPath(dir, static_cast<DWORD>(fld)).c_str(), false);
+        if (!writer.WriteData(flds[fld].GetData(), flds[fld].GetCount()) || !writer.Close())
+            return false;
+    }
+    return true;
 }
 
 bool SCLinkTableFile::ReadFld(const char* dir, DWORD fld, DWORD count, CDWORDArray& cells)

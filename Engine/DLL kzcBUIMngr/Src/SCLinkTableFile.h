@@ -34,10 +34,12 @@ public:
     // The path of the index in a directory.
     static std::string MakeIndexPath(const char* dir);
 
-    // Writes and reads the cells of a field. The whole file is read: `cells` becomes as long as it is. False
-    // for a file that is no array of cells. The second form wants a file of exactly `count` cells, or nothing
-    // is allocated; the first one wants at least `count`.
-    static bool WriteFld(const char* dir, DWORD fld, const CDWORDArray& cells);
+    // Writes the cells of all fields.
+    static bool WriteFlds(const char* dir, const std::vector<CDWORDArray>& flds);
+
+    // Reads the cells of a field, which are its whole file: `cells` becomes as long as it is. False for a
+    // file that is no array of cells. The first form wants exactly `count` of them, the second at least
+    // `minCount`; memory is taken for what is there.
     static bool ReadFld(const char* dir, DWORD fld, DWORD count, CDWORDArray& cells);
     static bool ReadFldOfUnknownLength(const char* dir, DWORD fld, DWORD minCount, CDWORDArray& cells);
 

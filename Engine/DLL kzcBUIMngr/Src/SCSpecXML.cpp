@@ -51,6 +51,20 @@ void SCSpecXML::CAttributes::AddKept(const char* name, DWORD nameLen, std::strin
     attributes.push_back({name, nameLen, kept.c_str(), static_cast<DWORD>(kept.size())});
 }
 
+bool SCSpecXML::GetID(const Attributes& attributes, const char* name, DWORD nameLen, DWORD& id) noexcept
+{
+    DWORD index = 0;
+    DWORD found = 0;
+    if (!CXMLReader::SearchAttribute(attributes, static_cast<DWORD>(attributes.size()), name, nameLen,
+                                     index) ||
+        !SCKZCoreCom::ConvertStringIntoNumericValue(attributes[index].value, attributes[index].valueLen,
+                                                    found) ||
+        found == 0)
+        return false;
+    id = found;
+    return true;
+}
+
 SCSpecXML::ETaken SCSpecXML::TakeText(Attributes& attributes, const char* name, DWORD nameLen,
                                       IXMLIO::SAttribute& taken) noexcept
 {
@@ -70,7 +84,7 @@ SCSpecXML::ETaken SCSpecXML::TakeNumber(Attributes& attributes, const char* name
     if (found != TAKEN_OK)
         return found;
     return SCKZCoreCom::ConvertStringIntoNumericValue(taken.value, taken.valueLen, number) ? TAKEN_OK
-                                                                                          : TAKEN_BAD;
+                                                                                           : TAKEN_BAD;
 }
 
 SCSpecXML::ETaken SCSpecXML::TakeNumbers(Attributes& attributes, const char* name, DWORD nameLen,

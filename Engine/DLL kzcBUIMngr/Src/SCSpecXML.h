@@ -30,13 +30,17 @@ public:
     public:
         const Attributes& Get() const noexcept { return attributes; }
         void Add(const IXMLIO::SAttribute& attribute) { attributes.push_back(attribute); }
-        void Add(const Attributes& others) { attributes.insert(attributes.end(), others.begin(), others.end()); }
+        void Add(const Attributes& others)
+        {
+            attributes.insert(attributes.end(), others.begin(), others.end());
+        }
 
         // `text` is followed by a NUL.
         template <std::size_t SIZE>
         void AddText(const char (&name)[SIZE], const char* text)
         {
-            attributes.push_back({name, SIZE - 1, text, static_cast<DWORD>(std::char_traits<char>::length(text))});
+            attributes.push_back(
+                {name, SIZE - 1, text, static_cast<DWORD>(std::char_traits<char>::length(text))});
         }
         template <std::size_t SIZE>
         void AddTrue(const char (&name)[SIZE])
@@ -88,10 +92,11 @@ public:
         TAKEN_OK,
         TAKEN_BAD, // its value is not as it should be; the output is untouched
     };
-    // Take the attribute of that name out of the list: its place becomes blank. A number is decimal, of one of
-    // the unsigned types; a list has commas between its numbers, and no text is no numbers.
+    // Take the attribute of that name out of the list: its place becomes blank. A number is decimal, of one
+    // of the unsigned types; a list has commas between its numbers, and no text is no numbers.
     template <std::size_t SIZE>
-    static ETaken TakeText(Attributes& attributes, const char (&name)[SIZE], IXMLIO::SAttribute& taken) noexcept
+    static ETaken TakeText(Attributes& attributes, const char (&name)[SIZE],
+                           IXMLIO::SAttribute& taken) noexcept
     {
         return TakeText(attributes, name, SIZE - 1, taken);
     }
@@ -119,6 +124,12 @@ public:
             return false;
         id = found;
         return true;
+    }
+    // The same without taking it.
+    template <std::size_t SIZE>
+    static bool GetID(const Attributes& attributes, const char (&name)[SIZE], DWORD& id) noexcept
+    {
+        return GetID(attributes, name, SIZE - 1, id);
     }
 
     // Whether the reader is on an element of that name.
@@ -161,6 +172,7 @@ public:
     }
 
 private:
+    static bool GetID(const Attributes& attributes, const char* name, DWORD nameLen, DWORD& id) noexcept;
     static ETaken TakeText(Attributes& attributes, const char* name, DWORD nameLen,
                            IXMLIO::SAttribute& taken) noexcept;
     static ETaken TakeNumber(Attributes& attributes, const char* name, DWORD nameLen, DWORD& number) noexcept;

@@ -3,6 +3,7 @@
 
 #include "KzcPlatform.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <utility>
@@ -49,6 +50,22 @@ public:
     }
     const TValue* Find(const TKey& key) const noexcept { return const_cast<TCHashMap*>(this)->Find(key); }
 
+    // For whoever has many keys to look up or insert: fetch what is looked at first for a key, and what is
+    // looked at then, into the cache, without waiting for it.
+    void PrefetchBucket(const TKey& key) const noexcept
+    {
+        if (!buckets.empty())
+            PrefetchMemory(&buckets[Narrow(THash::Hash(key)) & (buckets.size() - 1)]);
+    }
+    void PrefetchEntry(const TKey& key) const noexcept
+    {
+        if (buckets.empty())
+            return;
+        const std::uint32_t position = buckets[Narrow(THash::Hash(key)) & (buckets.size() - 1)];
+        if (position != NONE)
+            PrefetchMemory(&entries[position]);
+    }
+
     // Makes room for one more entry, so that the next Insert cannot fail. Amortised constant.
     void ReserveForInsert()
     {
@@ -58,6 +75,17 @@ public:
             entries.reserve(entries.empty() ? INITIAL_BUCKETS : entries.size() * 2);
         if (entries.size() + 1 > buckets.size())
             Rehash(buckets.size() * 2);
+    }
+
+    // Makes room for `count` entries in all, so that inserting them moves nothing.
+    void Reserve(std::size_t count)
+    {
+        entries.reserve(count);
+        std::size_t bucketCount = std::max(INITIAL_BUCKETS, buckets.size());
+        while (bucketCount < count)
+            bucketCount *= 2;
+        if (bucketCount != buckets.size())
+            Rehash(bucketCount);
     }
 
     // Returns false, with nothing changed, if the key is there. If memory is exhausted nothing changes.

@@ -140,8 +140,7 @@ CXMLReader::EMthRetOfReadXML VCBtn::ReadSpecByXML(const char* tag, DWORD tagLen,
         return CXMLReader::READXML_BADFORMAT;
     if (specType != SCKZCoreCom::SPECTYPE_COMMON) {
         ClearOfFixedSpec();
-        const bool isFlag =
-            SCSpecXML::TakeFlag(attributes, STR_ATTRNAME_SEL, sel) != SCSpecXML::TAKEN_BAD;
+        const bool isFlag = SCSpecXML::TakeFlag(attributes, STR_ATTRNAME_SEL, sel) != SCSpecXML::TAKEN_BAD;
         return isFlag ? CXMLReader::READXML_OK : CXMLReader::READXML_BADFORMAT;
     }
     Clear();
@@ -151,7 +150,7 @@ CXMLReader::EMthRetOfReadXML VCBtn::ReadSpecByXML(const char* tag, DWORD tagLen,
         IXMLIO::SAttribute taken;
         if (SCSpecXML::TakeText(attributes, attrName, taken) != SCSpecXML::TAKEN_OK)
             return false;
-        text = DuplicateText(std::string(taken.value, taken.valueLen).c_str());
+        text = DuplicateText(taken.value, taken.valueLen);
         return true;
     };
     takeText(STR_ATTRNAME_NAME, name);
@@ -174,9 +173,14 @@ std::unique_ptr<char[]> VCBtn::DuplicateText(const char* text)
 {
     if (text == nullptr)
         return nullptr;
-    const std::size_t size = std::strlen(text) + 1;
-    std::unique_ptr<char[]> copy(new char[size]);
-    std::memcpy(copy.get(), text, size);
+    return DuplicateText(text, std::strlen(text));
+}
+
+std::unique_ptr<char[]> VCBtn::DuplicateText(const char* text, std::size_t len)
+{
+    std::unique_ptr<char[]> copy(new char[len + 1]);
+    std::memcpy(copy.get(), text, len);
+    copy[len] = '\0';
     return copy;
 }
 

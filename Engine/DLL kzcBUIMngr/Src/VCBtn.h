@@ -83,8 +83,8 @@ public:
     static constexpr DWORD STRLEN_ATTRNAME_SEL = sizeof STR_ATTRNAME_SEL - 1;
 
     // Write what users fixed of the button, or what follows from the source data. A button that is selected
-    // as `defaultSel` says has nothing to write in the first, nor has a special button that users fixed in the
-    // second. False as CXMLWriter tells, or with the last error ERROR_INVALID_DATA for what has no text.
+    // as `defaultSel` says has nothing to write in the first, nor has a special button that users fixed in
+    // the second. False as CXMLWriter tells, or with the last error ERROR_INVALID_DATA for what has no text.
     // `folder` and `withData` are handed through.
     virtual bool WriteFixedSpecByXML(CXMLWriter& writer, bool defaultSel) const = 0;
     virtual bool WriteCommonSpecByXML(const char* folder, CXMLWriter& writer, bool withData) const = 0;
@@ -164,6 +164,8 @@ protected:
 
     // `text` with its NUL in memory of its own; null for null.
     static std::unique_ptr<char[]> DuplicateText(const char* text);
+    // The same for the `len` bytes at `text`.
+    static std::unique_ptr<char[]> DuplicateText(const char* text, std::size_t len);
 };
 
 } // namespace NSKZ::NSKZCore

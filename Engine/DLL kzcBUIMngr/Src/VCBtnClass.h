@@ -118,8 +118,8 @@ public:
         SETMMBBTNCND_NOTCNDBTN = 2, // the button does not select by condition
     };
 
-    // --- Saved forms: the element "BtnClass", in two forms. The common one holds what follows from the source
-    // data, the fixed one what users fixed. Doc/saved-environment.md shows both.
+    // --- Saved forms: the element "BtnClass", in two forms. The common one holds what follows from the
+    // source data, the fixed one what users fixed. Doc/saved-environment.md shows both.
     static constexpr char STR_ELENAME_BTNCLASS[] = "BtnClass";
     static constexpr DWORD STRLEN_ELENAME_BTNCLASS = sizeof STR_ELENAME_BTNCLASS - 1;
     static constexpr char STR_ELENAME_BTNS[] = "Btns";
@@ -620,9 +620,10 @@ protected:
     bool WriteSpBtnIDSpecByXML(CXMLWriter& writer, const char* tag, DWORD tagLen, SCBUICoreCom::EBtnType type,
                                DWORD beginID, DWORD nextID, const std::set<DWORD>& blankIDs) const;
 
-    // Begins the reading: clears the class, or what users fixed of it, and takes what the start tag tells. What
-    // was taken is blank in `attributes` afterwards.
-    virtual EMthRetOfReadXML ReadStartTagPartOfSpecByXML(const char* tag, DWORD tagLen, Attributes& attributes,
+    // Begins the reading: clears the class, or what users fixed of it, and takes what the start tag tells.
+    // What was taken is blank in `attributes` afterwards.
+    virtual EMthRetOfReadXML ReadStartTagPartOfSpecByXML(const char* tag, DWORD tagLen,
+                                                         Attributes& attributes,
                                                          SCKZCoreCom::ESpecType specType, DWORD recCountOfEnv,
                                                          const std::unique_ptr<IRpLink>& rpLinkOfEnv);
     // Reads the child that the reader is on and those behind it. READXML_BADFORMAT if one that must be there
@@ -687,8 +688,8 @@ protected:
     std::map<DWORD, VCSpBtn*> spBtnOfID; // special buttons
     bool hasAbsentSpMembers;             // a special button that was not there may be listed as a member
     CSrcBtnDisplay display;
-    std::vector<DWORD> selBtnIDs; // every selected button, in no order; may repeat and name deselected ones
-    std::size_t selBtnIDsKept;    // what was left of them when they were last cut down
+    std::vector<DWORD> selBtnIDs;  // every selected button, in no order; may repeat and name deselected ones
+    std::size_t selBtnIDsKept;     // what was left of them when they were last cut down
     bool allRequiredChildAppeared; // in the element that was read last
 
 private:

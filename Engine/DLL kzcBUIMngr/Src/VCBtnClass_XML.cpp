@@ -159,7 +159,8 @@ bool VCBtnClass::WriteBtnIDSpecByXML(CXMLWriter& writer, const char* tag, DWORD 
         constexpr std::size_t LAST_NUMBERS = 32; // at least one comma is among them
         if (text.size() > MAX_SIZE) {
             text.resize(MAX_SIZE + 1);
-            const auto* const tail = reinterpret_cast<const unsigned char*>(text.c_str()) + MAX_SIZE - LAST_NUMBERS;
+            const auto* const tail =
+                reinterpret_cast<const unsigned char*>(text.c_str()) + MAX_SIZE - LAST_NUMBERS;
             const unsigned char* const comma = _mbsrchr(tail, SCKZCoreCom::CHAR_COMMA);
             text.resize(MAX_SIZE - LAST_NUMBERS + static_cast<std::size_t>(comma - tail));
         }
@@ -248,7 +249,8 @@ VCBtnClass::ReadStartTagPartOfSpecByXML(const char* tag, DWORD tagLen, Attribute
         return CXMLReader::READXML_OK;
     }
     ClearOfFixedSpec();
-    bool isFlag = SCSpecXML::TakeFlag(attributes, STR_ATTRNAME_BTNSELSTATE, btnSelState) != SCSpecXML::TAKEN_BAD;
+    bool isFlag =
+        SCSpecXML::TakeFlag(attributes, STR_ATTRNAME_BTNSELSTATE, btnSelState) != SCSpecXML::TAKEN_BAD;
     isFlag = SCSpecXML::TakeFlag(attributes, STR_ATTRNAME_NEWBTNMADESELSTATE, newBtnMadeSelState) !=
                  SCSpecXML::TAKEN_BAD &&
              isFlag;
@@ -298,8 +300,7 @@ VCBtnClass::EMthRetOfReadXML VCBtnClass::ReadBtnsSpecByXML(const char* folder, C
     const bool hasRecInfo = (*rpLink)->ExistFld(id);
     const EMthRetOfReadXML result = SCSpecXML::ReadChildren(reader, CXMLReader::READXML_OK, [&] {
         DWORD btnID = SCBUICoreCom::BTN_ID_UNSETTING;
-        Attributes attributes(reader.GetAttributes());
-        if (!SCSpecXML::TakeID(attributes, STR_ATTRNAME_ID, btnID))
+        if (!SCSpecXML::GetID(reader.GetAttributes(), STR_ATTRNAME_ID, btnID))
             return CXMLReader::READXML_BADFORMAT;
         return ReadBtnSpecByXML(folder, reader, btnID, hasRecInfo, specType);
     });
@@ -329,13 +330,13 @@ VCBtnClass::EMthRetOfReadXML VCBtnClass::ReadBtnSpecByXML(const char* folder, CX
     if (!TakeRoomFor(reader, btnID))
         return CXMLReader::READXML_BADFORMAT;
     const VCBtn& read = *btn;
+    if (SCBUICoreCom::IsSpBtn(btnID))
+        static_cast<VCSpBtn&>(*btn).isRowOutdated = true;
+    RegBtn(std::move(btn)); // before anything names it
+    if (SCBUICoreCom::IsSpBtn(btnID))
+        ++spBtnCount;
     if ((read.visibleInfo & VISINFO_NOREC) == 0)
         InsertBtnInfoToNameOrdList(&read);
-    if (SCBUICoreCom::IsSpBtn(btnID)) {
-        static_cast<VCSpBtn&>(*btn).isRowOutdated = true;
-        ++spBtnCount;
-    }
-    RegBtn(std::move(btn));
     NoteReadSelection(read);
     return CXMLReader::READXML_OK;
 }
@@ -448,7 +449,8 @@ void VCBtnClass::DropImpossibleMembers()
                 return true;
             const VCBtn* const member = classOfMembers->FindBtn(mmbBtnID);
             if (member == nullptr) {
-                const bool mayCome = mayAwait && (SCBUICoreCom::IsIncBtn(mmbBtnID) || SCBUICoreCom::IsCllBtn(mmbBtnID));
+                const bool mayCome =
+                    mayAwait && (SCBUICoreCom::IsIncBtn(mmbBtnID) || SCBUICoreCom::IsCllBtn(mmbBtnID));
                 awaitsAny = awaitsAny || mayCome;
                 return !mayCome;
             }

@@ -76,8 +76,8 @@ VCBtnClass::EMthRetOfReadXML VCDateTimeBtnClass::ReadGroup(CXMLReader& reader, c
     if (!hasID || date == nullptr || !GetDateNumeric(*date, GetCriteria(), number) || spBtn == nullptr ||
         spBtn->mmbBtnSelMth != VCSpBtn::MMBBTNSELMTH_SELECT || IsSystemMngrSpBtn(btnID))
         return CXMLReader::READXML_BADFORMAT;
+    dateOfSysCllBtn.emplace(btnID, std::move(date)); // what is listed is known here
     btnOfDateNum.Insert(number, btnID);
-    dateOfSysCllBtn.emplace(btnID, std::move(date));
     return CXMLReader::READXML_OK;
 }
 

@@ -45,15 +45,15 @@ public:
     bool WriteCommonSpecOfBtnClassByXML(const char* folder, CXMLWriter& writer, bool withData,
                                         DWORD fldIDToWrite) const;
     bool WriteFixedSpecOfBtnClassByXML(CXMLWriter& writer) const;
-    // Read the class from the element that the reader is on and leave the reader on its level: the common form
-    // in place of everything but the source table, the fixed one in place of what users fixed. Elements inside
-    // that are not as they should be are passed over. READXML_NOELEMENT if the reader is on none,
-    // READXML_BADFORMAT if the element is not that of such a class or lacks what it must have; the class is to
-    // be dropped then, or ClearOfFixedSpec called. A fixed form that does not tell the empty value to be shown
-    // hides it. `recCountOfEnv` is how many records the environment has.
-    CXMLReader::EMthRetOfReadXML
-    ReadCommonSpecOfBtnClassByXML(const char* folder, CXMLReader& reader, DWORD recCountOfEnv,
-                                  const std::unique_ptr<IRpLink>& rpLinkOfEnv);
+    // Read the class from the element that the reader is on and leave the reader on its level: the common
+    // form in place of everything but the source table, the fixed one in place of what users fixed. Elements
+    // inside that are not as they should be are passed over. READXML_NOELEMENT if the reader is on none,
+    // READXML_BADFORMAT if the element is not that of such a class or lacks what it must have; the class is
+    // to be dropped then, or ClearOfFixedSpec called. A fixed form that does not tell the empty value to be
+    // shown hides it. `recCountOfEnv` is how many records the environment has.
+    CXMLReader::EMthRetOfReadXML ReadCommonSpecOfBtnClassByXML(const char* folder, CXMLReader& reader,
+                                                               DWORD recCountOfEnv,
+                                                               const std::unique_ptr<IRpLink>& rpLinkOfEnv);
     CXMLReader::EMthRetOfReadXML ReadFixedSpecOfBtnClassByXML(CXMLReader& reader);
 
     void Clear() override;
@@ -75,8 +75,8 @@ public:
     // there stays, hidden by VISINFO_NOREC and out of the order lists. Always true.
     bool DeleteRecs(DWORD startRec, DWORD count) override;
 
-    // How many records the source buttons of the class have in the environment's IRpLink, all together. Linear
-    // in the buttons.
+    // How many records the source buttons of the class have in the environment's IRpLink, all together.
+    // Linear in the buttons.
     unsigned long long GetRecCountOfAllSrcBtns() const;
 
     // ResetInsideInfoForSpBtn for every special button above the listed source buttons; above any source
@@ -130,6 +130,7 @@ protected:
     TCHashMap<const char*, DWORD, SValueHash> valueToBtnID; // the keys are the names of the buttons
     bool isEmpValShownByRead = false;                       // the fixed form being read has said so
     std::vector<bool> isSrcBtnRead; // by identifier, while "Btns" is read: it was met already
+    std::vector<std::unique_ptr<VCBtn>> btnsToRegister; // while "Btns" is read
 
     // Lets everything go, the empty-value button too: what a copy that ran out of memory leaves.
     void DropAll() noexcept;
@@ -139,7 +140,9 @@ private:
                                              SCKZCoreCom::ESpecType specType, DWORD recCountOfEnv,
                                              const std::unique_ptr<IRpLink>& rpLinkOfEnv);
     EMthRetOfReadXML ReadEmpValBtnDisp(const CXMLReader& reader);
+    void ReserveForBtns(CXMLReader& reader);
     bool MeetFirst(DWORD btnID);
+    void RegReadBtns(CXMLReader& reader);
     EMthRetOfReadXML ReadSrcBtnFixed(CXMLReader& reader, DWORD btnID);
     EMthRetOfReadXML ReadSrcBtnCommon(const char* folder, CXMLReader& reader, DWORD btnID, bool hasRecInfo);
     // Enters a source button that has records in the lists that it stands in then.

@@ -112,8 +112,10 @@ VCBtnClass::EMthRetOfReadXML VCSrcBtnClass::ReadChildElementPartOfSpecByXML(cons
     if (specType == SCKZCoreCom::SPECTYPE_COMMON && SCSpecXML::IsOnElement(reader, STR_ELENAME_DATABTN)) {
         Attributes attributes(reader.GetAttributes());
         std::set<DWORD> blankIDs; // a source button is never let go
-        return ReadBtnIDSpecByXML(attributes, dataBtnNextID, blankIDs) ? CXMLReader::READXML_OK
-                                                                       : CXMLReader::READXML_BADFORMAT;
+        if (!ReadBtnIDSpecByXML(attributes, dataBtnNextID, blankIDs))
+            return CXMLReader::READXML_BADFORMAT;
+        ReserveForBtns(reader);
+        return CXMLReader::READXML_OK;
     }
     return VCBtnClass::ReadChildElementPartOfSpecByXML(folder, reader, specType);
 }
@@ -132,7 +134,9 @@ VCBtnClass::EMthRetOfReadXML VCSrcBtnClass::ReadBtnsSpecByXML(const char* folder
                                                               SCKZCoreCom::ESpecType specType)
 {
     isSrcBtnRead.clear();
+    btnsToRegister.clear();
     const EMthRetOfReadXML result = VCBtnClass::ReadBtnsSpecByXML(folder, reader, specType);
+    RegReadBtns(reader);
     std::vector<bool>().swap(isSrcBtnRead);
     if (result != CXMLReader::READXML_OK)
         return result;
@@ -158,6 +162,17 @@ VCBtnClass::EMthRetOfReadXML VCSrcBtnClass::ReadBtnSpecByXML(const char* folder,
         return CXMLReader::READXML_BADFORMAT;
     return specType == SCKZCoreCom::SPECTYPE_COMMON ? ReadSrcBtnCommon(folder, reader, btnID, hasRecInfo)
                                                     : ReadSrcBtnFixed(reader, btnID);
+}
+
+// Room for as many buttons as the next identifier tells, if the document may ask for it.
+void VCSrcBtnClass::ReserveForBtns(CXMLReader& reader)
+{
+    if (dataBtnNextID > SCBUICoreCom::BTN_ID_NRM_END || dataBtnNextID < srcBtnOfID.size() ||
+        !reader.TakeFromAllowance(dataBtnNextID - srcBtnOfID.size()))
+        return;
+    btns.Reserve(dataBtnNextID);
+    valueToBtnID.Reserve(dataBtnNextID);
+    srcBtnOfID.reserve(dataBtnNextID);
 }
 
 // Whether the element being read names the button for the first time.
@@ -208,25 +223,42 @@ VCBtnClass::EMthRetOfReadXML VCSrcBtnClass::ReadSrcBtnCommon(const char* folder,
             ListReadBtn(*empValBtn);
         return result;
     }
-    if (FindBtn(btnID) != nullptr)
-        return CXMLReader::READXML_BADFORMAT;
     std::unique_ptr<VCBtn> made = CreateBtnBasedOnBtnID(btnID);
     if (made == nullptr)
         return CXMLReader::READXML_BADFORMAT;
     const EMthRetOfReadXML result = readInto(*made);
     if (result != CXMLReader::READXML_OK)
         return result;
-    // Each button stands for a value of its own.
     const char* const value = made->name.get();
-    if (value == nullptr || *value == '\0' || valueToBtnID.Find(value) != nullptr ||
-        !TakeRoomFor(reader, btnID))
+    if (value == nullptr || *value == '\0')
         return CXMLReader::READXML_BADFORMAT;
-    VCBtn& btn = *made;
-    RegBtn(std::move(made));
-    valueToBtnID.InsertNew(value, btnID);
-    if (btn.visibleInfo == 0)
-        ListReadBtn(btn);
+    // Where it is to be entered is far from where the last one was: some are read before they are.
+    constexpr std::size_t MAX_WAITING = 64;
+    valueToBtnID.PrefetchBucket(value);
+    btns.PrefetchBucket(btnID);
+    btnsToRegister.push_back(std::move(made));
+    if (btnsToRegister.size() >= MAX_WAITING)
+        RegReadBtns(reader);
     return result;
+}
+
+// Enters the normal buttons that were read, less those that cannot be: an identifier and a value stand for
+// one button each.
+void VCSrcBtnClass::RegReadBtns(CXMLReader& reader)
+{
+    for (const std::unique_ptr<VCBtn>& btn : btnsToRegister)
+        valueToBtnID.PrefetchEntry(btn->name.get());
+    for (std::unique_ptr<VCBtn>& waiting : btnsToRegister) {
+        VCBtn& btn = *waiting;
+        const char* const value = btn.name.get();
+        if (FindBtn(btn.id) != nullptr || valueToBtnID.Find(value) != nullptr || !TakeRoomFor(reader, btn.id))
+            continue;
+        RegBtn(std::move(waiting));
+        valueToBtnID.InsertNew(value, btn.id);
+        if (btn.visibleInfo == 0)
+            ListReadBtn(btn);
+    }
+    btnsToRegister.clear();
 }
 
 void VCSrcBtnClass::ListReadBtn(VCBtn& btn)

@@ -90,7 +90,7 @@ public:
     static constexpr DWORD STRLEN_ATTRNAME_XLINK_HREF = sizeof STR_ATTRNAME_XLINK_HREF - 1;
 
     // The two parts of what is saved of an environment.
-    enum ESpecType
+    enum ESpecType : DWORD
     {
         SPECTYPE_COMMON = 1, // what follows from the source data
         SPECTYPE_FIXED = 2,  // what a user has decided

@@ -152,6 +152,17 @@ inline int _finite(double value) noexcept
 
 #endif
 
+// Asks for the memory at an address, which need not be valid, to be fetched into the cache; nothing waits for
+// it, and where the compiler cannot do that nothing happens.
+inline void PrefetchMemory(const void* address) noexcept
+{
+#if defined(__GNUC__)
+    __builtin_prefetch(address);
+#else
+    static_cast<void>(address);
+#endif
+}
+
 // Marks what of this layer can be called from outside its shared form.
 #if defined(KZCPLATFORM_API_BUILDING)
 #define KZCPLATFORM_API KZC_API_EXPORT

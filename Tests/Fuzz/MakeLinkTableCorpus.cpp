@@ -1,0 +1,130 @@
+// Writes the seeds of the fuzz targets of link tables, as the tables themselves write their files:
+//
+//     make_link_table_corpus [--check] DIRECTORY        the directory is Tests/Fuzz/Corpus
+//
+// With --check nothing is written: the program fails where a seed is missing or is not what would be
+// written. It is a test; after a change of the files' format the seeds are to be written anew.
+
+#include "CBnLink_OnMemVer.h"
+#include "CRpLink_OnMemVer.h"
+#include "Support/LinkTableContent.h"
+#include "Support/LinkTableFiles.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+using namespace NSKZ::NSKZCore;
+using namespace NSKZ::Test;
+
+namespace {
+
+constexpr DWORD INC = SCBUICoreCom::BTN_ID_INC_BEGIN;
+constexpr DWORD CLL = SCBUICoreCom::BTN_ID_CLL_BEGIN;
+constexpr DWORD VIRINC = SCBUICoreCom::BTN_ID_VIRINC_BEGIN;
+constexpr DWORD COMMON_VIR = SCBUICoreCom::BTNCLS_ID_VIR_COMMON_BEGIN;
+constexpr DWORD FIXED_VIR = SCBUICoreCom::BTNCLS_ID_VIR_FIXED_BEGIN;
+
+class CCorpus
+{
+public:
+    CCorpus(const char* path, bool checks) : root(path), isChecked(checks) {}
+
+    // Adds the seeds that a table gives: its index to the target of the index, all files to link_table_files.
+    template <class TTable>
+    void Add(const TTable& table, const char* indexTarget, char kind, const std::string& name) const
+    {
+        const CLinkTableDir dir;
+        if (!table.WriteTo(dir.GetPath().c_str()))
+            std::exit(1);
+        const std::string index = ReadFileBytes(dir.GetFile(0));
+        Write(indexTarget, name, index);
+        std::string lengths;
+        std::string flds;
+        for (DWORD number = 1; std::filesystem::exists(dir.GetFile(number)); ++number) {
+            const std::string fld = ReadFileBytes(dir.GetFile(number));
+            lengths += static_cast<char>(fld.size());
+            flds += fld;
+        }
+        const std::string header = {kind, static_cast<char>(lengths.size())};
+        Write("link_table_files", indexTarget + ("_" + name), header + lengths + flds + index);
+    }
+
+private:
+    void Write(const std::string& target, const std::string& name, const std::string& bytes) const
+    {
+        if (isChecked) {
+            if (ReadFileBytes(root / target / name) == bytes)
+                return;
+            std::fprintf(stderr, "%s/%s is not what the table writes\n", target.c_str(), name.c_str());
+            std::exit(1);
+        }
+        std::filesystem::create_directories(root / target);
+        std::ofstream file(root / target / name, std::ios::binary);
+        file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+        if (!file.flush())
+            std::exit(1);
+    }
+
+    std::filesystem::path root;
+    bool isChecked;
+};
+
+void AddBnLinks(const CCorpus& corpus)
+{
+    const auto add = [&](const CBnLink_OnMemVer& table, const char* name) {
+        corpus.Add(table, "bnlink_index", 0, name);
+    };
+    CBnLink_OnMemVer table;
+    add(table, "empty");
+    table.InsertRec(0, 3);
+    add(table, "records_without_column");
+    InsertFld(table, 2, {2, 3, 2, 1});
+    add(table, "one_column");
+    InsertFld(table, 1, {5, 2, 4, 3});
+    InsertFld(table, 4, {1, 1, 1, 1});
+    InsertFld(table, 9, {2, 2, 3, 2});
+    add(table, "four_columns");
+    table.DeleteFld(9);
+    table.DeleteFld(2);
+    add(table, "columns_deleted");
+}
+
+void AddRpLinks(const CCorpus& corpus)
+{
+    const auto add = [&](const CRpLink_OnMemVer& table, const char* name) {
+        corpus.Add(table, "rplink_index", 1, name);
+    };
+    CRpLink_OnMemVer table;
+    add(table, "empty");
+    table.InsertFld(1);
+    add(table, "empty_field");
+    InsertFld(table, 2, {{1, {3}}, {2, {0, 2}}, {3, {1}}});
+    add(table, "source_buttons");
+    SetRecList(table, 2, INC, {0, 1, 2});
+    SetRecList(table, 2, CLL + 1, {3});
+    SetRecList(table, 2, VIRINC, {0, 3});
+    InsertFld(table, COMMON_VIR, {{VIRINC + 3, {1, 2}}});
+    InsertFld(table, FIXED_VIR + 1, {{VIRINC, {0}}, {VIRINC + 1, {2, 3}}});
+    add(table, "all_kinds");
+    SetRecList(table, 2, 1, {});
+    SetRecList(table, 2, 7, {1});
+    SetRecList(table, 2, 1, {0, 1, 2, 3}); // its slice is behind those of later buttons
+    table.DeleteFld(1);
+    add(table, "changed");
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    const bool checks = argc == 3 && std::strcmp(argv[1], "--check") == 0;
+    if (argc != 2 && !checks) {
+        std::fprintf(stderr, "usage: make_link_table_corpus [--check] DIRECTORY\n");
+        return 2;
+    }
+    const CCorpus corpus(argv[argc - 1], checks);
+    AddBnLinks(corpus);
+    AddRpLinks(corpus);
+    return 0;
+}
