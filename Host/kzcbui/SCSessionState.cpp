@@ -215,10 +215,14 @@ void RestoreSelection(const SSavedSession& session, CWorkspace& workspace)
             break;
         withHidden[other] = true;
     }
-    // In And levels have no records of their own.
-    const bool isAnd = env.GetRelationMode() == CBUIDataMngr::RELATIONMODE_AND;
-    if (isAnd && DigestState(workspace) != session.digestOfState)
-        Press(session, env, std::vector<bool>(session.selection.size(), true));
+    // In And a press counts all selected buttons, but one of a whole item only the displayed ones.
+    if (env.GetRelationMode() == CBUIDataMngr::RELATIONMODE_AND && session.selection.size() == 1 &&
+        DigestState(workspace) != session.digestOfState) {
+        env.ClearAllBtnSelections(true);
+        env.SelectAllBtnsOfBtnClass(session.selection.front().itemID, true);
+        if (DigestState(workspace) != session.digestOfState)
+            Press(session, env, withHidden);
+    }
 }
 
 } // namespace

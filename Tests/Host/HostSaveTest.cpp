@@ -129,6 +129,8 @@ TEST_F(HostSave, WholeItemsHiddenButtonsAndItemsAsSuchComeBack)
 {
     ExpectRoundTrip({"press-all region"});
     ExpectRoundTrip({"press region West", "press-all shop"});
+    ExpectRoundTrip({"mode and", "special create shop cll AB A B", "multi on", "press-all shop"});
+    ExpectRoundTrip({"mode and", "multi on", "press shop A", "limit 0-2", "press-all region"});
     ExpectRoundTrip({"press region West", "press shop B --hidden"});
     ExpectRoundTrip({"press region West", "press shop B"});
     ExpectRoundTrip({"multi on", "press region West", "press shop A B --hidden", "press day 2024-01-05"});
