@@ -1,6 +1,8 @@
-// The saving benchmark: writing the link tables of the press benchmark's table to files and reading them
-// back, beside a plain copy of as many bytes in the same run. The copy is the bare loop of a program that
-// reads the files in large blocks and writes them to others. The figure to quote is the ratio of the two.
+// The saving benchmark: writing an environment over the press benchmark's table to files and reading it back,
+// the link tables alone, the XML of the common form alone and both together, beside a plain copy of as many
+// bytes as the link tables have in the same run. The copy is the bare loop of a program that reads the files
+// in large blocks and writes them to others. The figures to quote are the ratio of the two for the link
+// tables, and megabytes a second for the XML.
 //
 //     save_bench [ROWS [REPETITIONS]]
 //
@@ -142,16 +144,14 @@ int main(int argc, char** argv)
         std::fprintf(stderr, "usage: save_bench [ROWS [REPETITIONS]]\n");
         return 2;
     }
+    constexpr auto ON_MEM = SCBUICoreCom::LINKTBLVERTYPE_ONMEM;
+    CSourceDataMngr table;
+    CCSVLoader(CCSVLoader::SOptions{}).LoadMemory(CBenchTable(rows).MakeCSV(), "bench", table);
+    const CCoreSumMngr sums(table);
+    const CBUIDataMngr env(1, ON_MEM, ON_MEM, table, &sums, nullptr);
     CBnLink_OnMemVer bnLink;
     CRpLink_OnMemVer rpLink;
-    {
-        CSourceDataMngr table;
-        CCSVLoader(CCSVLoader::SOptions{}).LoadMemory(CBenchTable(rows).MakeCSV(), "bench", table);
-        const CCoreSumMngr sums(table);
-        const CBUIDataMngr env(1, SCBUICoreCom::LINKTBLVERTYPE_ONMEM, SCBUICoreCom::LINKTBLVERTYPE_ONMEM,
-                               table, &sums, nullptr);
-        FillTables(env, rows, bnLink, rpLink);
-    }
+    FillTables(env, rows, bnLink, rpLink);
 
     const CBenchDir dir;
     const fs::path saved = dir.GetPath() / "saved";
@@ -174,11 +174,26 @@ int main(int argc, char** argv)
     save();
     const auto bytes = static_cast<double>(GetSizeOfFiles(saved));
     const auto indexBytes = static_cast<double>(fs::file_size(fs::path(rpDir) / "0.dat"));
-    std::printf("%u rows: link tables of %.1f MB, of it %.1f MB the index of RpLink\n\n", rows, bytes / 1e6,
-                indexBytes / 1e6);
+    const std::string folder = (dir.GetPath() / "whole").string() + "/";
+    const std::string xml = (dir.GetPath() / "common.xml").string();
+    const auto saveEnv = [&](bool withData) {
+        CXMLWriter writer(xml.c_str());
+        if (!env.WriteCommonSpecByXML(folder.c_str(), writer, withData) || !writer.Close())
+            Fail("writing the environment");
+    };
+    CBUIDataMngr readEnv(1, ON_MEM, ON_MEM, table, &sums);
+    const auto loadEnv = [&] {
+        CXMLReader reader(xml.c_str());
+        if (readEnv.ReadCommonSpecByXML(folder.c_str(), reader, rows) != CXMLReader::READXML_OK)
+            Fail("reading the environment");
+    };
+    saveEnv(false);
+    const auto xmlBytes = static_cast<double>(fs::file_size(xml));
+    std::printf("%u rows: link tables of %.1f MB, of it %.1f MB the index of RpLink; XML of %.1f MB\n\n",
+                rows, bytes / 1e6, indexBytes / 1e6, xmlBytes / 1e6);
 
     // In turns, so that what else the machine does meets all alike. The first is what the others are compared
-    // with, byte by byte. What stands beside the link tables in a saved environment is a further line here.
+    // with, byte by byte.
     SMeasured measured[] = {
         {"plain copy", bytes, [&] { fs::remove_all(copied); }, [&] { CopyFiles(saved, copied); }, {}},
         {"save link tables", bytes, [&] { fs::remove_all(saved); }, save, {}},
@@ -190,6 +205,10 @@ int main(int argc, char** argv)
          },
          load,
          {}},
+        {"save XML", xmlBytes, [] {}, [&] { saveEnv(false); }, {}},
+        {"load XML", xmlBytes, [&] { saveEnv(false); }, loadEnv, {}},
+        {"save all", bytes + xmlBytes, [] {}, [&] { saveEnv(true); }, {}},
+        {"load all", bytes + xmlBytes, [&] { saveEnv(true); }, loadEnv, {}},
     };
     for (int i = 0; i < repetitions; ++i) {
         for (SMeasured& one : measured) {

@@ -303,21 +303,22 @@ TEST(CBUIDataMngrXML, TheCommonFormHasTablesIdentifiersAndClasses)
     CBUIDataMngr env(12, ON_MEM, ON_MEM, table, nullptr, nullptr);
     CSavedEnv saved;
     ASSERT_TRUE(saved.SaveCommon(env, false));
-    EXPECT_EQ(saved.GetText(COMMON_XML), "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-                                         "<BUIDataMngr id=\"12\">\n"
-                                         "  <BnLink verType=\"OnMemory\"/>\n"
-                                         "  <RpLink verType=\"OnMemory\"/>\n"
-                                         "  <SrcBtnClass nextID=\"2\"/>\n"
-                                         "  <BtnClasses>\n"
-                                         "    <BtnClass id=\"1\" type=\"Normal\" fldID=\"1\">\n"
-                                         "      <DataBtn nextID=\"3\"/>\n"
-                                         "      <Btns>\n"
-                                         "        <Btn id=\"1\" type=\"EmpVal\" alias=\"(\xE7\xA9\xBA\xE7\x99\xBD)\"/>\n"
-                                         "        <Btn id=\"2\" type=\"Data\" name=\"a\"/>\n"
-                                         "      </Btns>\n"
-                                         "    </BtnClass>\n"
-                                         "  </BtnClasses>\n"
-                                         "</BUIDataMngr>\n");
+    EXPECT_EQ(saved.GetText(COMMON_XML),
+              "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+              "<BUIDataMngr id=\"12\">\n"
+              "  <BnLink verType=\"OnMemory\"/>\n"
+              "  <RpLink verType=\"OnMemory\"/>\n"
+              "  <SrcBtnClass nextID=\"2\"/>\n"
+              "  <BtnClasses>\n"
+              "    <BtnClass id=\"1\" type=\"Normal\" fldID=\"1\">\n"
+              "      <DataBtn nextID=\"3\"/>\n"
+              "      <Btns>\n"
+              "        <Btn id=\"1\" type=\"EmpVal\" alias=\"(\xE7\xA9\xBA\xE7\x99\xBD)\"/>\n"
+              "        <Btn id=\"2\" type=\"Data\" name=\"a\"/>\n"
+              "      </Btns>\n"
+              "    </BtnClass>\n"
+              "  </BtnClasses>\n"
+              "</BUIDataMngr>\n");
     ASSERT_TRUE(saved.SaveCommon(env, true));
     const std::string text = saved.GetText(COMMON_XML);
     EXPECT_NE(text.find("dataModel=\""), std::string::npos);
@@ -385,6 +386,45 @@ TEST(CBUIDataMngrXML, AMemberThatSleepsIsNotWritten)
     CSavedEnv saved;
     ASSERT_TRUE(saved.SaveFixed(made.env));
     EXPECT_NE(saved.GetText(FIXED_XML).find("idList=\"3\""), std::string::npos);
+}
+
+TEST(CBUIDataMngrXML, TheSelectionOfASharedButtonThatSleepsIsNotSaved)
+{
+    SEnv made;
+    const DWORD common = made.MakeClass("shared", true);
+    const DWORD vir = made.MakeVir(common, KIND, {2});
+    made.env.SetRelationMode(Env::RELATIONMODE_NONE);
+    ASSERT_TRUE(made.env.SetEffectiveInfoOfSpBtn(common, vir, false));
+    ASSERT_TRUE(made.env.SelectTheBtn(common, vir, true));
+    CSavedEnv saved;
+    ASSERT_TRUE(saved.SaveFixed(made.env));
+    EXPECT_EQ(saved.GetText(FIXED_XML).find("4080000002"), std::string::npos);
+}
+
+TEST(CBUIDataMngrXML, AButtonOverAClassThatIsNotEffectiveIsNotSaved)
+{
+    SEnv made;
+    const DWORD off = made.MakeClass("off");
+    const DWORD inner = made.MakeVir(off, KIND, {2});
+    ASSERT_TRUE(made.env.SetEffectiveInfoOfVirBtnClass(off, false));
+    const DWORD own = made.MakeClass("own");
+    const DWORD vir = made.MakeVir(own, off, {inner});
+    const DWORD holder = made.MakeInc(own, {vir});
+    made.env.SetRelationMode(Env::RELATIONMODE_NONE);
+    ASSERT_TRUE(made.Press(KIND, {2}));
+    CSavedEnv saved;
+    ASSERT_TRUE(saved.Save(made.env));
+    EXPECT_NE(saved.GetText(FIXED_XML).find("<VirIncBtn nextID=\"4080000003\" blankIDList=\"4080000002\"/>"),
+              std::string::npos);
+    SEnv back(false);
+    ASSERT_EQ(saved.LoadCommon(back.env, REC_COUNT), OK);
+    ASSERT_EQ(saved.LoadFixed(back.env), OK);
+    EXPECT_EQ(back.Members(own, vir), List{4711});
+    EXPECT_EQ(back.Members(own, holder), List());
+    EXPECT_EQ(back.Selected(KIND), List{2});
+    CSavedEnv again;
+    ASSERT_TRUE(again.Save(back.env));
+    EXPECT_EQ(saved.GetText(FIXED_XML), again.GetText(FIXED_XML));
 }
 
 TEST(CBUIDataMngrXML, AFixedVirtualClassThatIsNotEffectiveComesBackAsAFreeIdentifier)
@@ -788,6 +828,7 @@ TEST_F(CBUIDataMngrXMLDamage, AVirtualButtonOfAClassThatThereIsNotIsDropped)
     ASSERT_EQ(LoadBoth(), OK);
     EXPECT_EQ(back.Members(FIXED, VIR), List{4711});
     EXPECT_EQ(back.Members(FIXED + 1, VIR), List()) << "and is a member of none";
+    EXPECT_EQ(back.Selected(KIND), List{2});
     EXPECT_EQ(back.MakeVir(FIXED, KIND, {2}), VIR);
 }
 
@@ -797,6 +838,96 @@ TEST_F(CBUIDataMngrXMLDamage, AButtonWithAConditionIsAMemberOfNone)
                   "<MemberBtn selMethod=\"Condition\"/>");
     ASSERT_EQ(LoadBoth(), OK);
     EXPECT_EQ(back.Members(SHOP, CLL), List{1});
+}
+
+TEST_F(CBUIDataMngrXMLDamage, ASharedDefinitionDoesNotSufferFromALoopThatAUsersPartCloses)
+{
+    // Shared: c.u holds d.z, d.z holds the inc button c.x of a user, which comes to hold c.u.
+    SEnv shared;
+    const DWORD c = shared.MakeClass("c", true);
+    const DWORD d = shared.MakeClass("d", true);
+    const DWORD first = shared.MakeVir(c, KIND, {2});
+    const DWORD x = shared.MakeInc(c, {first});
+    const DWORD z = shared.MakeVir(d, c, {x});
+    const DWORD u = shared.MakeVir(c, d, {z});
+    ASSERT_TRUE(saved.Save(shared.env));
+    saved.Replace(FIXED_XML, "idList=\"4080000002\"", "idList=\"4080000002," + std::to_string(u) + "\"");
+    ASSERT_EQ(LoadBoth(), OK);
+    EXPECT_EQ(back.Members(c, u), List{z});
+    EXPECT_EQ(back.Members(d, z), List{x});
+    EXPECT_EQ(back.Members(c, x), List{first});
+    std::set<SBtnClassIDAndBtnID> above;
+    back.env.GetSpBtnIDListThatTheSpecifiedBtnInfluences(c, x, above, false);
+    EXPECT_EQ(above.size(), 2u);
+    CSavedEnv again;
+    ASSERT_TRUE(again.Save(back.env));
+    EXPECT_EQ(saved.GetText(COMMON_XML), again.GetText(COMMON_XML));
+}
+
+TEST_F(CBUIDataMngrXMLDamage, ManyLoopsAreBrokenInReasonableTime)
+{
+    // Each of 2,000 buttons lists all of them.
+    const DWORD count = 2000;
+    std::string all;
+    for (DWORD i = 0; i < count; ++i)
+        all += (i == 0 ? "" : ",") + std::to_string(INC + i);
+    std::string btns;
+    for (DWORD i = 0; i < count; ++i)
+        btns += "<Btn id=\"" + std::to_string(INC + i) +
+                "\" alias=\"a\" createTime=\"2024/01/01 00:00:00\" updateTime=\"2024/01/01 00:00:00\">"
+                "<MemberBtn selMethod=\"Select\" idList=\"" +
+                all + "\"/></Btn>";
+    saved.SetText(FIXED_XML,
+                  "<BUIDataMngr id=\"1\"><Relation mode=\"None\"/><BtnClasses><BtnClass id=\"1\"><Btns>" +
+                      btns + "</Btns></BtnClass></BtnClasses></BUIDataMngr>");
+    ASSERT_EQ(LoadBoth(), OK);
+    EXPECT_EQ(back.Members(SHOP, INC).size(), count - 1);
+    EXPECT_EQ(back.Members(SHOP, INC + count - 1), List());
+    EXPECT_TRUE(back.env.DestroySpBtn(SHOP, INC + count / 2));
+}
+
+TEST_F(CBUIDataMngrXMLDamage, AFailedFixedFormLeavesNeitherDisplayFormsNorModes)
+{
+    made.env.SetRelationMode(Env::RELATIONMODE_AND);
+    ASSERT_TRUE(saved.Save(made.env));
+    ASSERT_EQ(LoadBoth(), OK);
+    saved.Replace(FIXED_XML, "</BtnClasses>", "</BtnClas>");
+    EXPECT_NE(saved.LoadFixed(back.env), OK);
+    SCDeclareConstant::SDateDispForm form;
+    EXPECT_TRUE(back.env.GetDispFormOfDateBtnClass(DAY, form));
+    EXPECT_EQ(form.kind, SCDeclareConstant::UNSETTING);
+    EXPECT_EQ(back.env.GetRelationMode(), Env::RELATIONMODE_NARROWING);
+    EXPECT_FALSE(back.env.GetMultiSelectionInfo());
+}
+
+TEST_F(CBUIDataMngrXMLDamage, AnotherElementAmongTheButtonsTakesNoButtonsPlace)
+{
+    saved.Replace(COMMON_XML, "<Btns>", "<Btns><Foo id=\"1\"/><Foo id=\"2\" type=\"Data\" name=\"q\"/>");
+    saved.Replace(FIXED_XML, "<Btn id=\"2\" sel=\"true\"/>", "<Foo id=\"2\"/><Btn id=\"2\" sel=\"true\"/>");
+    ASSERT_EQ(LoadBoth(), OK);
+    EXPECT_EQ(back.Everything(), made.Everything());
+}
+
+TEST_F(CBUIDataMngrXMLDamage, FreeIdentifiersOfTheCommonFormRaiseNoCounter)
+{
+    saved.Replace(COMMON_XML, "<SrcBtnClass nextID=\"6\"/>",
+                  "<SrcBtnClass nextID=\"6\" blankIDList=\"50\"/>");
+    ASSERT_EQ(LoadCommon(), OK);
+    CSavedEnv again;
+    ASSERT_TRUE(again.SaveCommon(back.env));
+    EXPECT_NE(again.GetText(COMMON_XML).find("<SrcBtnClass nextID=\"6\"/>"), std::string::npos);
+}
+
+TEST_F(CBUIDataMngrXMLDamage, ASleepingSharedButtonForgetsAMemberThatComesBackWithACondition)
+{
+    ASSERT_EQ(LoadBoth(), OK);
+    ASSERT_EQ(back.Members(COMMON, VIR), (List{2, CLL}));
+    ASSERT_TRUE(back.env.SetEffectiveInfoOfSpBtn(COMMON, VIR, false));
+    saved.Replace(FIXED_XML, "<MemberBtn selMethod=\"Select\" idList=\"4000000002,1\"/>",
+                  "<MemberBtn selMethod=\"Condition\"/>");
+    ASSERT_EQ(saved.LoadFixed(back.env), OK);
+    ASSERT_TRUE(back.env.SetEffectiveInfoOfSpBtn(COMMON, VIR, true));
+    EXPECT_EQ(back.Members(COMMON, VIR), List{2});
 }
 
 // --- Relation

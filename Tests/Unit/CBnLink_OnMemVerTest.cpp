@@ -627,3 +627,16 @@ TEST(CBnLink_OnMemVer, AgreesWithANaiveTableOnRandomOperations)
         }
     }
 }
+
+TEST(CBnLink_OnMemVer, ListsTheClassesThatHaveAColumn)
+{
+    CBnLink_OnMemVer link;
+    List btnClassIDs{4711};
+    link.GetBtnClassIDList(btnClassIDs);
+    EXPECT_EQ(btnClassIDs, List());
+    for (const DWORD btnClassID : {7u, 2u, 5u})
+        EXPECT_TRUE(link.InsertFld(btnClassID, 0, nullptr));
+    EXPECT_TRUE(link.DeleteFld(5));
+    link.GetBtnClassIDList(btnClassIDs);
+    EXPECT_EQ(btnClassIDs, (List{2, 7}));
+}

@@ -298,6 +298,10 @@ TEST(CDateBtnClass, WithoutAnIdentifierLeftAGroupGetsNoButton)
             return VCDate::CreateDateObject(text, static_cast<unsigned short>(std::strlen(text)), info);
         }
         std::unique_ptr<VCGroupMaker> CreateGroupMaker() const override { return std::make_unique<CMaker>(); }
+        // It is not saved.
+        SGroupElements GetGroupElements() const noexcept override { return {"Groups", 6, "Group", 5}; }
+        bool GetDispFormAttributes(Attributes&) const override { return false; }
+        bool TakeDispFormFrom(const Attributes&) override { return false; }
     };
     TDateTimeFixture<CProbe> fixture;
     fixture.Add({"2024-01-03", "2024-01-02", "2024-01-01"});

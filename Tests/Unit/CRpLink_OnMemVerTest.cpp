@@ -708,6 +708,28 @@ std::size_t ExpectUnchangedWhenMemoryRunsOut(const TOperation& operation)
     return failures;
 }
 
+TEST(CRpLink_OnMemVer, AFieldThatIsClearedStaysAndHasNoRecords)
+{
+    CRpLink_OnMemVer link;
+    const DWORD recs[] = {1, 2};
+    ASSERT_TRUE(link.InsertFld(1));
+    ASSERT_TRUE(link.InsertFld(2));
+    for (const DWORD btnClassID : {1u, 2u}) {
+        ASSERT_TRUE(link.AddRecList(btnClassID, 2, recs, 2));
+        ASSERT_TRUE(link.AddRecList(btnClassID, SCBUICoreCom::BTN_ID_VIRINC_BEGIN, recs, 1));
+    }
+    EXPECT_TRUE(link.ClearFld(1));
+    EXPECT_FALSE(link.ClearFld(3));
+    DWORD count = 9;
+    EXPECT_TRUE(link.GetRecCountOfFld(1, count));
+    EXPECT_EQ(count, 0u);
+    EXPECT_TRUE(link.GetRecCount(1, 2, count));
+    EXPECT_EQ(count, 0u);
+    EXPECT_TRUE(link.GetRecCountOfFld(2, count));
+    EXPECT_EQ(count, 3u);
+    EXPECT_TRUE(link.AddRecList(1, 2, recs, 2));
+}
+
 } // namespace
 
 TEST(CRpLink_OnMemVer, InsertFldThatRunsOutOfMemoryLeavesTheTableAsItWas)

@@ -53,6 +53,24 @@ void ExpectFailure(std::string_view text, DWORD line)
     EXPECT_EQ(reader->SeekToEndTagOfParentElement(), NOELEMENT);
 }
 
+TEST(CXMLReader, TheAllowanceGoesWithWhatWasRead)
+{
+    constexpr unsigned long long BASE = CXMLReader::ALLOWANCE_BASE;
+    constexpr unsigned long long PER_BYTE = CXMLReader::ALLOWANCE_PER_BYTE;
+    CTextReader reader("<a/>");
+    EXPECT_FALSE(reader->TakeFromAllowance(BASE + 4 * PER_BYTE + 1)) << "nothing is taken by that";
+    EXPECT_FALSE(reader->TakeFromAllowance(~0ULL));
+    EXPECT_TRUE(reader->TakeFromAllowance(BASE));
+    EXPECT_TRUE(reader->TakeFromAllowance(4 * PER_BYTE));
+    EXPECT_TRUE(reader->TakeFromAllowance(0));
+    EXPECT_FALSE(reader->TakeFromAllowance(1));
+    CTextReader longer("<a>" + std::string(1000000, ' ') + "<b/></a>");
+    EXPECT_TRUE(longer->TakeFromAllowance(BASE));
+    EXPECT_EQ(longer->SeekToStartTagOfFirstChildElement(), OK);
+    EXPECT_TRUE(longer->TakeFromAllowance(1000000 * PER_BYTE));
+    EXPECT_FALSE(longer->TakeFromAllowance(1000000 * PER_BYTE));
+}
+
 } // namespace
 
 TEST(CXMLReader, TheReaderBeginsOnTheRoot)
@@ -321,7 +339,7 @@ TEST(CXMLReader, LongTagsAreReadUpToABound)
     EXPECT_EQ(std::string(reader->GetAttributes()[0].value), value);
     EXPECT_EQ(reader->SeekToStartTagOfNextSiblingElement(), OK);
     EXPECT_EQ(Current(*reader), "c");
-    CTextReader tooLong("<a>\n<b v='" + std::string(4 * IXMLIO::MAX_TAG_SIZE, 'x') + "'/></a>");
+    CTextReader tooLong("<a>\n<b v='" + std::string(3 * IXMLIO::MAX_TAG_SIZE, 'x') + "'/></a>");
     EXPECT_EQ(tooLong->SeekToStartTagOfFirstChildElement(), SEEKFAILURE);
     EXPECT_STREQ(tooLong->GetFailureText(), "A tag or a comment is too long.");
 }

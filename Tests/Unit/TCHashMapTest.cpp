@@ -110,4 +110,33 @@ TEST(SCFnv1a, HashesAsPublished)
     EXPECT_EQ(SCFnv1a::OfID(0x64636261), SCFnv1a::OfText("abcd"));
 }
 
+TEST(TCHashMap, RoomThatWasMadeIsNotMadeAgain)
+{
+    CAllocFault meter;
+    TCHashMap<DWORD, DWORD, SIDHash> map;
+    map.Insert(7, 70);
+    map.Reserve(1000);
+    EXPECT_EQ(*map.Find(7), 70u) << "what is there stays";
+    meter.Arm(1);
+    for (DWORD key = 1000; key < 1999; ++key)
+        map.Insert(key, key);
+    EXPECT_FALSE(meter.Disarm());
+    EXPECT_EQ(map.GetSize(), 1000u);
+    map.Reserve(3); // less than there is
+    EXPECT_EQ(*map.Find(1998), 1998u);
+}
+
+TEST(TCHashMap, PrefetchingChangesNothing)
+{
+    TCHashMap<DWORD, DWORD, SIDHash> map;
+    map.PrefetchBucket(1);
+    map.PrefetchEntry(1);
+    map.Insert(1, 10);
+    map.PrefetchBucket(1);
+    map.PrefetchEntry(1);
+    map.PrefetchEntry(2);
+    EXPECT_EQ(map.GetSize(), 1u);
+    EXPECT_EQ(*map.Find(1), 10u);
+}
+
 } // namespace

@@ -23,6 +23,8 @@ class CTestSpBtn final : public VCSpBtn
 {
 public:
     CTestSpBtn(DWORD btnID, const char* text) : VCSpBtn(btnID, MMBBTNSELMTH_SELECT) { SetAlias(text); }
+    bool WriteDefinitionByXML(CXMLWriter&, const std::vector<DWORD>&, bool) const override { return true; }
+    CXMLReader::EMthRetOfReadXML ReadFixedSpecByXML(CXMLReader&) override { return CXMLReader::READXML_OK; }
     SCBUICoreCom::EBtnType GetType() const override
     {
         return SCBUICoreCom::IsIncBtn(id) ? SCBUICoreCom::BTNTYPE_INC : SCBUICoreCom::BTNTYPE_CLL;

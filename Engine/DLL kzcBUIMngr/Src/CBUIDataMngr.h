@@ -216,9 +216,10 @@ public:
     // `limitedRecCount` records, is the limitation to be in force (SetLimitedRecList), with 0 none.
     // READXML_NOELEMENT, with nothing changed, if the reader is on no element, READXML_BADFORMAT likewise if
     // it is on another root. Otherwise, if the document fails or lacks what it must have, the environment is
-    // left without anything that a user fixed. A selection that cannot be made ends in none, and READXML_OK:
-    // so does every one without a sum manager, but in mode None. Throws std::bad_alloc; the environment is
-    // without anything that a user fixed then, or empty.
+    // left without anything that a user fixed, display forms, relation mode and multiple selection among it.
+    // A selection that cannot be made ends in none, and READXML_OK: so does every one without a sum manager,
+    // but in mode None. Throws std::bad_alloc; the environment is without anything that a user fixed then, or
+    // empty.
     CXMLReader::EMthRetOfReadXML ReadFixedSpecByXML(CXMLReader& reader, const DWORD* limitedRecList,
                                                     DWORD limitedRecCount);
 
@@ -641,6 +642,8 @@ private:
                                          const std::deque<DWORD>& blankIDs);
     EMthRetOfReadXML ReadCommonSpecOfRoot(const char* folder, CXMLReader& reader);
     EMthRetOfReadXML ReadFixedSpecOfRoot(CXMLReader& reader);
+    // What a failed reading leaves: nothing that users fix.
+    void DropHalfReadFixedSpec();
     EMthRetOfReadXML ReadRelationSpecByXML(CXMLReader& reader, const Attributes& attributes);
     EMthRetOfReadXML ReadDifferenceSpecByXML(const Attributes& attributes);
     EMthRetOfReadXML ReadHierarchiesSpecByXML(CXMLReader& reader);

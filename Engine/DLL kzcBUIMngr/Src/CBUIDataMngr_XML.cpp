@@ -398,6 +398,7 @@ CBUIDataMngr::EMthRetOfReadXML CBUIDataMngr::ReadCommonSpecOfRoot(const char* fo
     if (isOrderWrong || !isBnLinkRead || !isRpLinkRead || !areBtnClassesRead)
         return CXMLReader::READXML_BADFORMAT;
 
+    blankIDs.clear();
     RepairBtnClassIDs(reader, SCBUICoreCom::BTNCLS_ID_SRC_BEGIN, SCBUICoreCom::BTNCLS_ID_SRC_END,
                       nextSrcBtnClassID, blankIDs);
     RepairBtnClassIDs(reader, SCBUICoreCom::BTNCLS_ID_VIR_COMMON_BEGIN,
@@ -441,8 +442,10 @@ bool CBUIDataMngr::DoLinkTablesAgree() const
         unsigned long long total = 0;
         bool areListsRight = true;
         recLists.ForEach([&](DWORD btnID, const SRecordList& list) {
-            if (!SCBUICoreCom::IsSrcBtn(btnID))
-                return;
+            if (!SCBUICoreCom::IsSrcBtn(btnID)) {
+                areListsRight = areListsRight && !SCBUICoreCom::IsVirIncBtn(btnID);
+                return; // a row, which is made anew
+            }
             total += list.recCount;
             for (DWORD i = 0; i < list.recCount && areListsRight; ++i) {
                 const DWORD recNum = list.recList[i];
@@ -497,16 +500,9 @@ void CBUIDataMngr::DropFldsWithoutBtnClass()
     }
     // Rows of special buttons are made anew: they may be those of other members.
     rpLink->ClearOfFixedSpec();
-    TCBtnIDAssArr<SRecordList> recLists;
     for (const auto& [btnClassID, btnClass] : btnClasses) {
-        DWORD size = 0;
-        if (!SCBUICoreCom::IsCommonVirBtnClass(btnClassID) || !rpLink->GetRecCountOfFld(btnClassID, size))
-            continue;
-        const std::unique_ptr<DWORD[]> recArea(new DWORD[size]);
-        rpLink->GetAllRecList(btnClassID, recLists, recArea.get());
-        recLists.ForEach([this, classID = btnClassID](DWORD btnID, const SRecordList&) {
-            rpLink->DeleteBtn(classID, btnID);
-        });
+        if (SCBUICoreCom::IsVirBtnClass(btnClassID))
+            rpLink->ClearFld(btnClassID);
     }
 }
 
@@ -547,26 +543,37 @@ CBUIDataMngr::EMthRetOfReadXML CBUIDataMngr::ReadFixedSpecByXML(CXMLReader& read
         result = ReadFixedSpecOfRoot(reader);
         if (result == CXMLReader::READXML_OK) {
             PlaceReadLevels();
+            SettleVirBtnClasses(false); // what it drops is selected no more
             GetAllBtnSelectionInfo(selectInfo);
-            SettleVirBtnClasses(false);
             SetLimitedRecList(limitedRecListOfHost, limitedRecCountOfHost);
             FollowRestoredSpBtns(selectInfo);
             if (!SelectBtns(selectInfo, false))
                 ClearAllBtnSelections(true);
-        } else {
-            ClearOfFixedSpec();
         }
-        levelsRead.clear();
     } catch (...) {
-        levelsRead.clear();
         try {
-            ClearOfFixedSpec();
+            DropHalfReadFixedSpec();
         } catch (...) {
             ClearButCollaborators();
         }
         throw;
     }
+    if (result != CXMLReader::READXML_OK)
+        DropHalfReadFixedSpec();
+    levelsRead.clear();
     return result;
+}
+
+void CBUIDataMngr::DropHalfReadFixedSpec()
+{
+    levelsRead.clear();
+    multiSelection = false;
+    relationMode = RELATIONMODE_NARROWING;
+    for (const auto& [btnClassID, btnClass] : btnClasses) {
+        if (auto* const dateTimeBtnClass = dynamic_cast<VCDateTimeBtnClass*>(btnClass.get()))
+            dateTimeBtnClass->UnsetDispForm();
+    }
+    ClearOfFixedSpec();
 }
 
 CBUIDataMngr::EMthRetOfReadXML CBUIDataMngr::ReadFixedSpecOfRoot(CXMLReader& reader)
@@ -694,15 +701,15 @@ void CBUIDataMngr::PlaceReadLevels()
 // buttons, which join a selection that new buttons are made part of.
 void CBUIDataMngr::FollowRestoredSpBtns(std::vector<SSelectBtnIDList>& selectInfo)
 {
+    std::map<DWORD, SSelectBtnIDList*> entries;
+    for (SSelectBtnIDList& ofClass : selectInfo)
+        entries.emplace(ofClass.btnClassID, &ofClass);
     for (const auto& [btnClassID, btnClass] : btnClasses) {
         auto* const srcBtnClass = dynamic_cast<VCSrcBtnClass*>(btnClass.get());
         if (srcBtnClass == nullptr)
             continue;
-        const auto entry = std::find_if(selectInfo.begin(), selectInfo.end(),
-                                        [classID = btnClassID](const SSelectBtnIDList& ofClass) {
-                                            return ofClass.btnClassID == classID;
-                                        });
-        const bool joins = entry != selectInfo.end() && entry->newBtnMadeSelState &&
+        const auto entry = entries.find(btnClassID);
+        const bool joins = entry != entries.end() && entry->second->newBtnMadeSelState &&
                            dynamic_cast<const VCDateTimeBtnClass*>(srcBtnClass) != nullptr;
         std::vector<DWORD> before;
         if (joins)
@@ -715,7 +722,8 @@ void CBUIDataMngr::FollowRestoredSpBtns(std::vector<SSelectBtnIDList>& selectInf
         std::sort(before.begin(), before.end());
         std::sort(added.begin(), added.end());
         SCBUICoreCom::DeleteBtnIDList(added, before);
-        entry->btnIDList.insert(entry->btnIDList.end(), added.begin(), added.end());
+        std::vector<DWORD>& selected = entry->second->btnIDList;
+        selected.insert(selected.end(), added.begin(), added.end());
     }
     for (const auto& [btnClassID, btnClass] : btnClasses)
         btnClass->BuildOutdatedRows();

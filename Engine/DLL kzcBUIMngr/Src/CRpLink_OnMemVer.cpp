@@ -449,6 +449,16 @@ void CRpLink_OnMemVer::ClearOfFixedSpec()
         ClearOfFixedSpec(btnClassID);
 }
 
+bool CRpLink_OnMemVer::ClearFld(DWORD btnClassID)
+{
+    DWORD fld = 0;
+    if (!fldPos.Find(btnClassID, fld))
+        return false;
+    recAreaList[fld].Shrink(0);
+    recPosList[fld].Clear();
+    return true;
+}
+
 bool CRpLink_OnMemVer::ClearOfFixedSpec(DWORD btnClassID)
 {
     DWORD fld = 0;
@@ -456,11 +466,8 @@ bool CRpLink_OnMemVer::ClearOfFixedSpec(DWORD btnClassID)
         return false;
     CDWORDArray& recArea = recAreaList[fld];
     CRecPosMap& recPositions = recPosList[fld];
-    if (SCBUICoreCom::IsFixedVirBtnClass(btnClassID)) {
-        recArea.Shrink(0);
-        recPositions.Clear();
-        return true;
-    }
+    if (SCBUICoreCom::IsFixedVirBtnClass(btnClassID))
+        return ClearFld(btnClassID);
     if (!recPositions.ExistOfType(SCBUICoreCom::BTNTYPE_INC) &&
         !recPositions.ExistOfType(SCBUICoreCom::BTNTYPE_CLL))
         return true;

@@ -57,6 +57,7 @@ public:
                    DWORD newTotal) override;
     void DeleteRec(DWORD pos, DWORD count) override;
     SCBUICoreCom::ELinkTableVerType GetVersionType() const override;
+    bool ClearFld(DWORD btnClassID) override;
 
     // Makes this table a copy of another one. On std::bad_alloc it is as it was.
     virtual CRpLink_OnMemVer& operator=(const CRpLink_OnMemVer& other);

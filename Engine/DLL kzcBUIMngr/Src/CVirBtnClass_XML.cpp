@@ -156,33 +156,31 @@ void CVirBtnClass::CountReadRefs()
 
 void CVirBtnClass::BindRefBtnClasses(const std::map<DWORD, std::unique_ptr<VCBtnClass>>& btnClasses)
 {
-    std::vector<DWORD> unboundIDs;
+    std::set<DWORD> unboundIDs;
     for (auto& [refBtnClassID, ref] : refBtnClasses) {
         const auto found = btnClasses.find(refBtnClassID);
         const bool isBarred =
             refBtnClassID == id || (IsCommon() && SCBUICoreCom::IsFixedVirBtnClass(refBtnClassID));
         if (found == btnClasses.end() || isBarred) {
-            unboundIDs.push_back(refBtnClassID);
+            unboundIDs.insert(unboundIDs.end(), refBtnClassID);
             continue;
         }
         found->second->refOrgBtnClasses.emplace(id, this);
         ref.btnClass = found->second.get();
     }
-    for (const DWORD refBtnClassID : unboundIDs) {
-        for (auto next = spBtnOfID.begin(); next != spBtnOfID.end();) {
-            const auto [btnID, spBtn] = *next++;
-            if (!SCBUICoreCom::IsVirIncBtn(btnID) ||
-                static_cast<const CVirIncBtn*>(spBtn)->refBtnClassID != refBtnClassID)
-                continue;
-            blankVirIncBtnIDs.insert(btnID);
-            --(spBtn->effective ? spBtnCount : ineffectiveBtnCount);
-            if (spBtn->effective && spBtn->sel && --selBtnCount == 0)
-                btnSelState = false;
-            nameOrdList.Remove(btnID);
-            UnregSpBtn(btnID);
-        }
-        refBtnClasses.erase(refBtnClassID);
+    for (auto next = spBtnOfID.begin(); next != spBtnOfID.end() && !unboundIDs.empty();) {
+        const auto [btnID, spBtn] = *next++;
+        if (!SCBUICoreCom::IsVirIncBtn(btnID) ||
+            !unboundIDs.contains(static_cast<const CVirIncBtn*>(spBtn)->refBtnClassID))
+            continue;
+        blankVirIncBtnIDs.insert(btnID);
+        --(spBtn->effective ? spBtnCount : ineffectiveBtnCount);
+        if (spBtn->effective && spBtn->sel && --selBtnCount == 0)
+            btnSelState = false;
+        nameOrdList.Remove(btnID);
+        UnregSpBtn(btnID);
     }
+    std::erase_if(refBtnClasses, [&](const auto& idAndRef) { return unboundIDs.contains(idAndRef.first); });
 }
 
 } // namespace NSKZ::NSKZCore

@@ -123,6 +123,9 @@ public:
 
     virtual SCBUICoreCom::ELinkTableVerType GetVersionType() const = 0;
 
+    // Drops all records of a class, which keeps its field. Linear in the largest identifiers of its buttons.
+    virtual bool ClearFld(DWORD btnClassID) = 0;
+
 protected:
     IRpLink& operator=(const IRpLink&) = default;
 };

@@ -45,6 +45,8 @@ public:
         }
     }
 
+    void UnsetDispForm() noexcept override { dispForm = TDispForm(); }
+
     void Clear() override
     {
         dispForm = TDispForm();
@@ -63,7 +65,6 @@ public:
 
 protected:
     bool HasDispForm() const noexcept override { return dispForm.kind != SCDeclareConstant::UNSETTING; }
-    void UnsetDispForm() noexcept override { dispForm = TDispForm(); }
 
     // Whether a code of a display form is set: the two greatest numbers stand for none.
     static bool IsSetCode(DWORD code) noexcept { return code < SCDeclareConstant::UNSETTING - 1; }

@@ -700,6 +700,7 @@ private:
 
     bool WriteBtnSpecByXML(const char* folder, CXMLWriter& writer, bool withData,
                            SCKZCoreCom::ESpecType specType, bool defaultSel, const VCBtn& btn) const;
+    bool IsSaved(const VCSpBtn& spBtn) const noexcept;
     void DropImpossibleMembers();
     void DropMemberOfReadList(VCSpBtn& spBtn, std::size_t position) noexcept;
     static void BreakLoops(const std::vector<VCBtnClass*>& btnClasses);
@@ -720,6 +721,7 @@ private:
     void LinkMember(const VCSpBtn& spBtn, VCBtn& member) noexcept;
     void ForgetOuterSpBtn(const SBtnClassIDAndBtnID& spBtn, VCBtn& member) noexcept;
     void UnlinkMember(const VCSpBtn& spBtn, VCBtn& member) noexcept;
+    void UnlinkMember(const VCSpBtn& spBtn, DWORD mmbBtnID) noexcept; // in whatever class it is
     bool TakeIn(VCSpBtn& spBtn, DWORD mmbBtnID) noexcept;
     void BuildRow(VCSpBtn& spBtn);
     static bool HoldAny(const SpBtnsOfClasses& spBtns, DWORD targetClassID, DWORD targetBtnID);

@@ -748,16 +748,20 @@ void VCBtnClass::LinkMembers(const VCSpBtn& spBtn) noexcept
 
 void VCBtnClass::UnlinkMembers(const VCSpBtn& spBtn) noexcept
 {
+    for (const DWORD mmbBtnID : spBtn.mmbBtnIDList)
+        UnlinkMember(spBtn, mmbBtnID);
+}
+
+void VCBtnClass::UnlinkMember(const VCSpBtn& spBtn, DWORD mmbBtnID) noexcept
+{
     VCBtnClass* const classOfMembers = GetBtnClassOfMembers(spBtn);
-    for (const DWORD mmbBtnID : spBtn.mmbBtnIDList) {
-        VCBtn* const member = classOfMembers == nullptr ? nullptr : classOfMembers->FindBtn(mmbBtnID);
-        if (member == nullptr)
-            continue;
-        if (classOfMembers == this)
-            UnlinkMember(spBtn, *member);
-        else
-            classOfMembers->ForgetOuterSpBtn({id, spBtn.id}, *member);
-    }
+    VCBtn* const member = classOfMembers == nullptr ? nullptr : classOfMembers->FindBtn(mmbBtnID);
+    if (member == nullptr)
+        return;
+    if (classOfMembers == this)
+        UnlinkMember(spBtn, *member);
+    else
+        classOfMembers->ForgetOuterSpBtn({id, spBtn.id}, *member);
 }
 
 // A button that a virtual inc button holds no longer.

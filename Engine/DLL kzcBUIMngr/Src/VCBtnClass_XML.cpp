@@ -2,7 +2,6 @@
 
 #include "VCBtnClass.h"
 
-#include "CSpBtnWalk.h"
 #include "ECAbnormalData.h"
 #include "IRpLink.h"
 #include "SCIDList.h"
@@ -139,7 +138,7 @@ bool VCBtnClass::WriteSpBtnIDSpecByXML(CXMLWriter& writer, const char* tag, DWOR
         return true;
     std::set<DWORD> freeIDs(blankIDs);
     for (const auto& [btnID, spBtn] : spBtnOfID) {
-        if (!spBtn->effective && spBtn->GetType() == type)
+        if (!IsSaved(*spBtn) && spBtn->GetType() == type)
             freeIDs.insert(btnID);
     }
     return WriteBtnIDSpecByXML(writer, tag, tagLen, nextID, freeIDs);
@@ -193,13 +192,14 @@ bool VCBtnClass::WriteBtnSpecByXML(const char* folder, CXMLWriter& writer, bool 
 {
     const bool isCommonForm = specType == SCKZCoreCom::SPECTYPE_COMMON;
     if (SCBUICoreCom::IsSpBtn(btn.id)) {
-        // A list may name buttons that are not saved themselves.
         const auto& spBtn = static_cast<const VCSpBtn&>(btn);
-        const VCBtnClass* const classOfMembers = GetBtnClassOfMembers(spBtn);
-        const auto isUnsaved = [classOfMembers](DWORD mmbBtnID) {
-            const VCSpBtn* const member =
-                classOfMembers == nullptr ? nullptr : classOfMembers->FindSpBtn(mmbBtnID);
-            return member != nullptr && !member->effective;
+        if (!IsSaved(spBtn))
+            return true;
+        // A list may name buttons that are not saved themselves.
+        const VCBtnClass& classOfMembers = *GetBtnClassOfMembers(spBtn);
+        const auto isUnsaved = [&classOfMembers](DWORD mmbBtnID) {
+            const VCSpBtn* const member = classOfMembers.FindSpBtn(mmbBtnID);
+            return member != nullptr && !classOfMembers.IsSaved(*member);
         };
         const std::vector<DWORD>& members = spBtn.mmbBtnIDList;
         const bool isDefinedHere = isCommonForm == IsInCommonForm(spBtn);
@@ -211,6 +211,14 @@ bool VCBtnClass::WriteBtnSpecByXML(const char* folder, CXMLWriter& writer, bool 
     }
     return isCommonForm ? btn.WriteCommonSpecByXML(folder, writer, withData)
                         : btn.WriteFixedSpecByXML(writer, defaultSel);
+}
+
+// Not what is switched off, and not what stands for buttons of a class that is switched off or gone.
+bool VCBtnClass::IsSaved(const VCSpBtn& spBtn) const noexcept
+{
+    const VCBtnClass* const classOfMembers = GetBtnClassOfMembers(spBtn);
+    return spBtn.effective && classOfMembers != nullptr &&
+           (classOfMembers == this || classOfMembers->effective);
 }
 
 bool VCBtnClass::IsInCommonForm(const VCSpBtn&) const noexcept
@@ -300,6 +308,8 @@ VCBtnClass::EMthRetOfReadXML VCBtnClass::ReadBtnsSpecByXML(const char* folder, C
     const bool hasRecInfo = (*rpLink)->ExistFld(id);
     const EMthRetOfReadXML result = SCSpecXML::ReadChildren(reader, CXMLReader::READXML_OK, [&] {
         DWORD btnID = SCBUICoreCom::BTN_ID_UNSETTING;
+        if (!SCSpecXML::IsOnElement(reader, VCBtn::STR_ELENAME_BTN))
+            return CXMLReader::READXML_UNKNOWNELEMENT;
         if (!SCSpecXML::GetID(reader.GetAttributes(), STR_ATTRNAME_ID, btnID))
             return CXMLReader::READXML_BADFORMAT;
         return ReadBtnSpecByXML(folder, reader, btnID, hasRecInfo, specType);
@@ -439,7 +449,7 @@ void VCBtnClass::SettleMembers(const std::vector<VCBtnClass*>& btnClasses)
 void VCBtnClass::DropImpossibleMembers()
 {
     for (const auto& [btnID, spBtn] : spBtnOfID) {
-        if (!spBtn->effective || spBtn->mmbBtnIDList.empty())
+        if (spBtn->mmbBtnIDList.empty())
             continue;
         const VCBtnClass* const classOfMembers = GetBtnClassOfMembers(*spBtn);
         const bool mayAwait = IsInCommonForm(*spBtn);
@@ -460,6 +470,7 @@ void VCBtnClass::DropImpossibleMembers()
         std::vector<DWORD> members = SCIDList::TakeEachOnce(spBtn->mmbBtnIDList);
         std::erase_if(members, isImpossible);
         if (members.size() != spBtn->mmbBtnIDList.size()) {
+            UnlinkMembers(*spBtn); // of an earlier time; those that stay are linked anew
             spBtn->mmbBtnIDList = std::move(members);
             spBtn->isRowOutdated = true;
             SetOwnVisibleInfo(*spBtn, VISINFO_NOMEMBER, spBtn->mmbBtnIDList.empty());
@@ -470,13 +481,17 @@ void VCBtnClass::DropImpossibleMembers()
 
 void VCBtnClass::DropMemberOfReadList(VCSpBtn& spBtn, std::size_t position) noexcept
 {
-    spBtn.mmbBtnIDList.erase(spBtn.mmbBtnIDList.begin() + static_cast<std::ptrdiff_t>(position));
+    const auto member = spBtn.mmbBtnIDList.begin() + static_cast<std::ptrdiff_t>(position);
+    UnlinkMember(spBtn, *member); // of an earlier time
+    spBtn.mmbBtnIDList.erase(member);
     spBtn.isRowOutdated = true;
     SetOwnVisibleInfo(spBtn, VISINFO_NOMEMBER, spBtn.mmbBtnIDList.empty());
 }
 
-// Walks down from each button in turn, along a path that is kept, and drops the member that leads back to the
-// path.
+// Walks down from each button in turn, along a path that is kept. Where it comes back to the path, a member
+// is dropped on the way round: of the last button there that a user defined, since a shared definition is not
+// to suffer from what one user has; a loop without any is dropped where it closes. What was walked through
+// behind that button is walked through again later, by another way, but not without end.
 void VCBtnClass::BreakLoops(const std::vector<VCBtnClass*>& btnClasses)
 {
     struct SStep
@@ -485,33 +500,54 @@ void VCBtnClass::BreakLoops(const std::vector<VCBtnClass*>& btnClasses)
         VCSpBtn* spBtn;
         std::size_t nextMember;
     };
+    constexpr std::size_t MAX_STEPS_AGAIN = 1024 * 1024;
     std::vector<SStep> path;
-    std::set<const VCSpBtn*> onPath;
-    CSpBtnWalk walk; // what was walked through
+    std::map<const VCSpBtn*, std::size_t> positionOnPath;
+    std::set<const VCSpBtn*> reached;
+    std::size_t stepsAgain = 0;
+    const auto enter = [&](VCBtnClass& btnClass, VCSpBtn& spBtn) {
+        if (!reached.insert(&spBtn).second)
+            return;
+        positionOnPath.emplace(&spBtn, path.size());
+        path.push_back({&btnClass, &spBtn, 0});
+    };
+    const auto leave = [&] {
+        positionOnPath.erase(path.back().spBtn);
+        path.pop_back();
+    };
+    const auto isOfUser = [](const SStep& step) { return !step.btnClass->IsInCommonForm(*step.spBtn); };
+
     for (VCBtnClass* const firstClass : btnClasses) {
         for (const auto& [firstID, first] : firstClass->spBtnOfID) {
-            if (walk.Add(*firstClass, *first)) {
-                path.push_back({firstClass, first, 0});
-                onPath.insert(first);
-            }
+            enter(*firstClass, *first);
             while (!path.empty()) {
                 SStep& step = path.back();
                 VCBtnClass* const classOfMembers = step.btnClass->GetBtnClassOfMembers(*step.spBtn);
                 if (classOfMembers == nullptr || step.nextMember == step.spBtn->mmbBtnIDList.size()) {
-                    onPath.erase(step.spBtn);
-                    path.pop_back();
+                    leave();
                     continue;
                 }
                 VCSpBtn* const nested = classOfMembers->FindSpBtn(step.spBtn->mmbBtnIDList[step.nextMember]);
-                if (nested != nullptr && onPath.contains(nested)) {
-                    step.btnClass->DropMemberOfReadList(*step.spBtn, step.nextMember);
+                ++step.nextMember;
+                const auto closing = positionOnPath.find(nested);
+                if (closing == positionOnPath.end()) {
+                    if (nested != nullptr)
+                        enter(*classOfMembers, *nested);
                     continue;
                 }
-                ++step.nextMember;
-                if (nested != nullptr && walk.Add(*classOfMembers, *nested)) {
-                    onPath.insert(nested);
-                    path.push_back({classOfMembers, nested, 0});
+                const auto loop = path.begin() + static_cast<std::ptrdiff_t>(closing->second);
+                const auto lastOfUser =
+                    std::find_if(path.rbegin(), std::make_reverse_iterator(loop), isOfUser);
+                const bool hasUser = lastOfUser.base() != loop && stepsAgain < MAX_STEPS_AGAIN;
+                const std::size_t kept =
+                    hasUser ? static_cast<std::size_t>(lastOfUser.base() - path.begin()) : path.size();
+                for (; path.size() > kept; ++stepsAgain) {
+                    reached.erase(path.back().spBtn);
+                    leave();
                 }
+                SStep& holder = path.back();
+                --holder.nextMember;
+                holder.btnClass->DropMemberOfReadList(*holder.spBtn, holder.nextMember);
             }
         }
     }

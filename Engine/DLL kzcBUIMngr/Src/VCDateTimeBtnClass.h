@@ -67,6 +67,9 @@ public:
     void ResetInsideInfoForSpBtnsOfSrcBtns(bool buildRpLink, bool force) override;
     void ResetInsideInfoForEffectiveSpBtns(bool buildRpLink) override;
 
+    // Lets the display form go; the groups go with the next rebuilding.
+    virtual void UnsetDispForm() noexcept = 0;
+
     // To be called when the form of the field's data has changed: reads every text anew and makes the groups
     // anew, with buttons of their own. If memory is exhausted nothing has changed, or the dates are the new
     // ones and there are no groups with members until the next rebuilding.
@@ -111,7 +114,6 @@ protected:
     EMthRetOfReadXML ReadStartTagPartOfSpecByXML(const char* tag, DWORD tagLen, Attributes& attributes,
                                                  SCKZCoreCom::ESpecType specType, DWORD recCountOfEnv,
                                                  const std::unique_ptr<IRpLink>& rpLinkOfEnv) override;
-    virtual void UnsetDispForm() noexcept = 0;
     // The names of the elements: all groups, one group.
     struct SGroupElements
     {

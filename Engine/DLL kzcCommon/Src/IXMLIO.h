@@ -22,7 +22,7 @@ public:
     // walks it need more than that.
     static constexpr DWORD MAX_DEPTH = 256;
     // The longest tag that is read or written, in bytes of the file.
-    static constexpr DWORD MAX_TAG_SIZE = 16 * 1024 * 1024;
+    static constexpr DWORD MAX_TAG_SIZE = 32 * 1024 * 1024;
 
     // Whether two texts have the same bytes. A text may be null where its length is 0.
     static bool IsSameText(const char* text, DWORD len, const char* other, DWORD otherLen) noexcept;
