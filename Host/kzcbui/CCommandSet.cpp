@@ -4,6 +4,7 @@
 #include "SCDateCommands.h"
 #include "SCItemCommands.h"
 #include "SCRecordCommands.h"
+#include "SCSaveCommands.h"
 #include "SCSearchCommands.h"
 #include "SCSelectionCommands.h"
 #include "SCSessionCommands.h"
@@ -24,6 +25,7 @@ CCommandSet::CCommandSet()
     SCDateCommands::AddTo(*this);
     SCSpecialCommands::AddTo(*this);
     SCVirtualCommands::AddTo(*this);
+    SCSaveCommands::AddTo(*this);
     SCSessionCommands::AddTo(*this);
 }
 

@@ -1,6 +1,7 @@
 #include "CWorkspace.h"
 
 #include "CBuildProgress.h"
+#include "CCndParser.h"
 #include "CCSVLoader.h"
 #include "CInterruptScope.h"
 #include "ECCommandError.h"
@@ -46,7 +47,7 @@ int ChooseCodePage(std::string_view content)
 } // namespace
 
 CWorkspace::CWorkspace(const CHostOptions& options, std::ostream* progressTerminal)
-    : tablePath(options.tablePath), sums(table)
+    : tablePath(options.tablePath)
 {
     CBuildProgress progress(progressTerminal);
     CInterruptScope interruptScope; // ends before what it holds
@@ -65,8 +66,8 @@ void CWorkspace::Load(const CHostOptions& options)
 {
     const std::string content = SCSystemFile::Read(tablePath);
     _setmbcp(options.codePage != CHostOptions::CODEPAGE_AUTO ? options.codePage : ChooseCodePage(content));
-    // It was made for another code page.
-    table = NSKZCore::CSourceDataMngr();
+    // Here and no sooner: a table is made for the code page in force.
+    analysis = std::make_unique<SAnalysis>(NSKZCore::CSourceDataMngr());
 
     CCSVLoader::SOptions loaderOptions;
     loaderOptions.codePage =
@@ -81,7 +82,7 @@ void CWorkspace::Load(const CHostOptions& options)
         loaderOptions.types.emplace_back(nameOfEngine, type);
     }
     try {
-        CCSVLoader(std::move(loaderOptions)).LoadMemory(content, "", table);
+        CCSVLoader(std::move(loaderOptions)).LoadMemory(content, "", analysis->table);
     } catch (const NSKZCore::ECSVLoadError& error) {
         const std::string line = error.GetLine() != 0 ? "line " + std::to_string(error.GetLine()) + ": " : "";
         RefuseTable(tablePath, line + error.GetReason());
@@ -90,16 +91,17 @@ void CWorkspace::Load(const CHostOptions& options)
 
 void CWorkspace::Build(const CHostOptions& options, NSKZCore::CProgressStatus& progress)
 {
-    env = std::make_unique<CBUIDataMngr>(SCBUICoreCom::BUIDATAMNGR_ID_BEGIN, options.linkTables,
-                                         options.linkTables, table, &sums, &progress);
+    analysis->env =
+        std::make_unique<CBUIDataMngr>(SCBUICoreCom::BUIDATAMNGR_ID_BEGIN, options.linkTables,
+                                       options.linkTables, analysis->table, &analysis->sums, &progress);
     if (progress.canceled)
         RefuseTable(tablePath, "The building of its items was cancelled.");
     // The environment keeps to itself why a build ended early.
     std::vector<DWORD> fldIDs;
-    table.GetSrcFrmDataFldID(fldIDs);
+    GetTable().GetSrcFrmDataFldID(fldIDs);
     DWORD itemID = 0;
     for (const DWORD fldID : fldIDs) {
-        if (!env->GetBtnClassID(fldID, itemID))
+        if (!GetEnv().GetBtnClassID(fldID, itemID))
             RefuseTable(tablePath, "Its field " + std::to_string(fldID) + " cannot be made an item.");
     }
 }
@@ -107,7 +109,7 @@ void CWorkspace::Build(const CHostOptions& options, NSKZCore::CProgressStatus& p
 std::vector<DWORD> CWorkspace::GetItemIDs() const
 {
     std::vector<DWORD> itemIDs;
-    env->GetAllBtnClassIDList(itemIDs, true);
+    GetEnv().GetAllBtnClassIDList(itemIDs, true);
     return itemIDs;
 }
 
@@ -115,15 +117,15 @@ std::string CWorkspace::GetItemName(DWORD itemID) const
 {
     DWORD fldID = 0;
     const char* name = nullptr;
-    const bool isKnown = env->GetFldID(itemID, fldID) ? table.GetItemName(fldID, name)
-                                                      : env->GetNameOfVirBtnClass(itemID, name);
+    const bool isKnown = GetEnv().GetFldID(itemID, fldID) ? GetTable().GetItemName(fldID, name)
+                                                          : GetEnv().GetNameOfVirBtnClass(itemID, name);
     return isKnown && name != nullptr ? SCHostText::FromEngine(name) : std::string();
 }
 
 std::string CWorkspace::GetBtnText(DWORD itemID, DWORD btnID) const
 {
     const char* text = nullptr;
-    env->GetAliasOfBtn(itemID, btnID, text);
+    GetEnv().GetAliasOfBtn(itemID, btnID, text);
     return SCHostText::FromEngine(text);
 }
 
@@ -131,7 +133,7 @@ DWORD CWorkspace::FindItem(const std::string& word) const
 {
     const SCNameWord::SNameWord name = SCNameWord::Read(word, SCNameWord::MARK_OF_ITEM);
     if (name.isID) {
-        if (!env->ExistBtnClass(name.id))
+        if (!GetEnv().ExistBtnClass(name.id))
             throw ECCommandError("There is no item " + word + "; \"items\" lists them.");
         return name.id;
     }
@@ -170,9 +172,9 @@ DWORD CWorkspace::FindVirItem(const std::string& word) const
 DWORD CWorkspace::GetItemOfMembers(DWORD itemID, DWORD btnID) const
 {
     DWORD refItemID = 0;
-    if (!env->GetRefBtnClassIDOfVirIncBtn(itemID, btnID, refItemID))
+    if (!GetEnv().GetRefBtnClassIDOfVirIncBtn(itemID, btnID, refItemID))
         return itemID;
-    if (!env->ExistBtnClass(refItemID)) {
+    if (!GetEnv().ExistBtnClass(refItemID)) {
         throw ECCommandError("The item whose buttons " + InQuotes(GetBtnText(itemID, btnID)) +
                              " grouped is gone.");
     }
@@ -189,7 +191,7 @@ std::vector<DWORD> CWorkspace::FindBtns(DWORD itemID, const std::vector<std::str
         const SCNameWord::SNameWord name = SCNameWord::Read(words[i], SCNameWord::MARK_OF_BTN);
         SCBUICoreCom::EBtnType type;
         if (name.isID) {
-            if (!env->GetTypeOfBtn(itemID, name.id, type))
+            if (!GetEnv().GetTypeOfBtn(itemID, name.id, type))
                 throw ECCommandError("The item " + itemName + " has no button " + words[i] + ".");
             btnIDs[i] = name.id;
         } else {
@@ -202,11 +204,11 @@ std::vector<DWORD> CWorkspace::FindBtns(DWORD itemID, const std::vector<std::str
     }
     if (!btnsOfText.empty()) {
         std::vector<DWORD> allBtnIDs;
-        env->GetAllBtnIDListOfBtnClass(itemID, allBtnIDs, true);
+        GetEnv().GetAllBtnIDListOfBtnClass(itemID, allBtnIDs, true);
         std::string key;
         for (const DWORD btnID : allBtnIDs) {
             const char* text = nullptr;
-            env->GetAliasOfBtn(itemID, btnID, text);
+            GetEnv().GetAliasOfBtn(itemID, btnID, text);
             key = text != nullptr ? text : "";
             const auto wanted = btnsOfText.find(key);
             if (wanted != btnsOfText.end())
@@ -247,11 +249,16 @@ DWORD CWorkspace::FindNumFld(const std::string& word) const
 {
     const DWORD itemID = FindItem(word);
     DWORD fldID = 0;
-    if (!env->GetFldID(itemID, fldID) || !env->GetSumValueCacheMngrObjRef().ExistNumDataItem(fldID)) {
+    if (!GetEnv().GetFldID(itemID, fldID) || !GetEnv().GetSumValueCacheMngrObjRef().ExistNumDataItem(fldID)) {
         throw ECCommandError("The item " + InQuotes(GetItemName(itemID)) +
                              " cannot be summed: an item of type number is expected.");
     }
     return fldID;
+}
+
+CTypedBtnCnd CWorkspace::ReadCnd(const std::string& text) const
+{
+    return {CCndParser::Parse(text, [this](const std::string& word) { return FindNumFld(word); }), text};
 }
 
 std::string CWorkspace::ReadBtnText(const std::string& word) const
@@ -268,13 +275,14 @@ void CWorkspace::RequireNewBtnText(DWORD itemID, const std::string& text, DWORD 
 {
     // The engine does not count buttons that are switched off; on again they would show the same.
     std::vector<DWORD> spBtnIDs;
-    env->GetAllSpBtnIDListOfBtnClass(itemID, spBtnIDs, true);
+    GetEnv().GetAllSpBtnIDListOfBtnClass(itemID, spBtnIDs, true);
     const auto showsText = [&](DWORD btnID) {
         const char* alias = nullptr;
-        return btnID != ignoredBtnID && env->GetAliasOfBtn(itemID, btnID, alias) && alias != nullptr &&
+        return btnID != ignoredBtnID && GetEnv().GetAliasOfBtn(itemID, btnID, alias) && alias != nullptr &&
                text == alias;
     };
-    if (env->GetBtnExistInfoOfBtnClass(itemID, text.c_str(), static_cast<DWORD>(text.size()), ignoredBtnID) ||
+    if (GetEnv().GetBtnExistInfoOfBtnClass(itemID, text.c_str(), static_cast<DWORD>(text.size()),
+                                           ignoredBtnID) ||
         std::any_of(spBtnIDs.begin(), spBtnIDs.end(), showsText)) {
         throw ECCommandError("Another button of the item shows " +
                              InQuotes(SCHostText::FromEngine(text.c_str())) +
@@ -285,7 +293,8 @@ void CWorkspace::RequireNewBtnText(DWORD itemID, const std::string& text, DWORD 
 std::string CWorkspace::GetWordOfNumFld(DWORD fldID) const
 {
     DWORD itemID = 0;
-    if (!env->GetBtnClassID(fldID, itemID) || !env->GetSumValueCacheMngrObjRef().ExistNumDataItem(fldID))
+    if (!GetEnv().GetBtnClassID(fldID, itemID) ||
+        !GetEnv().GetSumValueCacheMngrObjRef().ExistNumDataItem(fldID))
         return {};
     const std::string name = GetItemName(itemID);
     return SCShownText::Escape(name) == name ? SCNameWord::Write(name, SCNameWord::MARK_OF_ITEM)
@@ -294,32 +303,65 @@ std::string CWorkspace::GetWordOfNumFld(DWORD fldID) const
 
 CWorkspace::SCalendar CWorkspace::GetCalendar() const
 {
+    const NSKZCore::CSourceDataMngr& table = GetTable();
     return {table.GetStartMonth(), table.GetCutOffDate(), table.GetDaysOfTheWeek()};
 }
 
 bool CWorkspace::SetCalendar(const SCalendar& calendar)
 {
     const SCalendar former = GetCalendar();
-    const auto setInTable = [this](const SCalendar& wanted) {
-        table.SetStartMonth(wanted.startMonth);
-        table.SetCutOffDate(wanted.cutOffDay);
-        table.SetDaysOfTheWeek(wanted.firstDayOfWeek);
-    };
-    setInTable(calendar);
+    SetCalendarOfTable(calendar);
     try {
-        return env->AdjstAccordingToChangeDateCriterionInfo();
+        return GetEnv().AdjstAccordingToChangeDateCriterionInfo();
     } catch (const std::bad_alloc&) {
-        setInTable(former);
-        env->AdjstAccordingToChangeDateCriterionInfo();
+        SetCalendarOfTable(former);
+        GetEnv().AdjstAccordingToChangeDateCriterionInfo();
         throw;
     }
+}
+
+bool CWorkspace::SetCalendarOfTable(const SCalendar& calendar)
+{
+    NSKZCore::CSourceDataMngr& table = analysis->table;
+    const bool isMonthSet = table.SetStartMonth(calendar.startMonth);
+    const bool isDaySet = table.SetCutOffDate(calendar.cutOffDay);
+    return table.SetDaysOfTheWeek(calendar.firstDayOfWeek) && isMonthSet && isDaySet;
+}
+
+std::unique_ptr<CWorkspace> CWorkspace::CreateUnread() const
+{
+    const CBUIDataMngr& present = GetEnv();
+    std::unique_ptr<CWorkspace> unread(new CWorkspace(tablePath, GetTable()));
+    SAnalysis& made = *unread->analysis;
+    made.env = std::make_unique<CBUIDataMngr>(present.GetID(), present.GetVersionTypeOfBnLink(),
+                                              present.GetVersionTypeOfRpLink(), made.table, &made.sums);
+    return unread;
+}
+
+CWorkspace::CWorkspace(const std::string& pathOfTable, const NSKZCore::CSourceDataMngr& table)
+    : tablePath(pathOfTable), analysis(std::make_unique<SAnalysis>(table))
+{}
+
+void CWorkspace::TakeOver(CWorkspace& other) noexcept
+{
+    analysis.swap(other.analysis);
+}
+
+std::optional<std::vector<DWORD>> CWorkspace::GetLimitedRecs() const
+{
+    if (!GetEnv().IsRecListLimitationExecuted())
+        return std::nullopt;
+    // The first level stands on the limitation, and so does everything where there is no level.
+    DWORD itemID = 0;
+    DWORD recCountOfLevel = 0;
+    return GetEnv().GetHierInfo(0, itemID, recCountOfLevel) ? GetTargetRecsOfItem(itemID) : GetTargetRecs();
 }
 
 std::vector<DWORD> CWorkspace::GetTargetRecs() const
 {
     std::vector<DWORD> recs(GetRecCount());
     DWORD count = 0;
-    env->GetTargetRecList(recs.data(), count);
+    GetEnv().GetTargetRecList(recs.data(), count);
     recs.resize(count);
     return recs;
 }
@@ -328,7 +370,7 @@ std::vector<DWORD> CWorkspace::GetTargetRecsOfItem(DWORD itemID) const
 {
     std::vector<DWORD> recs(GetRecCount());
     DWORD count = 0;
-    env->GetTargetRecListOfBtnClass(itemID, recs.data(), count);
+    GetEnv().GetTargetRecListOfBtnClass(itemID, recs.data(), count);
     recs.resize(count);
     return recs;
 }
@@ -337,7 +379,7 @@ std::vector<DWORD> CWorkspace::GetRecsOfBtns(DWORD itemID, const std::vector<DWO
 {
     std::vector<DWORD> recs(GetRecCount());
     DWORD count = 0;
-    env->GetRecListThatRelatesToBtns(itemID, btnIDs, recs.data(), count);
+    GetEnv().GetRecListThatRelatesToBtns(itemID, btnIDs, recs.data(), count);
     recs.resize(count);
     return recs;
 }

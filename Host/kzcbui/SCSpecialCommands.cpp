@@ -1,11 +1,9 @@
 #include "SCSpecialCommands.h"
 
 #include "CBtnLister.h"
-#include "CCndParser.h"
 #include "CCommandArgs.h"
 #include "CCommandSet.h"
 #include "CTextOutput.h"
-#include "CTypedBtnCnd.h"
 #include "SCEnvChange.h"
 #include "SCNameWord.h"
 #include "SCNumberText.h"
@@ -73,13 +71,6 @@ SSpBtn FindUserSpBtn(const SCommandContext& context, const CCommandArgs& args)
 std::string NameBtn(const CWorkspace& workspace, DWORD itemID, DWORD btnID)
 {
     return "\"" + workspace.GetBtnText(itemID, btnID) + "\"";
-}
-
-CTypedBtnCnd ReadCnd(const CWorkspace& workspace, const std::string& text)
-{
-    return {
-        CCndParser::Parse(text, [&workspace](const std::string& word) { return workspace.FindNumFld(word); }),
-        text};
 }
 
 bool PicksByCnd(const CWorkspace& workspace, const SSpBtn& spBtn)
@@ -233,7 +224,7 @@ CAnswer RunCreate(SCommandContext& context, const CCommandArgs& args)
                                     : SCBUICoreCom::BTNTYPE_CLL,
                          name, memberItemID};
     if (isByCnd) {
-        const CTypedBtnCnd cnd = ReadCnd(workspace, args.GetValue(STR_WHERE, ""));
+        const CTypedBtnCnd cnd = workspace.ReadCnd(args.GetValue(STR_WHERE, ""));
         return ChangeSpBtn(context, itemID,
                            [&](CBUIDataMngr& env) { return Create(env, workspace, made, {}, &cnd); });
     }
@@ -405,7 +396,7 @@ CAnswer RunWhere(SCommandContext& context, const CCommandArgs& args)
             return spBtn.btnID;
         });
     }
-    const CTypedBtnCnd cnd = ReadCnd(workspace, args.GetWords()[2]);
+    const CTypedBtnCnd cnd = workspace.ReadCnd(args.GetWords()[2]);
     return ChangeSpBtn(context, spBtn.itemID, [&](CBUIDataMngr& env) {
         env.SetMemberBtnCndOfSpBtn(spBtn.itemID, spBtn.btnID, cnd);
         return spBtn.btnID;

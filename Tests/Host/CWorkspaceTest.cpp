@@ -42,4 +42,49 @@ TEST_F(CWorkspaceTest, FindSpBtnRefusesOtherButtons)
     EXPECT_THROW(workspace->FindSpBtn(1, "None"), Host::ECCommandError);
 }
 
+TEST_F(CWorkspaceTest, GetLimitedRecsTellsTheLimitationUnderASelection)
+{
+    Host::CHostOptions options;
+    options.tablePath = table;
+    Host::CWorkspace sales(options, nullptr);
+    NSKZCore::CBUIDataMngr& env = sales.GetEnv();
+    EXPECT_EQ(sales.GetLimitedRecs(), std::nullopt);
+    const std::vector<DWORD> recs = {0, 2, 3};
+    for (const auto mode :
+         {NSKZCore::CBUIDataMngr::RELATIONMODE_NONE, NSKZCore::CBUIDataMngr::RELATIONMODE_OR,
+          NSKZCore::CBUIDataMngr::RELATIONMODE_AND, NSKZCore::CBUIDataMngr::RELATIONMODE_DIFFERENCE,
+          NSKZCore::CBUIDataMngr::RELATIONMODE_NARROWING}) {
+        env.SetRelationMode(mode);
+        env.SetLimitedRecList(recs.data(), static_cast<DWORD>(recs.size()));
+        EXPECT_EQ(sales.GetLimitedRecs(), recs);
+        env.SelectBtns(1, {3}, true, false);
+        EXPECT_EQ(sales.GetLimitedRecs(), recs) << mode;
+    }
+    env.ClearLimitedRecList();
+    EXPECT_EQ(sales.GetLimitedRecs(), std::nullopt);
+}
+
+TEST_F(CWorkspaceTest, AnUnreadWorkspaceHasTheTableAndNoItemsAndLeavesTheOtherAlone)
+{
+    const std::unique_ptr<Host::CWorkspace> unread = workspace->CreateUnread();
+    EXPECT_TRUE(unread->GetItemIDs().empty());
+    EXPECT_EQ(unread->GetRecCount(), 0u);
+    EXPECT_EQ(unread->GetTable().GetRecCount(), 1u);
+    EXPECT_TRUE(unread->SetCalendarOfTable({2, 3, NSKZCore::VCDate::DAYSOFWEEK_FRIDAY}));
+    EXPECT_FALSE(unread->SetCalendarOfTable({13, 3, NSKZCore::VCDate::DAYSOFWEEK_FRIDAY}));
+    EXPECT_EQ(unread->GetCalendar().cutOffDay, 3u);
+    EXPECT_EQ(workspace->GetCalendar().cutOffDay, 31u);
+    EXPECT_EQ(workspace->GetItemIDs().size(), 4u);
+}
+
+TEST_F(CWorkspaceTest, TakeOverExchangesTablesAndItems)
+{
+    const std::unique_ptr<Host::CWorkspace> unread = workspace->CreateUnread();
+    workspace->TakeOver(*unread);
+    EXPECT_TRUE(workspace->GetItemIDs().empty());
+    EXPECT_EQ(unread->GetItemIDs().size(), 4u);
+    EXPECT_EQ(unread->FindNumFld("unit price"), 2u);
+    EXPECT_EQ(unread->GetTargetRecs(), std::vector<DWORD>{0});
+}
+
 } // namespace NSKZ::Test

@@ -214,7 +214,9 @@ TEST_F(HostSession, HelpListsEveryCommandAndTellsOne)
                              "special effective",
                              "special disp-members",
                              "special destroy",
-                             "special renew"})
+                             "special renew",
+                             "save",
+                             "load"})
         EXPECT_NE(std::find(names.begin(), names.end(), name), names.end()) << name;
     const Json press = LastAnswer({"help press"});
     EXPECT_EQ(press.at("command"), "press");
@@ -254,8 +256,13 @@ TEST_F(HostSession, EveryExampleOfHelpIsUnderstood)
             text += "East,A,1,2024-01-05,09:30\n";
         return dir.WriteFile("bigger.csv", text);
     }();
-    for (const std::string& example : examples) {
+    for (std::string& example : examples) {
         std::vector<std::string> commands;
+        const std::string work = (dir.GetPath() / "work").string();
+        if (example == "save work" || example == "load work")
+            example.replace(5, 4, work);
+        if (example.starts_with("load "))
+            commands.push_back("save " + work);
         if (example == "difference")
             commands.push_back("mode difference");
         if (example.starts_with("special ")) {

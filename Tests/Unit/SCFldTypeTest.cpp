@@ -216,3 +216,16 @@ TEST(SCFldType, TimesWithMorningOrAfternoonMakeATimeField)
     EXPECT_EQ(Infer({"1:05 PM", "13:05"}), "text");
     EXPECT_EQ(Infer({"25:05"}), "text"); // past midnight only where the type is given
 }
+
+TEST(SCFldType, WriteGivesTheTextThatParseReads)
+{
+    for (const char* text : {"text", "number", "date", "date:ymd-hyphen", "date:jym-kanji", "date:ym2-none",
+                             "time", "time:hms", "time:hm-12"}) {
+        SCFldType::SFldType type;
+        ASSERT_TRUE(SCFldType::Parse(text, type)) << text;
+        EXPECT_EQ(SCFldType::Write(type), text);
+    }
+    SCFldType::SFldType none;
+    none.dataType = static_cast<SCDeclareConstant::EDataType>(77);
+    EXPECT_THROW(SCFldType::Write(none), std::invalid_argument);
+}

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <stdexcept>
 
 namespace NSKZ::NSKZCore {
 
@@ -56,6 +57,16 @@ bool FindNamed(const SNamed<TEnum> (&all)[COUNT], std::string_view name, TEnum& 
         }
     }
     return false;
+}
+
+template <typename TEnum, std::size_t COUNT>
+std::string GetName(const SNamed<TEnum> (&all)[COUNT], TEnum value)
+{
+    for (const SNamed<TEnum>& each : all) {
+        if (each.value == value)
+            return std::string(each.name);
+    }
+    throw std::invalid_argument("no type or form of a field");
 }
 
 bool ParseForm(std::string_view form, SCFldType::SFldType& type) noexcept
@@ -247,6 +258,18 @@ bool SCFldType::Parse(std::string_view text, SFldType& type) noexcept
         return false;
     type = parsed;
     return true;
+}
+
+std::string SCFldType::Write(const SFldType& type)
+{
+    std::string text = GetName(TYPES, type.dataType);
+    if (type.hasForm && type.dataType == SCDeclareConstant::DATATYPE_DATE) {
+        text += ":" + GetName(ORDERS, type.dateTypeInfo.form) + "-" +
+                GetName(DELIMITERS, type.dateTypeInfo.delimiter);
+    } else if (type.hasForm && type.dataType == SCDeclareConstant::DATATYPE_TIME) {
+        text += ":" + GetName(TIME_FORMS, type.timeTypeInfo.form);
+    }
+    return text;
 }
 
 SCFldType::SFldType SCFldType::Infer(const CFldValueList& values)

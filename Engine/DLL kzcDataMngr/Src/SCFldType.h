@@ -4,6 +4,7 @@
 #include "KzcDataMngrAPI.h"
 #include "SCDeclareConstant.h"
 
+#include <string>
 #include <string_view>
 
 namespace NSKZ::NSKZCore {
@@ -32,6 +33,10 @@ public:
     // - "time", "time:FORM": FORM one of hms, hm, hms-12, hm-12 (the latter two with morning or afternoon)
     // False, with `type` untouched, for any other text. Does not throw.
     static bool Parse(std::string_view text, SFldType& type) noexcept;
+
+    // The text that Parse reads back, with its form if that is settled. Throws std::bad_alloc, and
+    // std::invalid_argument for a type or a form that is none.
+    static std::string Write(const SFldType& type);
 
     // The type that the values suggest; empty ones count for nothing:
     // - number, if all read as numbers (SCNumeric::AtoF) and none has a zero before another digit, as codes
