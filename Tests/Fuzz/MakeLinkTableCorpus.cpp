@@ -7,12 +7,11 @@
 
 #include "CBnLink_OnMemVer.h"
 #include "CRpLink_OnMemVer.h"
+#include "CSeedFiles.h"
 #include "Support/LinkTableContent.h"
 #include "Support/LinkTableFiles.h"
 
-#include <cstdio>
 #include <cstdlib>
-#include <cstring>
 
 using namespace NSKZ::NSKZCore;
 using namespace NSKZ::Test;
@@ -25,55 +24,31 @@ constexpr DWORD VIRINC = SCBUICoreCom::BTN_ID_VIRINC_BEGIN;
 constexpr DWORD COMMON_VIR = SCBUICoreCom::BTNCLS_ID_VIR_COMMON_BEGIN;
 constexpr DWORD FIXED_VIR = SCBUICoreCom::BTNCLS_ID_VIR_FIXED_BEGIN;
 
-class CCorpus
+// Adds the seeds that a table gives: its index to the target of the index, all files to link_table_files.
+template <class TTable>
+void Add(const CSeedFiles& seeds, const TTable& table, const char* indexTarget, char kind,
+         const std::string& name)
 {
-public:
-    CCorpus(const char* path, bool checks) : root(path), isChecked(checks) {}
-
-    // Adds the seeds that a table gives: its index to the target of the index, all files to link_table_files.
-    template <class TTable>
-    void Add(const TTable& table, const char* indexTarget, char kind, const std::string& name) const
-    {
-        const CLinkTableDir dir;
-        if (!table.WriteTo(dir.GetPath().c_str()))
-            std::exit(1);
-        const std::string index = ReadFileBytes(dir.GetFile(0));
-        Write(indexTarget, name, index);
-        std::string lengths;
-        std::string flds;
-        for (DWORD number = 1; std::filesystem::exists(dir.GetFile(number)); ++number) {
-            const std::string fld = ReadFileBytes(dir.GetFile(number));
-            lengths += static_cast<char>(fld.size());
-            flds += fld;
-        }
-        const std::string header = {kind, static_cast<char>(lengths.size())};
-        Write("link_table_files", indexTarget + ("_" + name), header + lengths + flds + index);
+    const CLinkTableDir dir;
+    if (!table.WriteTo(dir.GetPath().c_str()))
+        std::exit(1);
+    const std::string index = ReadFileBytes(dir.GetFile(0));
+    seeds.Write(indexTarget, name, index);
+    std::string lengths;
+    std::string flds;
+    for (DWORD number = 1; std::filesystem::exists(dir.GetFile(number)); ++number) {
+        const std::string fld = ReadFileBytes(dir.GetFile(number));
+        lengths += static_cast<char>(fld.size());
+        flds += fld;
     }
+    const std::string header = {kind, static_cast<char>(lengths.size())};
+    seeds.Write("link_table_files", indexTarget + ("_" + name), header + lengths + flds + index);
+}
 
-private:
-    void Write(const std::string& target, const std::string& name, const std::string& bytes) const
-    {
-        if (isChecked) {
-            if (ReadFileBytes(root / target / name) == bytes)
-                return;
-            std::fprintf(stderr, "%s/%s is not what the table writes\n", target.c_str(), name.c_str());
-            std::exit(1);
-        }
-        std::filesystem::create_directories(root / target);
-        std::ofstream file(root / target / name, std::ios::binary);
-        file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-        if (!file.flush())
-            std::exit(1);
-    }
-
-    std::filesystem::path root;
-    bool isChecked;
-};
-
-void AddBnLinks(const CCorpus& corpus)
+void AddBnLinks(const CSeedFiles& seeds)
 {
     const auto add = [&](const CBnLink_OnMemVer& table, const char* name) {
-        corpus.Add(table, "bnlink_index", 0, name);
+        Add(seeds, table, "bnlink_index", 0, name);
     };
     CBnLink_OnMemVer table;
     add(table, "empty");
@@ -90,10 +65,10 @@ void AddBnLinks(const CCorpus& corpus)
     add(table, "columns_deleted");
 }
 
-void AddRpLinks(const CCorpus& corpus)
+void AddRpLinks(const CSeedFiles& seeds)
 {
     const auto add = [&](const CRpLink_OnMemVer& table, const char* name) {
-        corpus.Add(table, "rplink_index", 1, name);
+        Add(seeds, table, "rplink_index", 1, name);
     };
     CRpLink_OnMemVer table;
     add(table, "empty");
@@ -118,13 +93,8 @@ void AddRpLinks(const CCorpus& corpus)
 
 int main(int argc, char** argv)
 {
-    const bool checks = argc == 3 && std::strcmp(argv[1], "--check") == 0;
-    if (argc != 2 && !checks) {
-        std::fprintf(stderr, "usage: make_link_table_corpus [--check] DIRECTORY\n");
-        return 2;
-    }
-    const CCorpus corpus(argv[argc - 1], checks);
-    AddBnLinks(corpus);
-    AddRpLinks(corpus);
-    return 0;
+    return CSeedFiles::Run(argc, argv, [](const CSeedFiles& seeds) {
+        AddBnLinks(seeds);
+        AddRpLinks(seeds);
+    });
 }

@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <map>
 #include <optional>
+#include <ostream>
 #include <set>
 #include <string>
 #include <tuple>
@@ -211,6 +212,20 @@ public:
     // The fields are those of the table with their new forms.
     void ChangeDataForm(const std::vector<SModelFld>& flds, SMoment moment);
 
+    // --- Saving and restoring
+    // Become what is read of the forms in which an environment like `saved` was saved: the common form in
+    // place of all that there is, the fixed form in place of what users fixed. Groups of dates may be made
+    // meanwhile.
+    void ReadCommonForm(const CModelEnv& saved);
+    void ReadFixedForm(const CModelEnv& saved, const IDList& limitedRecs, SMoment moment);
+    // What the forms tell, of an item and besides; two that tell the same are equal.
+    std::string DescribeCommonFormOf(DWORD classID) const;
+    std::string DescribeFixedFormOf(DWORD classID) const;
+    std::string DescribeFixedFormOfAll() const;
+    bool HasItemOfCommonForm() const;
+    // What a host limits the records to; empty if it does not.
+    IDList GetLimitedRecListOfHost() const;
+
     // --- What is to be seen
     const SModelTable& GetTable() const { return table; }
     const SModelFld* FindFld(DWORD fldID) const;
@@ -345,6 +360,19 @@ private:
     void RebuildGroups(SModelItem& item, SMoment moment);
     void DropGroups(SModelItem& item);
     void RenewDateOrder(SModelItem& item);
+
+    // Saving and restoring
+    bool IsSpBtnSaved(const SModelItem& item, DWORD btnID) const;
+    std::optional<SModelBtn> GetSavedSpBtn(const SModelItem& item, DWORD btnID) const;
+    static void DescribeSavedSpBtn(std::ostream& out, const SModelBtn& btn);
+    IDList ListFreeFixedClassesOfSave() const;
+    void ReadBtnOfCommonForm(SModelItem& item, DWORD btnID, const CModelEnv& saved,
+                             const SModelItem& savedItem);
+    void ReadItemOfFixedForm(SModelItem& item, const CModelEnv& saved, const SModelItem& savedItem);
+    void DropBtnsOfLostItems(SModelItem& item);
+    void SwitchOffBtnsOverIneffectiveItems(SModelItem& item);
+    void SettleReadMembers();
+    std::vector<NSKZCore::SSelectBtnIDList> ListReadSelection(const CModelEnv& saved) const;
 
     // Virtual items
     void LoseRef(SModelItem& item, DWORD btnID);

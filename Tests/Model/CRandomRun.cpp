@@ -192,6 +192,10 @@ bool CRandomRun::Operate()
         ClearOfFixedSpec();
         return true;
     }
+    if (HappensOneIn(leaning.restoring))
+        return Restore();
+    if (HappensOneIn(leaning.damaging))
+        return ReadDamagedSave();
     if (HappensOneIn(leaning.dates))
         return OperateOnDates();
     if (HappensOneIn(leaning.virtualItems))

@@ -6,8 +6,10 @@
 
 #include "CCoreSumMngr.h"
 #include "Support/CRandom.h"
+#include "Support/CSavedEnv.h"
 
 #include <memory>
+#include <optional>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -49,6 +51,8 @@ struct SLeaning
     DWORD maxVirtualCount = 3;  // a count
     DWORD classDestruction = 4; // of the operations on virtual items
     DWORD clearing = 400;       // of what users fixed
+    DWORD restoring = 0;        // saving and going on with what is read
+    DWORD damaging = 0;         // reading a damaged save beside
 };
 
 // One environment with its model, and what was done to both.
@@ -63,6 +67,14 @@ public:
     std::string End();
     // The table and all operations.
     std::string Describe() const;
+
+    // How many forms were saved, read and saved again, and how many of them came out the same.
+    struct SRestores
+    {
+        DWORD forms = 0;
+        DWORD sameForms = 0;
+    };
+    const SRestores& GetRestores() const { return restores; }
 
 private:
     bool Operate();
@@ -89,6 +101,16 @@ private:
     bool OperateOnVirtualItems();
     bool CreateVirtualItem();
     std::string ChooseName(DWORD classID);
+
+    bool Restore();
+    bool RestoreEnv();
+    bool RestoreFixedForm();
+    bool ComparesWithSecondSave(const CSavedEnv& first, const CModelEnv& saved);
+    bool IsSavedAlike(const char* what, const std::string& first, const std::string& second, bool isSame);
+    bool SetCndsAgain(const CModelEnv& saved);
+    bool ReadDamagedSave();
+    void DamageSave(const CSavedEnv& save);
+    bool UseDamagedSave(CSavedEnv& save, NSKZCore::CBUIDataMngr& read);
 
     bool Says(bool envSays, bool modelSays);
     // The same for the value of an enumeration.
@@ -133,6 +155,15 @@ private:
     CModelEnv model;
     DWORD lastClassID = 0;
     std::vector<NSKZCore::SSelectBtnIDList> remembered;
+    // An earlier save, and what it was of.
+    struct SEarlierSave
+    {
+        explicit SEarlierSave(const CModelEnv& modelOfSave) : model(modelOfSave) {}
+        CSavedEnv files;
+        CModelEnv model;
+    };
+    std::unique_ptr<SEarlierSave> earlierSave;
+    SRestores restores;
     std::vector<std::ostringstream> log;
 };
 

@@ -23,6 +23,7 @@ constexpr DWORD OPERATIONS_OF_A_TEST = 60000;
 void RunOperations(const SLeaning& leaning, DWORD operationCount = OPERATIONS_OF_A_TEST)
 {
     CRandom random;
+    CRandomRun::SRestores restores;
     for (DWORD done = 0; done < operationCount;) {
         CRandomRun run(random, leaning);
         std::string differences;
@@ -38,7 +39,13 @@ void RunOperations(const SLeaning& leaning, DWORD operationCount = OPERATIONS_OF
                                          << run.Describe() << "there differ:\n"
                                          << differences;
         done += number;
+        restores.forms += run.GetRestores().forms;
+        restores.sameForms += run.GetRestores().sameForms;
     }
+    // Most of what is restored is saved again to the byte.
+    EXPECT_LE(restores.forms, restores.sameForms + restores.sameForms / 4);
+    ::testing::Test::RecordProperty("forms", static_cast<int>(restores.forms));
+    ::testing::Test::RecordProperty("sameForms", static_cast<int>(restores.sameForms));
     ::testing::Test::RecordProperty("operations", static_cast<int>(operationCount));
 }
 
@@ -381,6 +388,67 @@ TEST(RandomOperations, AgreeWithTheModelOnVirtualItemsOverHundredsOfButtons)
     leaning.clearing = 25;
     leaning.operationsOfATable = 100;
     RunOperations(leaning, OPERATIONS_OF_A_TEST / 50);
+}
+
+// ---- Saved and restored
+
+// An item whose form comes out otherwise than the first time is one that the model says has changed.
+TEST(RandomOperations, AgreeWithTheModelAcrossRestores)
+{
+    SLeaning leaning;
+    leaning.restoring = 20;
+    RunOperations(leaning, OPERATIONS_OF_A_TEST / 20);
+}
+
+TEST(RandomOperations, AgreeWithTheModelAcrossRestoresOfSpecialButtons)
+{
+    SLeaning leaning = LeanToSpecialBtns();
+    leaning.nesting = 3;
+    leaning.special = 3;
+    leaning.limitation = 20;
+    leaning.restoring = 12;
+    RunOperations(leaning, OPERATIONS_OF_A_TEST / 20);
+}
+
+TEST(RandomOperations, AgreeWithTheModelAcrossRestoresOfGroupsOfDates)
+{
+    SLeaning leaning = LeanToDates();
+    leaning.nesting = 3;
+    leaning.restoring = 12;
+    RunOperations(leaning, OPERATIONS_OF_A_TEST / 20);
+}
+
+TEST(RandomOperations, AgreeWithTheModelAcrossRestoresOfVirtualItems)
+{
+    SLeaning leaning = LeanToVirtualItems();
+    leaning.nesting = 3;
+    leaning.restoring = 12;
+    RunOperations(leaning, OPERATIONS_OF_A_TEST / 20);
+}
+
+TEST(RandomOperations, AgreeWithTheModelAcrossRestoresOfHundredsOfButtons)
+{
+    SLeaning leaning = LeanToVirtualItems();
+    leaning.table.minValueCount = 450;
+    leaning.table.maxRecCount = 600;
+    leaning.nesting = 4;
+    leaning.condition = 10;
+    leaning.memberChanges = 12;
+    leaning.operationsOfATable = 100;
+    leaning.restoring = 12;
+    RunOperations(leaning, OPERATIONS_OF_A_TEST / 200);
+}
+
+// Elements, attributes and files of tables are damaged, of environments that have something of everything.
+TEST(RandomOperations, SurviveDamagedSaves)
+{
+    SLeaning leaning = LeanToVirtualItems();
+    leaning.table.maxFldCount = 4;
+    leaning.table.dates = 2;
+    leaning.nesting = 3;
+    leaning.dates = 12;
+    leaning.damaging = 4;
+    RunOperations(leaning, OPERATIONS_OF_A_TEST / 20);
 }
 
 } // namespace
