@@ -11,8 +11,8 @@
 #include "CWeekNum.h"
 #include "ECAbnormalData.h"
 #include "SCDispForm.h"
-#include "SCThemeIOStrDef.h"
 #include "SCKZCoreStrDef.h"
+#include "SCThemeIOStrDef.h"
 
 #include <unordered_set>
 #include <variant>
