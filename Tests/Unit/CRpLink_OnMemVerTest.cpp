@@ -708,6 +708,32 @@ std::size_t ExpectUnchangedWhenMemoryRunsOut(const TOperation& operation)
     return failures;
 }
 
+TEST(CRpLink_OnMemVer, ManyFieldsAreDeletedInOnePass)
+{
+    CRpLink_OnMemVer link;
+    constexpr DWORD VIRTUAL = SCBUICoreCom::BTNCLS_ID_VIR_FIXED_BEGIN;
+    const std::vector<DWORD> btnClassIDs{3, VIRTUAL, 1, VIRTUAL + 1, 2};
+    for (const DWORD btnClassID : btnClassIDs) {
+        const DWORD rec = btnClassID % 10;
+        ASSERT_TRUE(link.InsertFld(btnClassID));
+        ASSERT_TRUE(link.AddRecList(btnClassID, 2, &rec, 1));
+    }
+    link.DeleteFlds({VIRTUAL, 99, 1, VIRTUAL, SCBUICoreCom::BTNCLS_ID_UNSETTING});
+    std::vector<DWORD> left;
+    link.GetBtnClassIDList(left);
+    EXPECT_EQ(left, (std::vector<DWORD>{2, 3, VIRTUAL + 1}));
+    for (const DWORD btnClassID : left) {
+        DWORD rec = 99;
+        DWORD count = 0;
+        EXPECT_TRUE(link.GetRecList(btnClassID, 2, &rec, count));
+        EXPECT_EQ(count, 1u);
+        EXPECT_EQ(rec, btnClassID % 10);
+    }
+    link.DeleteFlds({});
+    EXPECT_TRUE(link.ExistFld(2));
+    EXPECT_TRUE(link.InsertFld(1));
+}
+
 TEST(CRpLink_OnMemVer, AFieldThatIsClearedStaysAndHasNoRecords)
 {
     CRpLink_OnMemVer link;

@@ -69,8 +69,10 @@ protected:
     }
     CXMLReader::EMthRetOfReadXML ReadFixed(const std::string& text)
     {
-        return ReadText(text,
-                        [&](CXMLReader& reader) { return btnClass.ReadFixedSpecOfBtnClassByXML(reader); });
+        const auto result =
+            ReadText(text, [&](CXMLReader& reader) { return btnClass.ReadFixedSpecOfBtnClassByXML(reader); });
+        btnClass.HideEmpValBtnAsRead();
+        return result;
     }
     CXMLReader::EMthRetOfReadXML ReadCommon(const std::string& text)
     {

@@ -117,8 +117,13 @@ void CBUIDataMngr::Clear()
 
 void CBUIDataMngr::ClearOfFixedSpec()
 {
+    const auto fixedOnes = btnClasses.lower_bound(SCBUICoreCom::BTNCLS_ID_VIR_FIXED_BEGIN);
     try {
+        std::vector<DWORD> fixedIDs;
+        for (auto fixedOne = fixedOnes; fixedOne != btnClasses.end(); ++fixedOne)
+            fixedIDs.push_back(fixedOne->first);
         rpLink->ClearOfFixedSpec();
+        rpLink->DeleteFlds(fixedIDs);
     } catch (...) { // some classes may have lost their rows
         for (const auto& [btnClassID, btnClass] : btnClasses)
             btnClass->CallRowsOutdated();
@@ -126,13 +131,7 @@ void CBUIDataMngr::ClearOfFixedSpec()
     }
     for (const auto& [btnClassID, btnClass] : btnClasses)
         btnClass->ClearOfFixedSpec();
-    for (auto next = btnClasses.begin(); next != btnClasses.end();) {
-        const auto btnClass = next++;
-        if (SCBUICoreCom::IsFixedVirBtnClass(btnClass->first)) {
-            rpLink->DeleteFld(btnClass->first);
-            btnClasses.erase(btnClass);
-        }
-    }
+    btnClasses.erase(fixedOnes, btnClasses.end());
     selBtnClassIDList.clear();
     ClearNumCnd();
     nextFixedVirBtnClassID = SCBUICoreCom::BTNCLS_ID_VIR_FIXED_BEGIN;

@@ -250,7 +250,7 @@ bool CBUIDataMngr::WriteLinkTableSpecByXML(const char* folder, CXMLWriter& write
             SetLastError(ERROR_INVALID_DATA);
             return false;
         }
-        attributes.AddText(SCKZCoreCom::STR_ATTRNAME_XLINK_HREF, href);
+        attributes.AddKept(SCKZCoreCom::STR_ATTRNAME_XLINK_HREF, href);
         const std::string dir = std::string(folder) + GetPathBelowFolder(href);
         if (isBnLink ? !bnLink->WriteTo(dir.c_str()) : !rpLink->WriteTo(dir.c_str()))
             return false;
@@ -419,9 +419,10 @@ bool CBUIDataMngr::DoLinkTablesAgree() const
     std::erase_if(inRpLink, [](DWORD btnClassID) { return !SCBUICoreCom::IsSrcBtnClass(btnClassID); });
     if (inBnLink != inRpLink)
         return false;
+    const DWORD recCountOfBnLink = bnLink->GetRecCount();
     if (inBnLink.empty())
-        return true;
-    if (bnLink->GetRecCount() != recCount)
+        return recCountOfBnLink == 0 || recCountOfBnLink == recCount;
+    if (recCountOfBnLink != recCount)
         return false;
     const std::unique_ptr<DWORD[]> btnIDOfRec(new DWORD[recCount]);
     std::unique_ptr<DWORD[]> recArea;
@@ -494,10 +495,8 @@ void CBUIDataMngr::DropFldsWithoutBtnClass()
             bnLink->DeleteFld(btnClassID);
     }
     rpLink->GetBtnClassIDList(btnClassIDs);
-    for (const DWORD btnClassID : btnClassIDs) {
-        if (!ExistBtnClass(btnClassID))
-            rpLink->DeleteFld(btnClassID);
-    }
+    std::erase_if(btnClassIDs, [this](DWORD btnClassID) { return ExistBtnClass(btnClassID); });
+    rpLink->DeleteFlds(btnClassIDs);
     // Rows of special buttons are made anew: they may be those of other members.
     rpLink->ClearOfFixedSpec();
     for (const auto& [btnClassID, btnClass] : btnClasses) {
@@ -518,10 +517,13 @@ void CBUIDataMngr::SettleVirBtnClasses(bool common)
     std::erase_if(all, [](const VCBtnClass* btnClass) { return !btnClass->HasSpBtns(); });
     VCBtnClass::SettleMembers(all);
     VCBtnClass::ResetLiveMemberInfoOfAllSpBtns(all);
-    if (common) {
-        for (VCBtnClass* const btnClass : all)
-            btnClass->BuildOutdatedRows();
+    for (VCBtnClass* const btnClass : all) {
+        auto* const virBtnClass = dynamic_cast<CVirBtnClass*>(btnClass);
+        if (virBtnClass != nullptr && !virBtnClass->IsCommon())
+            virBtnClass->SwitchOffBtnsOverIneffectiveClasses();
     }
+    if (common)
+        VCBtnClass::BuildOutdatedRows(all);
 }
 
 // --- Reading the fixed form
@@ -543,6 +545,10 @@ CBUIDataMngr::EMthRetOfReadXML CBUIDataMngr::ReadFixedSpecByXML(CXMLReader& read
         result = ReadFixedSpecOfRoot(reader);
         if (result == CXMLReader::READXML_OK) {
             PlaceReadLevels();
+            for (const auto& [btnClassID, btnClass] : btnClasses) {
+                if (auto* const srcBtnClass = dynamic_cast<VCSrcBtnClass*>(btnClass.get()))
+                    srcBtnClass->HideEmpValBtnAsRead();
+            }
             SettleVirBtnClasses(false); // what it drops is selected no more
             GetAllBtnSelectionInfo(selectInfo);
             SetLimitedRecList(limitedRecListOfHost, limitedRecCountOfHost);
@@ -725,8 +731,10 @@ void CBUIDataMngr::FollowRestoredSpBtns(std::vector<SSelectBtnIDList>& selectInf
         std::vector<DWORD>& selected = entry->second->btnIDList;
         selected.insert(selected.end(), added.begin(), added.end());
     }
+    std::vector<VCBtnClass*> all;
     for (const auto& [btnClassID, btnClass] : btnClasses)
-        btnClass->BuildOutdatedRows();
+        all.push_back(btnClass.get());
+    VCBtnClass::BuildOutdatedRows(all);
 }
 
 // --- Classes

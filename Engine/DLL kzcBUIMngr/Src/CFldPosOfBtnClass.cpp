@@ -68,6 +68,22 @@ void CFldPosOfBtnClass::Delete(DWORD btnClassID) noexcept
     deleted = 0;
 }
 
+void CFldPosOfBtnClass::Delete(const std::vector<bool>& isDeleted)
+{
+    std::vector<DWORD> newPositions(isDeleted.size(), 0);
+    DWORD kept = 0;
+    for (std::size_t fld = 0; fld < isDeleted.size(); ++fld) {
+        if (!isDeleted[fld])
+            newPositions[fld] = ++kept;
+    }
+    for (std::vector<DWORD>* const store : {&srcFldPos, &comVirFldPos, &fixVirFldPos}) {
+        for (DWORD& fldPos : *store) {
+            if (fldPos != 0)
+                fldPos = newPositions[fldPos - 1];
+        }
+    }
+}
+
 void CFldPosOfBtnClass::Clear() noexcept
 {
     srcFldPos.clear();

@@ -28,6 +28,10 @@ public:
     // Unties a class that is held and closes the gap: each index above its own falls by one.
     void Delete(DWORD btnClassID) noexcept;
 
+    // Unties the classes of all fields that are marked, by index, in one pass. Throws std::bad_alloc with
+    // nothing changed.
+    void Delete(const std::vector<bool>& isDeleted);
+
     void Clear() noexcept;
 
     // Replaces `btnClassIDs` by the classes held: source, common virtual, fixed virtual, each ascending.

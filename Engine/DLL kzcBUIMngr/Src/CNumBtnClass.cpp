@@ -84,13 +84,9 @@ void CNumBtnClass::AdjstAccordingToBtnAppearance(const VCBtn& btn)
 
 void CNumBtnClass::AdjstAccordingToBtnDisappearance(const VCBtn& btn) noexcept
 {
-    if (!SCBUICoreCom::IsNormalBtn(btn.id))
-        return;
-    double value = 0.0;
-    if (ReadsAsNumber(btn.GetShownText(), value))
-        numNameOrd.Erase(value, btn.id);
-    else
-        strNameOrd.Erase(btn.GetShownText(), btn.id);
+    // By the identifier alone: an alias may have come since the button was listed.
+    numNameOrd.Remove(btn.id);
+    strNameOrd.Remove(btn.id);
 }
 
 } // namespace NSKZ::NSKZCore

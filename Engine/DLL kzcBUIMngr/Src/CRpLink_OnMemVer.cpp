@@ -123,7 +123,7 @@ public:
 
 private:
     static constexpr std::uint64_t FREE_SLOTS = 1048576;
-    static constexpr std::uint64_t SLOTS_PER_ENTRY = 100;
+    static constexpr std::uint64_t SLOTS_PER_ENTRY = 16;
 
     std::uint64_t rest;
 };
@@ -297,6 +297,30 @@ bool CRpLink_OnMemVer::DeleteFld(DWORD btnClassID)
     recPosList.erase(recPosList.begin() + static_cast<std::ptrdiff_t>(fld));
     fldPos.Delete(btnClassID);
     return true;
+}
+
+void CRpLink_OnMemVer::DeleteFlds(const std::vector<DWORD>& btnClassIDs)
+{
+    const CCriticalSection::CGuard guard(lock);
+    std::vector<bool> isDeleted(recAreaList.size(), false);
+    DWORD fld = 0;
+    for (const DWORD btnClassID : btnClassIDs) {
+        if (fldPos.Find(btnClassID, fld))
+            isDeleted[fld] = true;
+    }
+    fldPos.Delete(isDeleted); // from here on nothing fails
+    std::size_t kept = 0;
+    for (std::size_t i = 0; i < isDeleted.size(); ++i) {
+        if (isDeleted[i])
+            continue;
+        if (kept != i) {
+            recAreaList[kept] = std::move(recAreaList[i]);
+            recPosList[kept] = std::move(recPosList[i]);
+        }
+        ++kept;
+    }
+    recAreaList.erase(recAreaList.begin() + static_cast<std::ptrdiff_t>(kept), recAreaList.end());
+    recPosList.erase(recPosList.begin() + static_cast<std::ptrdiff_t>(kept), recPosList.end());
 }
 
 bool CRpLink_OnMemVer::ExistFld(DWORD btnClassID) const

@@ -25,7 +25,7 @@ namespace NSKZ::NSKZCore {
 // written.
 //
 // ReadFrom also refuses buttons whose identifiers lie so far apart that the arrays indexed by them would take
-// more than a hundred times the index file and some 12 MB.
+// more than sixteen times the index file and some 12 MB.
 class CRpLink_OnMemVer : public IRpLink
 {
 public:
@@ -57,6 +57,7 @@ public:
                    DWORD newTotal) override;
     void DeleteRec(DWORD pos, DWORD count) override;
     SCBUICoreCom::ELinkTableVerType GetVersionType() const override;
+    void DeleteFlds(const std::vector<DWORD>& btnClassIDs) override;
     bool ClearFld(DWORD btnClassID) override;
 
     // Makes this table a copy of another one. On std::bad_alloc it is as it was.

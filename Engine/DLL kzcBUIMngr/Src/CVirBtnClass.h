@@ -77,6 +77,9 @@ public:
     // dropped if it refers to no class of these, to this very class, or from a common to a fixed class, and
     // its identifier is free. SettleMembers is to be called for all classes behind it.
     void BindRefBtnClasses(const std::map<DWORD, std::unique_ptr<VCBtnClass>>& btnClasses);
+    // Switches off the buttons over classes that are switched off, as those would have done; they come back
+    // with them. To be called when the members are settled.
+    void SwitchOffBtnsOverIneffectiveClasses();
 
     void Clear() override;
     // A common class keeps its virtual inc buttons, a fixed one is emptied.

@@ -183,4 +183,16 @@ void CVirBtnClass::BindRefBtnClasses(const std::map<DWORD, std::unique_ptr<VCBtn
     std::erase_if(refBtnClasses, [&](const auto& idAndRef) { return unboundIDs.contains(idAndRef.first); });
 }
 
+void CVirBtnClass::SwitchOffBtnsOverIneffectiveClasses()
+{
+    for (const auto& [btnID, spBtn] : spBtnOfID) {
+        VCBtnClass* const classOfMembers = GetBtnClassOfMembers(*spBtn);
+        if (!spBtn->effective || classOfMembers == nullptr || classOfMembers == this ||
+            classOfMembers->effective)
+            continue;
+        classOfMembers->ineffectiveOuterSpBtns.insert({id, btnID});
+        SetEffectiveInfoOfSpBtn(btnID, false);
+    }
+}
+
 } // namespace NSKZ::NSKZCore

@@ -123,6 +123,9 @@ public:
 
     virtual SCBUICoreCom::ELinkTableVerType GetVersionType() const = 0;
 
+    // DeleteFld for many classes in one pass; those that have no field are passed over.
+    virtual void DeleteFlds(const std::vector<DWORD>& btnClassIDs) = 0;
+
     // Drops all records of a class, which keeps its field. Linear in the largest identifiers of its buttons.
     virtual bool ClearFld(DWORD btnClassID) = 0;
 

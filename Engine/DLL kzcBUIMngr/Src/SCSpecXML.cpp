@@ -1,5 +1,7 @@
 #include "SCSpecXML.h"
 
+#include <limits>
+
 namespace NSKZ::NSKZCore {
 
 namespace {
@@ -24,7 +26,7 @@ bool SCSpecXML::ConvertIntoText(const std::vector<DWORD>& numbers, std::string& 
 {
     std::string made(numbers.size() * MAX_TEXT_OF_NUMBER + 1, '\0');
     DWORD length = 0;
-    if (made.size() > IXMLIO::MAX_TAG_SIZE ||
+    if (made.size() > std::numeric_limits<DWORD>::max() ||
         !SCKZCoreCom::ConvertNumericValueListIntoString(numbers, SCKZCoreCom::CHAR_COMMA, made.data(),
                                                         static_cast<DWORD>(made.size()), length)) {
         SetLastError(ERROR_INVALID_DATA);

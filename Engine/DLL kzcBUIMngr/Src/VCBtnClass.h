@@ -347,8 +347,9 @@ public:
     // come later and stays. To be called when all classes that refer to each other are there; called again it
     // changes nothing more. Linear in the members.
     static void SettleMembers(const std::vector<VCBtnClass*>& btnClasses);
-    // Makes the rows of records that are outdated. If memory is exhausted some stay so.
-    void BuildOutdatedRows();
+    // Makes the rows of records that are outdated in these classes, and above them. If memory is exhausted
+    // some stay so.
+    static void BuildOutdatedRows(const std::vector<VCBtnClass*>& btnClasses);
     // Whether the children of the element that was read last were all there that must be.
     bool CheckWhetherAllRequiredChildElementsAppeared() const noexcept { return allRequiredChildAppeared; }
     // The same for one class when there is no memory for it: again and again over all buttons until nothing
@@ -716,9 +717,11 @@ private:
     void MakeRoomForBackReferences(const VCSpBtn& spBtn, const std::vector<DWORD>& mmbBtnIDs,
                                    std::size_t count = 1);
     void LinkToAwaitingOuterSpBtns(const VCSpBtn& member);
-    void LinkMembers(const VCSpBtn& spBtn) noexcept;
+    // Not `withIncBtns`, AdjstToIncBtns is to be called for the members of an inc button.
+    void LinkMembers(const VCSpBtn& spBtn, bool withIncBtns = true) noexcept;
     void UnlinkMembers(const VCSpBtn& spBtn) noexcept;
-    void LinkMember(const VCSpBtn& spBtn, VCBtn& member) noexcept;
+    void LinkMember(const VCSpBtn& spBtn, VCBtn& member, bool withIncBtns) noexcept;
+    void AdjstToIncBtns(VCBtn& member) noexcept;
     void ForgetOuterSpBtn(const SBtnClassIDAndBtnID& spBtn, VCBtn& member) noexcept;
     void UnlinkMember(const VCSpBtn& spBtn, VCBtn& member) noexcept;
     void UnlinkMember(const VCSpBtn& spBtn, DWORD mmbBtnID) noexcept; // in whatever class it is

@@ -730,7 +730,7 @@ void VCBtnClass::MakeRoomForBackReferences(const VCSpBtn& spBtn, const std::vect
     }
 }
 
-void VCBtnClass::LinkMembers(const VCSpBtn& spBtn) noexcept
+void VCBtnClass::LinkMembers(const VCSpBtn& spBtn, bool withIncBtns) noexcept
 {
     VCBtnClass* const classOfMembers = GetBtnClassOfMembers(spBtn);
     for (const DWORD mmbBtnID : spBtn.mmbBtnIDList) {
@@ -738,7 +738,7 @@ void VCBtnClass::LinkMembers(const VCSpBtn& spBtn) noexcept
         if (member == nullptr)
             continue;
         if (classOfMembers == this) {
-            LinkMember(spBtn, *member);
+            LinkMember(spBtn, *member, withIncBtns);
         } else {
             member->backReferences->spBtnIDsOfOtherClass.insert({id, spBtn.id});
             classOfMembers->AdjstToBackReferences(*member);
@@ -772,14 +772,19 @@ void VCBtnClass::ForgetOuterSpBtn(const SBtnClassIDAndBtnID& spBtn, VCBtn& membe
 }
 
 // There is room for the back-reference.
-void VCBtnClass::LinkMember(const VCSpBtn& spBtn, VCBtn& member) noexcept
+void VCBtnClass::LinkMember(const VCSpBtn& spBtn, VCBtn& member, bool withIncBtns) noexcept
 {
     member.backReferences->spBtnIDsInClass.insert(spBtn.id);
     AdjstToBackReferences(member);
     if (SCBUICoreCom::IsCllBtn(spBtn.id))
         SetOwnVisibleInfo(member, IsCndCllBtn(spBtn) ? VISINFO_CNDCLLMEMBER : VISINFO_SELCLLMEMBER, true);
-    else
-        SetOwnVisibleInfo(member, VISINFO_INCMEMBER, !GetBtnDispInfoAsMmbBtn(member));
+    else if (withIncBtns)
+        AdjstToIncBtns(member);
+}
+
+void VCBtnClass::AdjstToIncBtns(VCBtn& member) noexcept
+{
+    SetOwnVisibleInfo(member, VISINFO_INCMEMBER, !GetBtnDispInfoAsMmbBtn(member));
 }
 
 void VCBtnClass::UnlinkMember(const VCSpBtn& spBtn, VCBtn& member) noexcept
@@ -791,7 +796,7 @@ void VCBtnClass::UnlinkMember(const VCSpBtn& spBtn, VCBtn& member) noexcept
         return;
     AdjstToBackReferences(member);
     if (!SCBUICoreCom::IsCllBtn(spBtn.id)) {
-        SetOwnVisibleInfo(member, VISINFO_INCMEMBER, !GetBtnDispInfoAsMmbBtn(member));
+        AdjstToIncBtns(member);
         return;
     }
     if (IsCndCllBtn(spBtn))
@@ -976,7 +981,7 @@ bool VCBtnClass::SetDispMemberBtnInfoOfIncBtn(DWORD btnID, bool disp)
     spBtn->updateTime = VCSpBtn::GetPresentTime();
     for (const DWORD mmbBtnID : spBtn->mmbBtnIDList) {
         if (VCBtn* const member = FindBtn(mmbBtnID))
-            SetOwnVisibleInfo(*member, VISINFO_INCMEMBER, !GetBtnDispInfoAsMmbBtn(*member));
+            AdjstToIncBtns(*member);
     }
     return true;
 }

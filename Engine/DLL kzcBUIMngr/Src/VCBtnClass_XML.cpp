@@ -152,9 +152,11 @@ bool VCBtnClass::WriteBtnIDSpecByXML(CXMLWriter& writer, const char* tag, DWORD 
         return false;
     if (!blankIDs.empty()) {
         std::string text;
-        if (!SCSpecXML::ConvertIntoText({blankIDs.begin(), blankIDs.end()}, text))
-            return false;
         constexpr std::size_t MAX_SIZE = CXMLWriter::WRITING_BUFFER_SIZE;
+        // No more than can stand in the text, with a digit and a comma each.
+        const auto written = static_cast<std::ptrdiff_t>(std::min(blankIDs.size(), MAX_SIZE / 2 + 1));
+        if (!SCSpecXML::ConvertIntoText({blankIDs.begin(), std::next(blankIDs.begin(), written)}, text))
+            return false;
         constexpr std::size_t LAST_NUMBERS = 32; // at least one comma is among them
         if (text.size() > MAX_SIZE) {
             text.resize(MAX_SIZE + 1);
@@ -438,16 +440,31 @@ void VCBtnClass::SettleMembers(const std::vector<VCBtnClass*>& btnClasses)
     for (VCBtnClass* const btnClass : btnClasses)
         btnClass->DropImpossibleMembers();
     BreakLoops(btnClasses);
+    // What inc buttons mean for a member is asked once, however many hold it.
+    std::vector<std::pair<VCBtnClass*, VCBtn*>> heldByIncBtns;
     for (VCBtnClass* const btnClass : btnClasses) {
         for (const auto& [btnID, spBtn] : btnClass->spBtnOfID) {
-            if (spBtn->effective)
-                btnClass->AdjstRelatedInfoOnMmbBtnOfSpBtn(spBtn, true);
+            if (!spBtn->effective)
+                continue;
+            btnClass->MakeRoomForBackReferences(*spBtn, spBtn->mmbBtnIDList);
+            btnClass->LinkMembers(*spBtn, false);
+            if (!SCBUICoreCom::IsIncBtn(btnID))
+                continue;
+            for (const DWORD mmbBtnID : spBtn->mmbBtnIDList) {
+                if (VCBtn* const member = btnClass->FindBtn(mmbBtnID))
+                    heldByIncBtns.emplace_back(btnClass, member);
+            }
         }
     }
+    std::sort(heldByIncBtns.begin(), heldByIncBtns.end());
+    heldByIncBtns.erase(std::unique(heldByIncBtns.begin(), heldByIncBtns.end()), heldByIncBtns.end());
+    for (const auto& [btnClass, member] : heldByIncBtns)
+        btnClass->AdjstToIncBtns(*member);
 }
 
 void VCBtnClass::DropImpossibleMembers()
 {
+    hasAbsentSpMembers = false;
     for (const auto& [btnID, spBtn] : spBtnOfID) {
         if (spBtn->mmbBtnIDList.empty())
             continue;
@@ -553,11 +570,18 @@ void VCBtnClass::BreakLoops(const std::vector<VCBtnClass*>& btnClasses)
     }
 }
 
-void VCBtnClass::BuildOutdatedRows()
+void VCBtnClass::BuildOutdatedRows(const std::vector<VCBtnClass*>& btnClasses)
 {
-    for (const auto& [btnID, spBtn] : spBtnOfID) {
-        if (spBtn->effective && spBtn->isRowOutdated)
-            BuildRow(*spBtn);
+    SpBtnsOfClasses outdated;
+    for (VCBtnClass* const btnClass : btnClasses) {
+        for (const auto& [btnID, spBtn] : btnClass->spBtnOfID) {
+            if (spBtn->effective && spBtn->isRowOutdated)
+                outdated.emplace_back(btnClass, spBtn);
+        }
+    }
+    for (const auto& [btnClass, spBtn] : ListWithAllAbove(outdated)) {
+        if (spBtn->isRowOutdated)
+            btnClass->BuildRow(*spBtn);
     }
 }
 

@@ -143,6 +143,7 @@ void VCSrcBtnClass::Clear()
 void VCSrcBtnClass::ClearOfFixedSpec()
 {
     VCBtnClass::ClearOfFixedSpec();
+    isEmpValToBeHidden = false;
     if (!empValBtnDisp)
         SetDispEmpValBtnInfo(true);
 }

@@ -49,12 +49,15 @@ public:
     // form in place of everything but the source table, the fixed one in place of what users fixed. Elements
     // inside that are not as they should be are passed over. READXML_NOELEMENT if the reader is on none,
     // READXML_BADFORMAT if the element is not that of such a class or lacks what it must have; the class is
-    // to be dropped then, or ClearOfFixedSpec called. A fixed form that does not tell the empty value to be
-    // shown hides it. `recCountOfEnv` is how many records the environment has.
+    // to be dropped then, or ClearOfFixedSpec called. `recCountOfEnv` is how many records the environment
+    // has.
     CXMLReader::EMthRetOfReadXML ReadCommonSpecOfBtnClassByXML(const char* folder, CXMLReader& reader,
                                                                DWORD recCountOfEnv,
                                                                const std::unique_ptr<IRpLink>& rpLinkOfEnv);
     CXMLReader::EMthRetOfReadXML ReadFixedSpecOfBtnClassByXML(CXMLReader& reader);
+    // Hides the empty value if the fixed form that was read last does not tell it to be shown: to be called
+    // when the whole document has been read, since shared buttons lose it as a member.
+    void HideEmpValBtnAsRead();
 
     void Clear() override;
     void ClearOfFixedSpec() override;
@@ -128,6 +131,7 @@ protected:
     bool empValBtnDisp;
     DWORD dataBtnNextID;                                    // the next normal identifier
     TCHashMap<const char*, DWORD, SValueHash> valueToBtnID; // the keys are the names of the buttons
+    bool isEmpValToBeHidden = false;                        // by the fixed form that was read
     bool isEmpValShownByRead = false;                       // the fixed form being read has said so
     std::vector<bool> isSrcBtnRead; // by identifier, while "Btns" is read: it was met already
     std::vector<std::unique_ptr<VCBtn>> btnsToRegister; // while "Btns" is read

@@ -91,14 +91,15 @@ VCSrcBtnClass::ReadSpecOfBtnClassByXML(const char* folder, CXMLReader& reader,
         SCSpecXML::TakeNumber(attributes, STR_ATTRNAME_FLDID, fldID) != SCSpecXML::TAKEN_OK)
         return CXMLReader::READXML_BADFORMAT;
     isEmpValShownByRead = false;
+    isEmpValToBeHidden = false;
     result = reader.SeekToStartTagOfFirstChildElement();
     if (result == CXMLReader::READXML_NOTEXIST)
         return CXMLReader::READXML_BADFORMAT;
     if (result != CXMLReader::READXML_OK)
         return result;
     result = ReadChildElementPartsOfSpecByXML(folder, reader, specType);
-    if (result == CXMLReader::READXML_OK && specType != SCKZCoreCom::SPECTYPE_COMMON && !isEmpValShownByRead)
-        SetDispEmpValBtnInfo(false);
+    isEmpValToBeHidden =
+        result == CXMLReader::READXML_OK && specType != SCKZCoreCom::SPECTYPE_COMMON && !isEmpValShownByRead;
     return result;
 }
 
@@ -118,6 +119,13 @@ VCBtnClass::EMthRetOfReadXML VCSrcBtnClass::ReadChildElementPartOfSpecByXML(cons
         return CXMLReader::READXML_OK;
     }
     return VCBtnClass::ReadChildElementPartOfSpecByXML(folder, reader, specType);
+}
+
+void VCSrcBtnClass::HideEmpValBtnAsRead()
+{
+    if (isEmpValToBeHidden)
+        SetDispEmpValBtnInfo(false);
+    isEmpValToBeHidden = false;
 }
 
 VCBtnClass::EMthRetOfReadXML VCSrcBtnClass::ReadEmpValBtnDisp(const CXMLReader& reader)

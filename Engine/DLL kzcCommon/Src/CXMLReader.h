@@ -90,7 +90,7 @@ public:
     // that is more than ALLOWANCE_BASE and ALLOWANCE_PER_BYTE for each byte read so far leave: a small file
     // that tells great numbers cannot have great arrays made, however often it tells them.
     static constexpr DWORD ALLOWANCE_BASE = 1024 * 1024;
-    static constexpr DWORD ALLOWANCE_PER_BYTE = 4;
+    static constexpr DWORD ALLOWANCE_PER_BYTE = 1;
     bool TakeFromAllowance(unsigned long long count) noexcept;
 
     // Looks among the first `count` attributes for the one of exactly that name and stores its index; false,
