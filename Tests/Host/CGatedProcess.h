@@ -27,8 +27,8 @@ public:
     };
 
     // Runs the program to its end, `arguments` without its own name. The calls that `judge` is asked about
-    // begin with the first one that names something in `directory`; the program's own output does not count.
-    // Throws std::runtime_error if the system does not let a gate be built.
+    // begin with the first one that names something in `directory`; those on pipes, as the program's output
+    // is one, do not count. Throws std::runtime_error if the system does not let a gate be built.
     static CGatedProcess Run(const std::vector<std::string>& arguments, const std::string& directory,
                              const std::function<EVerdict(const SCall&)>& judge);
 

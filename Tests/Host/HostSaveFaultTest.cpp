@@ -151,7 +151,8 @@ TEST_F(HostSaveFault, NoSpaceAtAnyFileOperationLeavesTheEarlierSaveOrTheNewOne)
                 << process.GetOutput();
             const std::string lastLine = process.GetOutput().substr(
                 process.GetOutput().rfind('\n', process.GetOutput().size() - 2) + 1);
-            const Json answer = Json::parse(lastLine);
+            const Json answer = Json::parse(lastLine, nullptr, false);
+            ASSERT_TRUE(answer.is_object()) << process.GetOutput();
             const bool went = answer.at("ok");
             EXPECT_EQ(process.GetStatus(), went ? 0 : 1) << lastLine;
             EXPECT_NE(answer.value("error", "") != "", went) << lastLine;
