@@ -213,7 +213,6 @@ bool CBUIDataMngr::WriteLinkTableSpecByXML(const char* folder, CXMLWriter& write
                              SRC_FILE, FUNCTION, __LINE__);
     }
     SCSpecXML::CAttributes attributes;
-    char href[260]; // the attributes borrow their texts
     switch (isBnLink ? bnLink->GetVersionType() : rpLink->GetVersionType()) {
     case SCBUICoreCom::LINKTBLVERTYPE_ONMEM:
         attributes.AddText(STR_ATTRNAME_VERTYPE, STR_ATTRVALUE_VERTYPE_ONMEMORY);
@@ -242,6 +241,7 @@ bool CBUIDataMngr::WriteLinkTableSpecByXML(const char* folder, CXMLWriter& write
         attributes.AddText(SCKZCoreCom::STR_ATTRNAME_XLINK_TYPE,
                            SCKZCoreCom::STR_ATTRVALUE_XLINK_TYPE_SIMPLE);
         // An identifier above 2147483647 shows negative, here and where it is read.
+        char href[260];
         const int hrefLen = std::snprintf(href, sizeof href,
                                           isBnLink ? STR_FORMAT_ATTRVALUE_XLINK_HREF_BNLINK
                                                    : STR_FORMAT_ATTRVALUE_XLINK_HREF_RPLINK,
