@@ -134,13 +134,22 @@ int ReceiveFile(int socket)
 // The text at an address of another process, or the beginning of a long one.
 std::string ReadText(pid_t process, std::uint64_t address)
 {
-    std::array<char, 4096> text = {};
-    // Not beyond the page: the next one may not be there.
-    const std::size_t size = text.size() - address % text.size();
-    iovec here = {text.data(), size};
-    iovec there = {reinterpret_cast<void*>(address), size};
-    const ssize_t got = process_vm_readv(process, &here, 1, &there, 1, 0);
-    return got > 0 ? std::string(text.data(), strnlen(text.data(), static_cast<std::size_t>(got))) : "";
+    constexpr std::size_t PAGE_SIZE_AT_LEAST = 4096;
+    constexpr std::size_t MAX_SIZE = 8 * PAGE_SIZE_AT_LEAST;
+    std::string text;
+    while (text.size() < MAX_SIZE) {
+        std::array<char, PAGE_SIZE_AT_LEAST> piece = {};
+        // To the end of the page: the next one may not be there, but the text may go on in it.
+        const std::size_t size = piece.size() - (address + text.size()) % piece.size();
+        iovec here = {piece.data(), size};
+        iovec there = {reinterpret_cast<void*>(address + text.size()), size};
+        const ssize_t got = process_vm_readv(process, &here, 1, &there, 1, 0);
+        const std::size_t length = got > 0 ? strnlen(piece.data(), static_cast<std::size_t>(got)) : 0;
+        text.append(piece.data(), length);
+        if (length < size)
+            break;
+    }
+    return text;
 }
 
 // Whether an open file of another process is one with a path, and no pipe as that of its output.
