@@ -24,7 +24,6 @@ using Class = VCBtnClass;
 using Env = CBUIDataMngr;
 constexpr auto ON_MEM = SCBUICoreCom::LINKTBLVERTYPE_ONMEM;
 constexpr auto INC_TYPE = SCBUICoreCom::BTNTYPE_INC;
-constexpr auto CLL_TYPE = SCBUICoreCom::BTNTYPE_CLL;
 constexpr auto VIR_TYPE = SCBUICoreCom::BTNTYPE_VIRINC;
 constexpr auto SELECT = VCSpBtn::MMBBTNSELMTH_SELECT;
 constexpr auto CONDITION = VCSpBtn::MMBBTNSELMTH_CONDITION;

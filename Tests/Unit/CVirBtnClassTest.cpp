@@ -23,7 +23,6 @@ constexpr DWORD KIND = 2;
 constexpr DWORD COMMON = SCBUICoreCom::BTNCLS_ID_VIR_COMMON_BEGIN;
 constexpr DWORD FIXED = SCBUICoreCom::BTNCLS_ID_VIR_FIXED_BEGIN;
 constexpr DWORD INC = SCBUICoreCom::BTN_ID_INC_BEGIN;
-constexpr DWORD CLL = SCBUICoreCom::BTN_ID_CLL_BEGIN;
 constexpr DWORD VIR = SCBUICoreCom::BTN_ID_VIRINC_BEGIN;
 constexpr auto SELECT = VCSpBtn::MMBBTNSELMTH_SELECT;
 constexpr auto CONDITION = VCSpBtn::MMBBTNSELMTH_CONDITION;
@@ -885,7 +884,7 @@ TEST(CVirBtnClass, AClassThatCouldNotBeMadeIneffectiveAtOnceStillSwitchesAllBack
     const int failures = FailEveryAllocation(
         [] {
             auto made = std::make_unique<SClasses>();
-            for (const DWORD member : {2, 3, 4}) {
+            for (const DWORD member : {2u, 3u, 4u}) {
                 const DWORD group = SClasses::Make(*made->fixed, *made->shop, {member});
                 SClasses::Make(*made->second, *made->fixed, {group}); // what is above needs memory
             }
