@@ -98,6 +98,21 @@ public:
                  SCBUICoreCom::ELinkTableVerType rpLinkVerType, const CSourceDataMngr& srcDataMngr,
                  const CCoreSumMngr* coreSumMngr, CProgressStatus* progressStatus);
     virtual ~CBUIDataMngr();
+
+    // Becomes an image of `other`, with classes and buttons, selection, limitation, numeric condition, sums
+    // and history of its own, on another source table and sum manager; the latter may be null. The identifier
+    // stays, and so do the versions of the link tables. Of the tables' content only that of the
+    // button-to-record table is carried, and that only to one of another version; where a table's content
+    // does not fit the records and buttons, it is dropped, and the environment cannot be pressed until
+    // CopyLinkTables has followed. With itself nothing changes. False, with nothing changed, without a source
+    // table. Throws std::bad_alloc with nothing changed. Linear in all that is copied.
+    virtual bool Copy(const CBUIDataMngr& other, const CSourceDataMngr* srcDataMngr,
+                      const CCoreSumMngr* coreSumMngr);
+    // Carries the content of both link tables from `other`, whatever the versions on either side: behind Copy
+    // the environment answers everything that `other` does. False, with nothing changed, if the tables are
+    // those of other records or buttons. Throws std::bad_alloc with nothing changed, or, with all done, rows
+    // of special buttons that are worked out at each use. Linear in the tables.
+    bool CopyLinkTables(const CBUIDataMngr& other);
     CBUIDataMngr& operator=(const CBUIDataMngr&) = delete;
 
     // Removes what a user added (special buttons, fixed virtual classes, selections, the limitation, the
@@ -698,6 +713,16 @@ private:
     void Clear();
     bool CreateBnLink(SCBUICoreCom::ELinkTableVerType verType);
     bool CreateRpLink(SCBUICoreCom::ELinkTableVerType verType);
+    // Carry the content of a table of another version: all fields of the first; the columns of effective
+    // classes, up to the first that is not to be had, of the second. False for null; a table of the same
+    // version is not carried, and one that there is not is made empty in the version of the other.
+    bool CopyRpLink(IRpLink* other);
+    bool CopyBnLink(IBnLink* other);
+    std::map<DWORD, std::unique_ptr<VCBtnClass>> CopyBtnClasses(const CBUIDataMngr& other,
+                                                                const CSourceDataMngr* srcDataMngrOfHost);
+    bool DoesBnLinkFit(const std::map<DWORD, std::unique_ptr<VCBtnClass>>& ofBtnClasses,
+                       DWORD ofRecCount) const;
+    bool DoesRpLinkFit(DWORD ofRecCount) const;
     // Runs `operation` on the class and gives its result; false for an unknown class.
     template <class TOperation>
     bool WithBtnClass(DWORD btnClassID, const TOperation& operation) const
