@@ -10,8 +10,8 @@
 #include "SCBenchTime.h"
 
 #include "CBUIDataMngr.h"
-#include "CCSVLoader.h"
 #include "CCoreSumMngr.h"
+#include "CCSVLoader.h"
 #include "CSourceDataMngr.h"
 
 #include <cstdio>
@@ -52,8 +52,8 @@ int main(int argc, char** argv)
     constexpr auto ON_MEM = SCBUICoreCom::LINKTBLVERTYPE_ONMEM;
     std::vector<double> rebuilds;
     for (int i = 0; i < repetitions; ++i) {
-        rebuilds.push_back(SCBenchTime::Measure(
-            [&] { const CBUIDataMngr env(1, ON_MEM, ON_MEM, table, &sums, nullptr); }));
+        rebuilds.push_back(
+            SCBenchTime::Measure([&] { const CBUIDataMngr env(1, ON_MEM, ON_MEM, table, &sums, nullptr); }));
     }
     const double rebuild = SCBenchTime::GetMedian(rebuilds);
     std::printf("%u rows, %u of them inserted and deleted; a rebuild takes %.1f ms\n", rows, count, rebuild);

@@ -237,6 +237,9 @@ void CModelComparison::CompareEnvironment()
     Check("level past the end", position, 0, env.GetHierInfo(position, classID, count), false);
     Check("output of it", position, 0, classID == UNTOUCHED && count == UNTOUCHED, true);
 
+    Check("entries of the history", 0, 0, env.GetUndoOpeCountOfTheSrcData(),
+          static_cast<DWORD>(model.GetUndoOpeCount()));
+
     std::vector<SSelectBtnIDList> selection(1);
     env.GetAllBtnSelectionInfo(selection);
     Check("whole selection", 0, 0, selection, model.GetAllBtnSelectionInfo());
@@ -279,8 +282,14 @@ void CModelComparison::CompareClass(const SModelItem& item)
     Check<DWORD>("type of class", id, 0, type,
                  item.isVirtual ? DWORD{SCBUICoreCom::BTNCLSTYPE_VIR} : DWORD{item.type} + 1);
     DWORD fldID = UNTOUCHED;
-    Check("GetFldID", id, 0, env.GetFldID(id, fldID), !item.isVirtual);
-    Check("field", id, 0, fldID, item.isVirtual ? UNTOUCHED : item.fldID);
+    const bool hasFld = !item.isVirtual && !item.isOut;
+    Check("GetFldID", id, 0, env.GetFldID(id, fldID), hasFld);
+    Check("field", id, 0, fldID, hasFld ? item.fldID : UNTOUCHED);
+    DWORD classIDOfFld = UNTOUCHED;
+    if (hasFld) {
+        Check("GetBtnClassID", id, 0, env.GetBtnClassID(fldID, classIDOfFld), true);
+        Check("class of its field", id, 0, classIDOfFld, id);
+    }
     const char* name = nullptr;
     effective = false;
     Check("GetNameOfVirBtnClass", id, 0, env.GetNameOfVirBtnClass(id, name), item.isVirtual);
@@ -288,6 +297,8 @@ void CModelComparison::CompareClass(const SModelItem& item)
     Check("GetEffectiveInfoOfVirBtnClass", id, 0, env.GetEffectiveInfoOfVirBtnClass(id, effective),
           item.isVirtual);
     Check("virtual class effective", id, 0, effective, item.isVirtual && item.effective);
+    if (item.isOut)
+        return;
     const std::string nameOfClass = item.isVirtual ? item.name : model.FindFld(item.fldID)->name;
     const auto len = static_cast<DWORD>(nameOfClass.size());
     Check("class of the name", id, 0, env.ExistBtnClass(nameOfClass.c_str(), len), true);

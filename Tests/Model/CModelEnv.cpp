@@ -247,52 +247,44 @@ CModelEnv::CModelEnv(const SModelTable& tableOfTexts, bool hasSums) : table(tabl
     }
 }
 
+std::string CModelEnv::ReadCell(const SModelFld& fld, DWORD rec)
+{
+    const std::string& text = fld.texts.at(rec);
+    return fld.type == SCDeclareConstant::DATATYPE_DATE ? CutToDate(text, fld.dateTypeInfo) : text;
+}
+
 void CModelEnv::BuildItem(const SModelFld& fld)
 {
     SModelItem item;
-    item.classID = static_cast<DWORD>(items.size()) + 1;
+    item.classID = nextSrcClassID++;
     item.fldID = fld.fldID;
     item.type = fld.type;
-
-    SModelBtn& empVal = item.btns[EMPVAL];
-    empVal.alias = table.empValName;
-
-    DWORD nextID = 2;
-    for (DWORD rec = 0; rec < table.recCount; ++rec) {
-        std::string text = fld.texts[rec];
-        if (fld.type == SCDeclareConstant::DATATYPE_DATE)
-            text = CutToDate(text, fld.dateTypeInfo);
-        DWORD btnID = 0;
-        if (text.empty()) {
-            btnID = EMPVAL;
-        } else {
-            for (const auto& [id, btn] : item.btns) {
-                if (btn.name && *btn.name == text)
-                    btnID = id;
-            }
-            if (btnID == 0) {
-                btnID = nextID++;
-                item.btns[btnID].name = text;
-                Enter(item.names, text, entryNumber++, btnID);
-                double number = 0;
-                if (fld.type == SCDeclareConstant::DATATYPE_NUM) {
-                    if (NSKZCore::SCNumeric::AtoF(text.c_str(), number))
-                        Enter(item.numbers, number, entryNumber++, btnID);
-                    else
-                        Enter(item.nonNumbers, text, entryNumber++, btnID);
-                }
-                EnterDate(item, btnID);
-            }
-        }
-        item.btns[btnID].recs.insert(rec);
-        item.btnOfRec.push_back(btnID);
-    }
-    item.appearance = WithoutRepetition(item.btnOfRec);
-    if (empVal.recs.empty())
-        empVal.visibleInfo = VISINFO_NOREC;
-    else
-        Enter(item.names, empVal.GetShownText(), entryNumber++, EMPVAL);
+    item.btns[EMPVAL].alias = table.empValName;
+    item.btns[EMPVAL].visibleInfo = VISINFO_NOREC;
     items[item.classID] = item;
+    AddRecs(items[item.classID], 0, table.recCount, {});
+}
+
+// A source button that begins to have records comes into the orders, by its shown text.
+void CModelEnv::EnterBtnWithRecs(SModelItem& item, DWORD btnID)
+{
+    EnterName(item, btnID);
+    if (btnID == EMPVAL)
+        return;
+    EnterNumber(item, btnID);
+    EnterDate(item, btnID);
+}
+
+void CModelEnv::EnterNumber(SModelItem& item, DWORD btnID)
+{
+    if (item.type != SCDeclareConstant::DATATYPE_NUM)
+        return;
+    const std::string& text = item.btns.at(btnID).GetShownText();
+    double number = 0;
+    if (NSKZCore::SCNumeric::AtoF(text.c_str(), number))
+        Enter(item.numbers, number, entryNumber++, btnID);
+    else
+        Enter(item.nonNumbers, text, entryNumber++, btnID);
 }
 
 // What the shown text reads as; the text itself counts for the order where it reads as nothing.
@@ -300,11 +292,13 @@ void CModelEnv::EnterDate(SModelItem& item, DWORD btnID)
 {
     if (!item.IsOfDates())
         return;
-    const SModelFld& fld = *FindFld(item.fldID);
     const std::string& text = item.btns.at(btnID).GetShownText();
-    const std::optional<SModelDate> date = item.type == SCDeclareConstant::DATATYPE_DATE
-                                               ? SModelDate::ReadDate(text, fld.dateTypeInfo)
-                                               : SModelDate::ReadTime(text, fld.timeTypeInfo);
+    std::optional<SModelDate> date;
+    if (KnowsDataForm(item)) {
+        const SModelFld& fld = *FindFld(item.fldID);
+        date = item.type == SCDeclareConstant::DATATYPE_DATE ? SModelDate::ReadDate(text, fld.dateTypeInfo)
+                                                             : SModelDate::ReadTime(text, fld.timeTypeInfo);
+    }
     if (date) {
         item.dates[btnID] = *date;
         Enter(item.dateOrder, *date->GetOrder(table.criteria), 0, btnID);
@@ -471,9 +465,12 @@ std::optional<RecSet> CModelEnv::GetRecsOfBtns(const SModelItem& item, const IDL
 IDList CModelEnv::GetBtnsOfRecs(const SModelItem& item, const IDList& recs) const
 {
     IDList btnIDs;
-    for (const DWORD rec : recs)
-        btnIDs.push_back(item.btnOfRec.at(rec));
-    return WithoutRepetition(btnIDs);
+    for (const DWORD rec : recs) {
+        const DWORD btnID = item.btnOfRec.at(rec); // none is told as often as it is met
+        if (btnID == 0 || std::find(btnIDs.begin(), btnIDs.end(), btnID) == btnIDs.end())
+            btnIDs.push_back(btnID);
+    }
+    return btnIDs;
 }
 
 // ---- Selection
@@ -818,6 +815,7 @@ void CModelEnv::ClearOfFixedSpec()
     diffClassID = diffStandardBtnID = diffTargetBtnID = 0;
     ClearLimitedRecList();
     ForgetSums();
+    history.clear();
 }
 
 // ---- Relation
@@ -863,7 +861,7 @@ bool CModelEnv::RelateByAnd(SModelItem& item)
         for (const auto& [btnID, btn] : other.btns) {
             bool sharesWithAll = !recsOfSelected.empty();
             for (const RecSet& recs : recsOfSelected) {
-                if (Intersect(btn.recs, recs).empty())
+                if (!other.effective || Intersect(btn.recs, recs).empty())
                     sharesWithAll = false;
             }
             if (sharesWithAll)
@@ -895,7 +893,8 @@ bool CModelEnv::RelateByDifference(SModelItem& item)
     BtnRefSet relating;
     for (const auto& [otherID, other] : items) {
         for (const auto& [btnID, btn] : other.btns) {
-            if (!Intersect(btn.recs, standardRecs).empty() && Intersect(btn.recs, targetRecs).empty())
+            if (other.effective && !Intersect(btn.recs, standardRecs).empty() &&
+                Intersect(btn.recs, targetRecs).empty())
                 relating.insert({otherID, btnID});
         }
     }
@@ -932,7 +931,7 @@ void CModelEnv::ResetRelationReason()
         return;
     BtnRefSet related;
     for (const auto& [classID, item] : items) {
-        if (item.isVirtual)
+        if (item.isVirtual || !item.effective)
             continue;
         for (const DWORD rec : levels.back().recs)
             related.insert({classID, item.btnOfRec.at(rec)});
@@ -947,7 +946,7 @@ void CModelEnv::ResetLimitationReason()
         for (auto& [btnID, btn] : item.btns) {
             if (limitation)
                 btn.visibleInfo |= VISINFO_LIMITEDREC;
-            if (!limitation || !Intersect(btn.recs, *limitation).empty())
+            if (!limitation || (item.effective && !Intersect(btn.recs, *limitation).empty()))
                 reached.insert({classID, btnID});
         }
     }

@@ -98,6 +98,7 @@ struct SModelItem
     NSKZCore::SCDeclareConstant::STimeDispForm timeForm;
     bool isVirtual = false; // without a field
     std::string name;       // of a virtual item
+    bool isOut = false;     // of its field: that was deleted or has another type now
     bool effective = true;
     BtnRefSet switchedOff; // of an ineffective item: buttons of others that went with it
     bool selected = false;
@@ -212,6 +213,22 @@ public:
     // The fields are those of the table with their new forms.
     void ChangeDataForm(const std::vector<SModelFld>& flds, SMoment moment);
 
+    // --- Following changes of the table, of which each operation gets the state behind the change.
+    void InsertRec(DWORD startRec, DWORD count, const SModelTable& changed, SMoment moment);
+    void DeleteRec(DWORD startRec, DWORD count, const SModelTable& changed, SMoment moment);
+    bool InsertFld(const IDList& fldIDs, const SModelTable& changed, SMoment moment);
+    void DeleteFld(const IDList& fldIDs, const SModelTable& changed);
+    void ChangeFldData(const SModelTable& changed, SMoment moment);
+    bool ChangeFldDataSpec(const IDList& fldIDs, const SModelTable& changed, SMoment moment);
+    void FollowSummary(const NSKZCore::SCDataMngrCoreDef::SBtnRenewalInfo& info, const SModelTable& changed,
+                       SMoment moment);
+    // How many records there are when the newest change is taken back.
+    DWORD GetRecCountBehindUndo() const;
+    // The table is put back before.
+    bool UndoOpeOfTheSrcData(const SModelTable& putBack, SMoment moment);
+    void ClearUndoOfTheSrcData();
+    std::size_t GetUndoOpeCount() const { return history.size(); }
+
     // --- Saving and restoring
     // Become what is read of the forms in which an environment like `saved` was saved: the common form in
     // place of all that there is, the fixed form in place of what users fixed. Groups of dates may be made
@@ -299,6 +316,40 @@ private:
     };
 
     void BuildItem(const SModelFld& fld);
+    // What a cell of the field means to its item.
+    static std::string ReadCell(const SModelFld& fld, DWORD rec);
+    void EnterBtnWithRecs(SModelItem& item, DWORD btnID);
+
+    // Following changes of the table
+    struct SUndo
+    {
+        unsigned int type = 0;
+        DWORD startRec = 0;
+        DWORD count = 0; // asked for
+        DWORD taken = 0; // of a deletion: what there was
+        IDList fldIDs;
+        IDList classIDs;
+        std::vector<NSKZCore::SSelectBtnIDList> selection;
+        bool isOfDataChange = false;
+        bool hasLimitation = false;
+        RecSet limitation;
+    };
+    SUndo& AddToHistory(unsigned int type);
+    void TakeTable(const SModelTable& changed);
+    void AddRecs(SModelItem& item, DWORD startRec, DWORD count, SMoment moment);
+    void FollowInsertion(DWORD startRec, DWORD count, SMoment moment);
+    void FollowDeletion(DWORD startRec, DWORD count, SMoment moment);
+    void LoseBtnsWithoutRecs(SModelItem& item, SMoment moment);
+    void AdjustAbove(const SModelItem& item, const std::set<DWORD>& btnIDs);
+    void CloseFollowing(bool forgetsSums, bool clears);
+    void TakeItemOut(DWORD classID);
+    void PutItemBack(DWORD fldID, DWORD classID, SMoment moment);
+    void DestroySrcItem(DWORD classID);
+    void SetEffectiveOfItem(SModelItem& item, bool effective);
+    DWORD FindClassOfFld(DWORD fldID) const;
+    // Whether the table still tells the form of the item's dates.
+    bool KnowsDataForm(const SModelItem& item) const;
+    void EnterNumber(SModelItem& item, DWORD btnID);
     void EnterDate(SModelItem& item, DWORD btnID);
     IDList ListByNumber(const SModelItem& item, unsigned int flags) const;
     IDList ListByDate(const SModelItem& item, unsigned int flags) const;
@@ -403,6 +454,7 @@ private:
 
     SModelTable table;
     std::map<DWORD, SModelItem> items;
+    DWORD nextSrcClassID = NSKZCore::SCBUICoreCom::BTNCLS_ID_SRC_BEGIN;
     DWORD nextCommonClassID = NSKZCore::SCBUICoreCom::BTNCLS_ID_VIR_COMMON_BEGIN;
     DWORD nextFixedClassID = NSKZCore::SCBUICoreCom::BTNCLS_ID_VIR_FIXED_BEGIN;
     IDList freeFixedClassIDs; // released ones, the first first
@@ -417,6 +469,7 @@ private:
     DWORD diffTargetBtnID = 0;
     IDList selectedClasses;
     std::uint64_t entryNumber = 0; // of order lists: what came when
+    std::vector<SUndo> history;
 
     std::map<DWORD, SKnownSums> knownSums;
     DWORD heldClassID = 0; // whose target records are held

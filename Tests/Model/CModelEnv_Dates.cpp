@@ -70,6 +70,7 @@ bool CModelEnv::SetDispForm(DWORD classID, const SCDeclareConstant::STimeDispFor
 // Dates move between groups; times do not.
 void CModelEnv::ChangeCriteria(const SModelCriteria& criteria, SMoment moment)
 {
+    AddToHistory(8);
     table.criteria = criteria;
     for (auto& [classID, item] : items) {
         if (item.type != SCDeclareConstant::DATATYPE_DATE)
@@ -77,12 +78,12 @@ void CModelEnv::ChangeCriteria(const SModelCriteria& criteria, SMoment moment)
         RenewDateOrder(item);
         RebuildGroups(item, moment);
     }
-    ForgetSums();
-    ClearAllBtnSelections(true);
+    CloseFollowing(true, true);
 }
 
 void CModelEnv::ChangeDataForm(const std::vector<SModelFld>& flds, SMoment moment)
 {
+    AddToHistory(6);
     for (const SModelFld& fld : flds) {
         for (SModelFld& known : table.flds) {
             if (known.fldID == fld.fldID) {
@@ -91,7 +92,7 @@ void CModelEnv::ChangeDataForm(const std::vector<SModelFld>& flds, SMoment momen
             }
         }
         for (auto& [classID, item] : items) {
-            if (item.isVirtual || item.fldID != fld.fldID || !item.IsOfDates())
+            if (item.isVirtual || item.isOut || item.fldID != fld.fldID || !item.IsOfDates())
                 continue;
             // As a user would switch them off, one by one.
             for (const DWORD spBtnID : item.ListSpecial(true)) {
@@ -109,14 +110,15 @@ void CModelEnv::ChangeDataForm(const std::vector<SModelFld>& flds, SMoment momen
             RebuildGroups(item, moment);
         }
     }
-    ForgetSums();
-    ClearAllBtnSelections(true);
+    CloseFollowing(true, true);
 }
 
 // ---- Groups
 
 std::optional<SModelDate> CModelEnv::GetGroupOf(const SModelItem& item, const SModelDate& date) const
 {
+    if (!KnowsDataForm(item))
+        return std::nullopt;
     return item.type == SCDeclareConstant::DATATYPE_DATE ? date.GetGroup(item.dateForm, table.criteria)
                                                          : date.GetGroup(item.timeForm);
 }

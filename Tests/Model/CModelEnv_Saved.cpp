@@ -154,7 +154,7 @@ IDList CModelEnv::ListFreeFixedClassesOfSave() const
 {
     IDList classIDs = freeFixedClassIDs;
     for (const auto& [classID, item] : items) {
-        if (!item.effective && !item.IsCommon())
+        if (item.isVirtual && !item.effective && !item.IsCommon())
             classIDs.push_back(classID);
     }
     return classIDs;
@@ -167,7 +167,9 @@ void CModelEnv::ReadCommonForm(const CModelEnv& saved)
 {
     table = saved.table;
     items.clear();
+    nextSrcClassID = saved.nextSrcClassID;
     nextCommonClassID = saved.nextCommonClassID;
+    history.clear();
     nextFixedClassID = SCBUICoreCom::BTNCLS_ID_VIR_FIXED_BEGIN;
     freeFixedClassIDs.clear();
     levels.clear();
@@ -185,8 +187,6 @@ void CModelEnv::ReadCommonForm(const CModelEnv& saved)
         item.type = savedItem.type;
         item.btnOfRec = savedItem.btnOfRec;
         item.appearance = savedItem.appearance;
-        item.numbers = savedItem.numbers;
-        item.nonNumbers = savedItem.nonNumbers;
         item.isVirtual = savedItem.isVirtual;
         item.name = savedItem.name;
         for (const auto& [btnID, savedBtn] : savedItem.btns)
@@ -216,7 +216,8 @@ void CModelEnv::ReadBtnOfCommonForm(SModelItem& item, DWORD btnID, const CModelE
     if (btn.recs.empty()) {
         btn.visibleInfo = VISINFO_NOREC;
     } else if (btn.name) {
-        EnterDate(item, btnID); // an alias comes later
+        EnterNumber(item, btnID); // an alias comes later
+        EnterDate(item, btnID);
     }
     btn.alias = savedBtn.alias;
     if (!btn.recs.empty())

@@ -39,7 +39,7 @@ bool CModelEnv::ExistBtnClass(const std::string& name, DWORD ignoredClassID) con
 {
     return std::any_of(items.begin(), items.end(), [&](const auto& entry) {
         const SModelItem& item = entry.second;
-        return item.classID != ignoredClassID &&
+        return item.classID != ignoredClassID && !item.isOut &&
                (item.isVirtual ? item.name : FindFld(item.fldID)->name) == name;
     });
 }
@@ -113,29 +113,34 @@ bool CModelEnv::SetEffectiveInfoOfVirBtnClass(DWORD classID, bool effective)
     if (item == nullptr || !item->isVirtual)
         return false;
     const bool wasSelected = HasSelection();
-    if (item->effective != effective) {
-        if (!effective) {
-            item->switchedOff.clear();
-            for (const auto& [btnID, btn] : item->btns)
-                item->switchedOff.insert(btn.outerHolders.begin(), btn.outerHolders.end());
-        }
-        for (const SModelBtnRef& ref : BtnRefSet(item->switchedOff)) {
-            SModelItem* const other = FindItem(ref.btnClassID);
-            if (other == nullptr || other->btns.count(ref.btnID) == 0 || GetBtn(ref).effective == effective ||
-                GetBtn(ref).hasLostRef)
-                continue;
-            if (effective)
-                SwitchOn(*other, ref.btnID);
-            else
-                SwitchOff(*other, ref.btnID);
-        }
-        item->effective = effective;
-        if (effective)
-            item->switchedOff.clear();
-    }
+    SetEffectiveOfItem(*item, effective);
     ForgetSums();
     ClearAllBtnSelections(wasSelected);
     return true;
+}
+
+void CModelEnv::SetEffectiveOfItem(SModelItem& item, bool effective)
+{
+    if (item.effective == effective)
+        return;
+    if (!effective) {
+        item.switchedOff.clear();
+        for (const auto& [btnID, btn] : item.btns)
+            item.switchedOff.insert(btn.outerHolders.begin(), btn.outerHolders.end());
+    }
+    for (const SModelBtnRef& ref : BtnRefSet(item.switchedOff)) {
+        SModelItem* const other = FindItem(ref.btnClassID);
+        if (other == nullptr || other->btns.count(ref.btnID) == 0 || GetBtn(ref).effective == effective ||
+            GetBtn(ref).hasLostRef)
+            continue;
+        if (effective)
+            SwitchOn(*other, ref.btnID);
+        else
+            SwitchOff(*other, ref.btnID);
+    }
+    item.effective = effective;
+    if (effective)
+        item.switchedOff.clear();
 }
 
 } // namespace NSKZ::Test

@@ -320,6 +320,12 @@ void CModelTable::SetCriteria(CRandom& random)
         criteria.cutOffDate = random.IsOneOf(3) ? 31 : 1 + static_cast<int>(random.GetBelow(31));
     if (random.IsOneOf(2))
         criteria.firstDayOfWeek = static_cast<int>(random.GetBelow(7));
+    TakeCriteriaIntoSource();
+}
+
+void CModelTable::TakeCriteriaIntoSource()
+{
+    const SModelCriteria& criteria = texts.criteria;
     if (!source.SetStartMonth(static_cast<DWORD>(criteria.startMonth)) ||
         !source.SetCutOffDate(static_cast<DWORD>(criteria.cutOffDate)) ||
         !source.SetDaysOfTheWeek(static_cast<NSKZCore::VCDate::EDaysOfTheWeek>(criteria.firstDayOfWeek)))
@@ -352,14 +358,120 @@ const SModelFld& CModelTable::ChangeDataForm(CRandom& random, std::size_t positi
         fld.timeTypeInfo.form = static_cast<SCDeclareConstant::ETimeDataForm>(
             random.GetBelow(SCDeclareConstant::TIMEFORM_LAST + 1));
     }
+    TakeFormsIntoSource(fld);
+    return fld;
+}
+
+// ---- Changes
+
+std::string CModelTable::ChooseValue(CRandom& random, const SModelFld& fld) const
+{
+    if (!fld.texts.empty() && !random.IsOneOf(4))
+        return fld.texts[random.GetBelow(static_cast<DWORD>(fld.texts.size()))];
+    return random.IsOneOf(6) ? "" : MakeValue(random, fld, ChooseTurn(random), random.GetBelow(40));
+}
+
+void CModelTable::InsertRecs(CRandom& random, DWORD position, DWORD count)
+{
+    std::vector<std::string> values;
+    for (DWORD rec = 0; rec < count; ++rec) {
+        for (const SModelFld& fld : texts.flds)
+            values.push_back(ChooseValue(random, fld));
+    }
+    for (std::size_t i = 0; i < texts.flds.size(); ++i) {
+        std::vector<std::string>& ofFld = texts.flds[i].texts;
+        for (DWORD rec = 0; rec < count; ++rec)
+            ofFld.insert(ofFld.begin() + static_cast<std::ptrdiff_t>(position + rec),
+                         values[rec * texts.flds.size() + i]);
+    }
+    texts.recCount += count;
+    const std::vector<std::string_view> cells(values.begin(), values.end());
+    if (!source.InsertRecs(position, cells))
+        throw std::logic_error("records of the random table were refused");
+}
+
+void CModelTable::DeleteRecs(DWORD position, DWORD count)
+{
+    for (SModelFld& fld : texts.flds) {
+        const auto first = fld.texts.begin() + static_cast<std::ptrdiff_t>(position);
+        fld.texts.erase(first, first + static_cast<std::ptrdiff_t>(count));
+    }
+    texts.recCount -= count;
+    if (!source.DeleteRecs(position, count))
+        throw std::logic_error("records of the random table were not deleted");
+}
+
+DWORD CModelTable::InsertFld(CRandom& random, const STableWish& wish)
+{
+    AddFld(random, wish);
+    return texts.flds.back().fldID;
+}
+
+void CModelTable::DeleteFld(std::size_t position)
+{
+    if (!source.DeleteFld(texts.flds.at(position).fldID))
+        throw std::logic_error("a field of the random table was not deleted");
+    texts.flds.erase(texts.flds.begin() + static_cast<std::ptrdiff_t>(position));
+    fldsAsMade.erase(fldsAsMade.begin() + static_cast<std::ptrdiff_t>(position));
+}
+
+void CModelTable::PutTextsIntoSource(const SModelFld& fld)
+{
+    CFldValueList values;
+    bool good = true;
+    for (const std::string& text : fld.texts)
+        good = values.Append(text) && good;
+    if (!good || !source.SetFldData(fld.fldID, std::move(values)))
+        throw std::logic_error("data of the random table was refused");
+}
+
+void CModelTable::ChangeData(CRandom& random, std::size_t position)
+{
+    SModelFld& fld = texts.flds.at(position);
+    const DWORD oneOf = 1 + random.GetBelow(4);
+    std::vector<std::string> changed(fld.texts);
+    for (std::string& text : changed) {
+        if (random.IsOneOf(oneOf))
+            text = ChooseValue(random, fld);
+    }
+    fld.texts = std::move(changed);
+    PutTextsIntoSource(fld);
+}
+
+void CModelTable::ChangeType(CRandom& random, std::size_t position)
+{
+    SModelFld& fld = texts.flds.at(position);
+    fld.type = static_cast<SCDeclareConstant::EDataType>(random.GetBelow(4));
+    TakeFormsIntoSource(fld);
+}
+
+void CModelTable::PutBack(const CModelTable& former)
+{
+    const SModelTable present(texts);
+    *this = former;
+    texts.criteria = present.criteria;
+    TakeCriteriaIntoSource();
+    for (SModelFld& fld : texts.flds) {
+        const auto found = std::find_if(present.flds.begin(), present.flds.end(),
+                                        [&](const SModelFld& other) { return other.fldID == fld.fldID; });
+        if (found == present.flds.end())
+            continue;
+        fld.dateTypeInfo = found->dateTypeInfo;
+        fld.timeTypeInfo = found->timeTypeInfo;
+        TakeFormsIntoSource(fld);
+    }
+}
+
+void CModelTable::TakeFormsIntoSource(const SModelFld& fld)
+{
     CSourceDataMngr::SFldInfo info;
     if (!source.GetFldInfo(fld.fldID, info))
         throw std::logic_error("a field of the random table is missing");
+    info.spec.dataType = fld.type;
     info.dateTypeInfo = fld.dateTypeInfo;
     info.timeTypeInfo = fld.timeTypeInfo;
     if (!source.SetFldInfo(fld.fldID, info))
-        throw std::logic_error("a data form of the random table was refused");
-    return fld;
+        throw std::logic_error("a form of the random table was refused");
 }
 
 std::string CModelTable::Describe() const

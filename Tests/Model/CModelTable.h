@@ -34,6 +34,19 @@ public:
     // Another form of the data of a field: one in which many of its texts can be read as well, any, or the
     // one in which they were written.
     const SModelFld& ChangeDataForm(NSKZCore::CRandom& random, std::size_t position);
+    // Records with values of the fields, now and then new ones.
+    void InsertRecs(NSKZCore::CRandom& random, DWORD position, DWORD count);
+    void DeleteRecs(DWORD position, DWORD count);
+    // A field of its own behind the others; its identifier.
+    DWORD InsertFld(NSKZCore::CRandom& random, const STableWish& wish);
+    void DeleteFld(std::size_t position);
+    // Other values for some records of a field, or for all.
+    void ChangeData(NSKZCore::CRandom& random, std::size_t position);
+    // Another type, now and then the same.
+    void ChangeType(NSKZCore::CRandom& random, std::size_t position);
+    // The fields and records as they were: the same table to who knows it. The criteria and the forms of
+    // dates and times stay, since groups of dates do not follow a change of them that is taken back.
+    void PutBack(const CModelTable& former);
     const SModelTable& GetTexts() const { return texts; }
     // The table for a reader of a failed test.
     std::string Describe() const;
@@ -43,6 +56,10 @@ private:
     void AddFldOfManyValues(NSKZCore::CRandom& random, DWORD minValueCount);
     void AddToSource(SModelFld& fld);
     void SetCriteria(NSKZCore::CRandom& random);
+    void TakeCriteriaIntoSource();
+    void TakeFormsIntoSource(const SModelFld& fld);
+    std::string ChooseValue(NSKZCore::CRandom& random, const SModelFld& fld) const;
+    void PutTextsIntoSource(const SModelFld& fld);
 
     NSKZCore::CSourceDataMngr source;
     SModelTable texts;

@@ -196,6 +196,8 @@ bool CRandomRun::Operate()
         return Restore();
     if (HappensOneIn(leaning.damaging))
         return ReadDamagedSave();
+    if (HappensOneIn(leaning.sourceChanges))
+        return ChangeSource();
     if (HappensOneIn(leaning.dates))
         return OperateOnDates();
     if (HappensOneIn(leaning.virtualItems))
@@ -314,6 +316,7 @@ bool CRandomRun::OperateSeldom()
 
 void CRandomRun::ClearOfFixedSpec()
 {
+    formerTables.clear(); // the history goes too
     log.back() << "ClearOfFixedSpec";
     env->ClearOfFixedSpec();
     model.ClearOfFixedSpec();
@@ -720,6 +723,7 @@ bool CRandomRun::SetTimeForm(DWORD classID)
 
 bool CRandomRun::ChangeCriteria()
 {
+    KeepTable(env->GetUndoOpeCountOfTheSrcData());
     const SModelCriteria& criteria = table.ChangeCriteria(random);
     log.back() << "AdjstAccordingToChangeDateCriterionInfo: start month " << criteria.startMonth
                << ", cut-off day " << criteria.cutOffDate << ", weeks from " << criteria.firstDayOfWeek;
@@ -733,6 +737,8 @@ bool CRandomRun::ChangeCriteria()
 // Of some fields, of items of dates and others.
 bool CRandomRun::ChangeDataForm()
 {
+    KeepTable(env->GetUndoOpeCountOfTheSrcData());
+    hasChangedForms = true;
     log.back() << "AdjstAccordingToChangeFldDataForm";
     std::vector<SModelFld> changed;
     IDList fldIDs;
@@ -808,7 +814,8 @@ std::string CRandomRun::ChooseName(DWORD classID)
 {
     const auto found = model.GetItems().find(random.IsOneOf(2) ? classID : ChooseClassID());
     if (found != model.GetItems().end() && random.IsOneOf(4))
-        return found->second.isVirtual ? found->second.name : model.FindFld(found->second.fldID)->name;
+        return found->second.isVirtual || found->second.isOut ? found->second.name
+                                                              : model.FindFld(found->second.fldID)->name;
     return "virtual " + std::to_string(random.GetBelow(9));
 }
 

@@ -46,6 +46,7 @@ struct SLeaning
     DWORD conditionChanges = 3;
     DWORD displayChanges = 3;
 
+    DWORD sourceChanges = 0;    // a change of the table, or one taken back
     DWORD dates = 40;           // a change of display form, calendar criteria or data form
     DWORD virtualItems = 40;    // an operation on virtual items
     DWORD maxVirtualCount = 3;  // a count
@@ -101,6 +102,19 @@ private:
     bool OperateOnVirtualItems();
     bool CreateVirtualItem();
     std::string ChooseName(DWORD classID);
+
+    bool ChangeSource();
+    bool InsertRecs();
+    bool DeleteRecs();
+    bool InsertFlds();
+    bool DeleteFlds();
+    bool ChangeData();
+    bool ChangeTypes();
+    bool Refresh();
+    bool TakeBack();
+    // Keeps the table as it is before a change.
+    void KeepTable(std::size_t entryCountBefore);
+    bool IsAsBuiltAnew();
 
     bool Restore();
     bool RestoreEnv();
@@ -163,6 +177,14 @@ private:
         CModelEnv model;
     };
     std::unique_ptr<SEarlierSave> earlierSave;
+    // The table before each change in the history, with the number of entries that there were before.
+    struct SFormerTable
+    {
+        std::size_t entryCount;
+        CModelTable table;
+    };
+    std::vector<SFormerTable> formerTables;
+    bool hasChangedForms = false;
     SRestores restores;
     std::vector<std::ostringstream> log;
 };

@@ -128,6 +128,58 @@ TEST(RandomOperations, AgreeWithTheModelWithAndWithoutASumManager)
     RunOperations(leaning);
 }
 
+TEST(RandomOperations, AgreeWithTheModelAcrossChangesOfTheTable)
+{
+    SLeaning leaning;
+    leaning.sourceChanges = 4;
+    leaning.table.maxRecCount = 30;
+    leaning.table.maxFldCount = 5;
+    leaning.dates = 0;
+    leaning.virtualItems = 0;
+    leaning.special = 0;
+    RunOperations(leaning);
+}
+
+TEST(RandomOperations, AgreeWithTheModelAcrossChangesOfTheTableUnderSpecialAndVirtualButtons)
+{
+    SLeaning leaning;
+    leaning.sourceChanges = 6;
+    leaning.special = 5;
+    leaning.virtualItems = 8;
+    leaning.table.maxRecCount = 30;
+    leaning.table.maxFldCount = 5;
+    RunOperations(leaning);
+}
+
+TEST(RandomOperations, AgreeWithTheModelAcrossChangesOfTheTableUnderGroupsOfDates)
+{
+    SLeaning leaning;
+    leaning.sourceChanges = 6;
+    leaning.dates = 5;
+    leaning.table.dates = 2;
+    leaning.table.maxRecCount = 30;
+    leaning.table.maxFldCount = 5;
+    RunOperations(leaning);
+}
+
+TEST(RandomOperations, AgreeWithTheModelAcrossChangesOfTheTableUnderLimitations)
+{
+    SLeaning leaning;
+    leaning.sourceChanges = 5;
+    leaning.limitation = 5;
+    leaning.table.maxRecCount = 30;
+    RunOperations(leaning);
+}
+
+TEST(RandomOperations, AgreeWithTheModelAcrossChangesOfTheTableAndRestores)
+{
+    SLeaning leaning;
+    leaning.sourceChanges = 8;
+    leaning.restoring = 30;
+    leaning.table.maxRecCount = 30;
+    RunOperations(leaning, OPERATIONS_OF_A_TEST / 8);
+}
+
 TEST(RandomOperations, AgreeWithTheModelOnTablesOfAFewRecords)
 {
     SLeaning leaning;

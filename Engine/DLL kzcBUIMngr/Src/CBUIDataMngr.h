@@ -606,7 +606,8 @@ public:
     bool AdjstAccordingToDeleteFld(const DWORD* fldIDs, unsigned int count);
     // The types of fields have changed: a class of another type than its field is switched off as in a
     // deletion, and the field gets a new one. False if a class cannot be built, and, without an entry in the
-    // history, if the source table does not know a field; the fields before are followed.
+    // history, if the source table does not know a field; the fields before are followed. Lost link tables
+    // are built first here too.
     bool AdjstAccordingToChangeFldDataSpec(const DWORD* fldIDs, unsigned int count,
                                            CProgressStatus* progressStatus);
     // The form of the data of these fields has changed: the classes of dates and times among them read their
@@ -853,6 +854,7 @@ private:
     void LetBtnClassesFollowDeletion(DWORD startRec);
     void LoseLinkTablesOrAll() noexcept;
     bool ReadAllRecsAnew(CProgressStatus* progressStatus);
+    void TakeRecsIfThereAreNone();
     void BuildOutdatedRows();
     // The records that come to the special buttons with a row, of the class and of others, by those that come
     // to the class's source buttons. The first adds them to the lists, in memory that `recArea` gets, and

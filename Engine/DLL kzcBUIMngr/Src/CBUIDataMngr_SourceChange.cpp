@@ -500,12 +500,18 @@ CBUIDataMngr::AdjstAccordingToInsertFld(const DWORD* fldIDs, unsigned int count,
     CNewUndoEntry entry(*this, SRCDATAOPE_INSERTFLD);
     entry.SetFlds(fldIDs, count);
     const bool wasSelected = HasSelection();
-    if (recCount == 0)
-        FollowInsertedRecs(0, srcDataMngr->GetRecCount(), {}, nullptr);
+    TakeRecsIfThereAreNone();
     entry.Keep();
     const EMthRetOfCreateSrcBtnClses result = CreateSrcBtnClasses(fldIDs, count, progressStatus);
     CloseFollowingOfSrcData(false, wasSelected);
     return result;
+}
+
+// An environment whose link tables were lost, or that has no class yet, gets the records of the source.
+void CBUIDataMngr::TakeRecsIfThereAreNone()
+{
+    if (recCount == 0)
+        FollowInsertedRecs(0, srcDataMngr->GetRecCount(), {}, nullptr);
 }
 
 void CBUIDataMngr::TakeBtnClassOutOfFld(DWORD fldID, DWORD btnClassID)
@@ -542,6 +548,7 @@ bool CBUIDataMngr::AdjstAccordingToChangeFldDataSpec(const DWORD* fldIDs, unsign
     std::vector<DWORD>& formerIDs = entry.Get().btnClassIDList;
     formerIDs.reserve(count);
     const bool wasSelected = HasSelection();
+    TakeRecsIfThereAreNone();
     CRatioOfSteps ratio(progressStatus, count);
     bool isBuilt = true;
     for (unsigned int i = 0; i < count && isBuilt; ++i) {
@@ -739,6 +746,9 @@ void CBUIDataMngr::PutBtnClassBackIntoFld(DWORD fldID, DWORD btnClassID)
         return;
     if (!HasButtonInEachRec(btnClassID)) // records came meanwhile, or the table was made anew
         ReadBtnClassAnew(*btnClass, fldID);
+    // A class without its field knows no form of its dates, and so no groups.
+    if (auto* const dateTimeBtnClass = dynamic_cast<VCDateTimeBtnClass*>(btnClass))
+        dateTimeBtnClass->ResetInsideInfoForSpBtnsOfBtns({}, false);
     btnClass->SetEffective(true);
 }
 

@@ -418,9 +418,7 @@ bool CBUIDataMngr::DropFldsThatDisagree()
     std::vector<DWORD> inRpLink;
     bnLink->GetBtnClassIDList(inBnLink);
     rpLink->GetBtnClassIDList(inRpLink);
-    const DWORD recCountOfBnLink = bnLink->GetRecCount();
-    if (inBnLink.empty() ? recCountOfBnLink != 0 && recCountOfBnLink != recCount
-                         : recCountOfBnLink != recCount)
+    if (!inBnLink.empty() && bnLink->GetRecCount() != recCount) // without a column it counts nothing
         return false;
     const std::unique_ptr<DWORD[]> btnIDOfRec(new DWORD[recCount]);
     for (const DWORD btnClassID : inBnLink) {
