@@ -1,5 +1,7 @@
 #include "VCFixedLenTbl_MemSavVer.h"
 
+#include "SCVector.h"
+
 #include <algorithm>
 #include <array>
 #include <bit>
@@ -28,28 +30,6 @@ SCellForm MakeForm(unsigned int recSize, unsigned int blockSize, unsigned int ce
         throw std::invalid_argument(
             "VCFixedLenTbl_MemSavVer: the size of a block is at least that of a group, and at most 65536");
     return SCellForm{cellsOfBlock, static_cast<DWORD>(std::countr_zero(groupSize)), cellsOfGroup == 0};
-}
-
-// Sees to it that one more element needs no memory.
-template <class T>
-void ReserveOneMore(std::vector<T>& list)
-{
-    if (list.size() == list.capacity())
-        list.reserve(list.size() + list.size() / 2 + 1);
-}
-
-template <class T>
-void EraseMarked(std::vector<T>& list, const std::vector<bool>& isMarked) noexcept
-{
-    std::size_t kept = 0;
-    for (std::size_t i = 0; i < list.size(); ++i) {
-        if (i < isMarked.size() && isMarked[i])
-            continue;
-        if (kept != i)
-            list[kept] = std::move(list[i]);
-        ++kept;
-    }
-    list.erase(list.begin() + static_cast<std::ptrdiff_t>(kept), list.end());
 }
 
 } // namespace
@@ -105,8 +85,8 @@ bool VCFixedLenTbl_MemSavVer::InsertFld(unsigned int fld, DWORD recCount, const 
         return false;
     CPackedFld inserted;
     inserted.Apply(inserted.Prepare(form, 0, 0, recCount, data));
-    ReserveOneMore(flds);
-    ReserveOneMore(recCountList);
+    SCVector::ReserveOneMore(flds);
+    SCVector::ReserveOneMore(recCountList);
     flds.insert(flds.begin() + static_cast<std::ptrdiff_t>(fld), std::move(inserted));
     recCountList.insert(recCountList.begin() + static_cast<std::ptrdiff_t>(fld), recCount);
     ++fldCount;
@@ -125,8 +105,8 @@ bool VCFixedLenTbl_MemSavVer::DeleteFld(unsigned int fld) noexcept
 
 void VCFixedLenTbl_MemSavVer::DeleteFlds(const std::vector<bool>& isDeleted) noexcept
 {
-    EraseMarked(flds, isDeleted);
-    EraseMarked(recCountList, isDeleted);
+    SCVector::EraseMarked(flds, isDeleted);
+    SCVector::EraseMarked(recCountList, isDeleted);
     fldCount = static_cast<unsigned int>(flds.size());
 }
 
