@@ -9,6 +9,8 @@
 // With a file name the table is written there and read from it, and it stays for others to be measured on.
 
 #include "CBenchTable.h"
+#include "SCBenchHeap.h"
+#include "SCBenchPress.h"
 #include "SCBenchTime.h"
 
 #include "CBUIDataMngr.h"
@@ -22,7 +24,6 @@
 #include <cstdlib>
 #include <cstring>
 #include <fstream>
-#include <malloc.h>
 #include <vector>
 
 using namespace NSKZ::NSKZCore;
@@ -84,12 +85,12 @@ int main(int argc, char** argv)
     else
         loader.LoadMemory(csv, "bench", table);
     const Clock::time_point buildStart = Clock::now();
-    const std::size_t heapBefore = mallinfo2().uordblks + mallinfo2().hblkhd;
+    const std::size_t heapBefore = SCBenchHeap::GetBytesInUse();
     const CCoreSumMngr sums(table);
     CBUIDataMngr env(1, SCBUICoreCom::LINKTBLVERTYPE_ONMEM, SCBUICoreCom::LINKTBLVERTYPE_ONMEM, table, &sums,
                      nullptr);
     const Clock::time_point buildEnd = Clock::now();
-    const std::size_t heapAfter = mallinfo2().uordblks + mallinfo2().hblkhd;
+    const std::size_t heapAfter = SCBenchHeap::GetBytesInUse();
     std::printf("%u rows, %.1f MB of CSV: load %.0f ms, build %.0f ms\n", rows,
                 static_cast<double>(csv.size()) / 1e6, SCBenchTime::GetMilliseconds(buildStart - loadStart),
                 SCBenchTime::GetMilliseconds(buildEnd - buildStart));
@@ -140,18 +141,9 @@ int main(int argc, char** argv)
         std::vector<double> kernelTimes;
         DWORD recCount = 0;
         for (int i = 0; i < repetitions; ++i) {
-            const DWORD btnID =
-                btnIDs[(static_cast<std::size_t>(i) * 7919 + btnIDs.size() / 3) % btnIDs.size()];
-            env.ClearAllBtnSelections(true);
-            const Clock::time_point pressStart = Clock::now();
-            const bool pressed = env.SelectTheBtn(btnClassIDs[fld], btnID, true);
+            const DWORD btnID = SCBenchPress::PickBtn(btnIDs, i);
             std::size_t displayed = 0;
-            for (const DWORD btnClassID : btnClassIDs) {
-                DWORD count = 0;
-                env.GetDispBtnCountOfBtnClass(btnClassID, count);
-                displayed += btnClassID == btnClassIDs[fld] || btnClassID == btnClassIDs.back() ? 0 : count;
-            }
-            pressTimes.push_back(SCBenchTime::GetMilliseconds(Clock::now() - pressStart));
+            const bool pressed = SCBenchPress::Press(env, btnClassIDs, fld, btnID, pressTimes, displayed);
 
             recs.resize(rows);
             env.GetTargetRecList(recs.data(), recCount);

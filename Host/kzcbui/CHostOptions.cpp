@@ -1,9 +1,6 @@
 #include "CHostOptions.h"
 
-#include "CBUIDataMngr.h"
-#include "CSourceDataMngr.h"
 #include "ECHostError.h"
-#include "ECInaccurateCode.h"
 #include "SCHostText.h"
 #include "SCLinkTables.h"
 
@@ -67,18 +64,6 @@ std::pair<std::string, SCFldType::SFldType> ReadType(const std::string& text)
     }
     type.first = text.substr(0, sign);
     return type;
-}
-
-// The engine itself knows best which tables it has.
-void ProveLinkTables(SCBUICoreCom::ELinkTableVerType version)
-{
-    const NSKZCore::CSourceDataMngr noTable;
-    try {
-        const NSKZCore::CBUIDataMngr proof(SCBUICoreCom::BUIDATAMNGR_ID_BEGIN, version, version, noTable,
-                                           nullptr);
-    } catch (const NSKZCore::ECInaccurateCode&) {
-        RefuseUsage(SCLinkTables::DescribeLack(version));
-    }
 }
 
 } // namespace
@@ -149,7 +134,6 @@ std::optional<CHostOptions> CHostOptions::Read(int argc, const char* const* argv
     for (const std::string& type : types)
         options.types.push_back(ReadType(type));
     SCLinkTables::ReadName(linkTables, options.linkTables);
-    ProveLinkTables(options.linkTables);
     return options;
 }
 

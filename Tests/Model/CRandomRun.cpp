@@ -42,8 +42,7 @@ private:
 CRandomRun::CRandomRun(CRandom& choice, const SLeaning& leaningOfRun)
     : random(choice), leaning(leaningOfRun), table(choice, leaningOfRun.table), sumMngr(table.GetSource()),
       hasSumMngr(leaning.sumMngrMissing == 0 || !random.IsOneOf(leaning.sumMngrMissing)),
-      env(std::make_unique<CBUIDataMngr>(1, SCBUICoreCom::LINKTBLVERTYPE_ONMEM,
-                                         SCBUICoreCom::LINKTBLVERTYPE_ONMEM, table.GetSource(),
+      env(std::make_unique<CBUIDataMngr>(1, leaning.linkTables, leaning.linkTables, table.GetSource(),
                                          hasSumMngr ? &sumMngr : nullptr, nullptr)),
       model(table.GetTexts(), hasSumMngr)
 {}
@@ -51,8 +50,22 @@ CRandomRun::CRandomRun(CRandom& choice, const SLeaning& leaningOfRun)
 std::string CRandomRun::Step()
 {
     log.emplace_back();
+    if (leaning.versionChange != 0 && random.IsOneOf(leaning.versionChange))
+        ChangeVersionOfTable();
     const std::string disagreement = Operate() ? "" : "the results of the operation\n";
     return disagreement + CModelComparison(*env, model, random).Compare();
+}
+
+// Nothing else may come of it.
+void CRandomRun::ChangeVersionOfTable()
+{
+    const auto version = static_cast<SCBUICoreCom::ELinkTableVerType>(1 + random.GetBelow(2));
+    const bool isBnLink = random.IsOneOf(2);
+    log.back() << (isBnLink ? "BnLink" : "RpLink") << " of version " << version << "; ";
+    if (isBnLink)
+        env->ChangeVersionTypeOfBnLink(version);
+    else
+        env->ChangeVersionTypeOfRpLink(version);
 }
 
 std::string CRandomRun::End()

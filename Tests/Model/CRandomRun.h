@@ -54,6 +54,9 @@ struct SLeaning
     DWORD clearing = 400;       // of what users fixed
     DWORD restoring = 0;        // saving and going on with what is read
     DWORD damaging = 0;         // reading a damaged save beside
+
+    NSKZCore::SCBUICoreCom::ELinkTableVerType linkTables = NSKZCore::SCBUICoreCom::LINKTBLVERTYPE_ONMEM;
+    DWORD versionChange = 0; // another version of a link table
 };
 
 // One environment with its model, and what was done to both.
@@ -79,6 +82,7 @@ public:
 
 private:
     bool Operate();
+    void ChangeVersionOfTable();
     bool Press();
     bool Limit();
     bool OperateSeldom();

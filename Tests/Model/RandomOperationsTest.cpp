@@ -491,6 +491,23 @@ TEST(RandomOperations, AgreeWithTheModelAcrossRestoresOfHundredsOfButtons)
     RunOperations(leaning, OPERATIONS_OF_A_TEST / 200);
 }
 
+TEST(RandomOperations, AgreeWithTheModelOnTablesThatSaveMemory)
+{
+    SLeaning leaning = LeanToVirtualItems();
+    leaning.nesting = 3;
+    leaning.restoring = 40;
+    leaning.linkTables = NSKZCore::SCBUICoreCom::LINKTBLVERTYPE_MEMSAV;
+    RunOperations(leaning, OPERATIONS_OF_A_TEST / 4);
+}
+
+TEST(RandomOperations, AgreeWithTheModelWhileTheVersionsOfTablesChange)
+{
+    SLeaning leaning = LeanToSpecialBtns();
+    leaning.restoring = 40;
+    leaning.versionChange = 10;
+    RunOperations(leaning, OPERATIONS_OF_A_TEST / 4);
+}
+
 // Elements, attributes and files of tables are damaged, of environments that have something of everything.
 TEST(RandomOperations, SurviveDamagedSaves)
 {

@@ -2,7 +2,6 @@
 
 #include "CCoreSumMngr.h"
 #include "ECAbnormalData.h"
-#include "ECInaccurateCode.h"
 #include "INumCnd.h"
 #include "SCBUICoreStrDef.h"
 #include "Support/MakeTable.h"
@@ -103,15 +102,13 @@ TEST(CBUIDataMngr, AnEnvironmentMadeForReadingIsEmpty)
     env.ClearAllBtnSelections(true);
 }
 
-TEST(CBUIDataMngr, AVersionOfATableThatIsNotThereIsRefused)
+TEST(CBUIDataMngr, AnUnknownVersionOfATableIsRefused)
 {
     const CSourceDataMngr table = MakeTable({{"shop", TEXT, {"a"}}});
     const auto make = [&table](DWORD bnLinkVer, DWORD rpLinkVer) {
         CBUIDataMngr(1, static_cast<SCBUICoreCom::ELinkTableVerType>(bnLinkVer),
                      static_cast<SCBUICoreCom::ELinkTableVerType>(rpLinkVer), table, nullptr);
     };
-    EXPECT_THROW(make(2, 1), ECInaccurateCode);
-    EXPECT_THROW(make(1, 2), ECInaccurateCode);
     for (const DWORD unknown : {0u, 3u, 4294967295u}) {
         try {
             make(unknown, 1);
@@ -136,13 +133,34 @@ TEST_F(CBUIDataMngrTest, AChangeOfVersionThatFailsLeavesTheTablesInForce)
     EXPECT_EQ(env.GetVersionTypeOfRpLink(), ON_MEM);
     env.ChangeVersionTypeOfBnLink(ON_MEM);
     env.ChangeVersionTypeOfRpLink(ON_MEM);
-    EXPECT_THROW(env.ChangeVersionTypeOfBnLink(SCBUICoreCom::LINKTBLVERTYPE_MEMSAV), ECInaccurateCode);
-    EXPECT_THROW(env.ChangeVersionTypeOfRpLink(SCBUICoreCom::LINKTBLVERTYPE_MEMSAV), ECInaccurateCode);
+    EXPECT_THROW(env.ChangeVersionTypeOfBnLink(static_cast<SCBUICoreCom::ELinkTableVerType>(0)),
+                 ECAbnormalData);
     EXPECT_THROW(env.ChangeVersionTypeOfRpLink(static_cast<SCBUICoreCom::ELinkTableVerType>(9)),
                  ECAbnormalData);
+    EXPECT_EQ(env.GetVersionTypeOfBnLink(), ON_MEM);
+    EXPECT_EQ(env.GetVersionTypeOfRpLink(), ON_MEM);
     EXPECT_TRUE(env.SelectTheBtn(SHOP, 2, true));
     EXPECT_EQ(GetTargetRecs(), List({0, 2}));
     EXPECT_EQ(GetDisplayed(KIND), List({2, 3}));
+}
+
+TEST_F(CBUIDataMngrTest, AChangeOfVersionKeepsTheSelectionAndWhatComesOfIt)
+{
+    constexpr auto MEM_SAV = SCBUICoreCom::LINKTBLVERTYPE_MEMSAV;
+    EXPECT_TRUE(env.SelectTheBtn(SHOP, 2, true));
+    for (const auto version : {MEM_SAV, ON_MEM, MEM_SAV}) {
+        env.ChangeVersionTypeOfBnLink(version);
+        env.ChangeVersionTypeOfRpLink(version);
+        EXPECT_EQ(env.GetVersionTypeOfBnLink(), version);
+        EXPECT_EQ(env.GetVersionTypeOfRpLink(), version);
+        EXPECT_EQ(GetTargetRecs(), List({0, 2}));
+        EXPECT_EQ(GetDisplayed(KIND), List({2, 3}));
+        EXPECT_TRUE(env.SelectTheBtn(SHOP, 2, false));
+        EXPECT_TRUE(env.SelectTheBtn(KIND, 3, true));
+        EXPECT_EQ(GetTargetRecs(), List({2, 3}));
+        EXPECT_TRUE(env.SelectTheBtn(KIND, 3, false));
+        EXPECT_TRUE(env.SelectTheBtn(SHOP, 2, true));
+    }
 }
 
 TEST_F(CBUIDataMngrTest, UnknownIdentifiersAreAnsweredByFalseWithOutputsUntouched)

@@ -1158,11 +1158,30 @@ TEST_F(CBUIDataMngrXMLDamage, AFormWithoutDataHasNoRecords)
     ExpectLostTables();
 }
 
-TEST_F(CBUIDataMngrXMLDamage, AVersionOfATableThatThereIsNotIsRefused)
+TEST_F(CBUIDataMngrXMLDamage, AnyVersionOfATableButTheOneOnMemoryIsTheMemorySavingOne)
 {
     saved.Replace(COMMON_XML, "verType=\"OnMemory\"", "verType=\"onMemory\"");
-    EXPECT_EQ(LoadCommon(), BAD);
-    ExpectEmpty();
+    EXPECT_EQ(LoadCommon(), OK);
+    EXPECT_EQ(back.env.GetVersionTypeOfBnLink(), SCBUICoreCom::LINKTBLVERTYPE_MEMSAV);
+    EXPECT_EQ(back.env.GetVersionTypeOfRpLink(), ON_MEM);
+    ExpectLostTables(); // its files were written by the other one
+}
+
+TEST_F(CBUIDataMngrXMLDamage, TablesThatSaveMemoryAreSavedAndComeBackAsThemselves)
+{
+    constexpr auto MEM_SAV = SCBUICoreCom::LINKTBLVERTYPE_MEMSAV;
+    for (const bool isBnLinkPacked : {true, false}) {
+        for (const bool isRpLinkPacked : {true, false}) {
+            made.env.ChangeVersionTypeOfBnLink(isBnLinkPacked ? MEM_SAV : ON_MEM);
+            made.env.ChangeVersionTypeOfRpLink(isRpLinkPacked ? MEM_SAV : ON_MEM);
+            ASSERT_TRUE(saved.Save(made.env));
+            ASSERT_EQ(LoadBoth(), OK);
+            EXPECT_EQ(back.env.GetVersionTypeOfBnLink(), made.env.GetVersionTypeOfBnLink());
+            EXPECT_EQ(back.env.GetVersionTypeOfRpLink(), made.env.GetVersionTypeOfRpLink());
+            EXPECT_EQ(back.env.GetRecCountOfSrcData(), REC_COUNT);
+            EXPECT_EQ(back.Everything(), made.Everything());
+        }
+    }
 }
 
 TEST_F(CBUIDataMngrXMLDamage, FilesThatCannotBeWrittenMakeTheSaveFailWithoutAnElement)

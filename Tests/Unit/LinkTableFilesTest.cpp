@@ -1,8 +1,6 @@
-#include "CBnLink_OnMemVer.h"
-#include "CRpLink_OnMemVer.h"
-
 #include "Support/CAllocFault.h"
 #include "Support/LinkTableUse.h"
+#include "Support/LinkTableVersions.h"
 #include "Support/TestText.h"
 #include "Support/TLinkTableFilesFixture.h"
 
@@ -31,8 +29,7 @@ void Use(IRpLink& link)
 template <class TTable>
 class LinkTableFiles : public TLinkTableFilesFixture<TTable>
 {};
-using TTables = testing::Types<CBnLink_OnMemVer, CRpLink_OnMemVer>;
-TYPED_TEST_SUITE(LinkTableFiles, TTables);
+TYPED_TEST_SUITE(LinkTableFiles, LinkTables, CNameOfTable);
 
 } // namespace
 
@@ -43,7 +40,7 @@ TYPED_TEST(LinkTableFiles, GiveTheTableBackWhichWritesTheSameFilesAgain)
     EXPECT_EQ(GetContent(link), this->expected);
     const CLinkTableDir second;
     ASSERT_TRUE(link.WriteTo(second.GetPath().c_str()));
-    EXPECT_EQ(link.GetVersionType(), SCBUICoreCom::LINKTBLVERTYPE_ONMEM);
+    EXPECT_EQ(link.GetVersionType(), VERSION_OF<TypeParam>);
     const DWORD fileCount = this->GetFileCount();
     EXPECT_GE(fileCount, 4u);
     for (DWORD file = 0; file < fileCount; ++file)

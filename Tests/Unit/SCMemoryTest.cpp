@@ -43,15 +43,3 @@ TEST(SCMemory, ExhaustionIsBadAllocAndKeepsTheBlock)
     EXPECT_STREQ(block, "abc");
     SCMemory::Release(block);
 }
-
-TEST(SCMemory, ReserveOneMoreLetsTheNextElementGoThrough)
-{
-    CAllocFault memory;
-    std::vector<int> list;
-    for (int i = 0; i < 100; ++i) {
-        SCMemory::ReserveOneMore(list);
-        memory.Arm(1);
-        list.push_back(i);
-        EXPECT_FALSE(memory.Disarm());
-    }
-}

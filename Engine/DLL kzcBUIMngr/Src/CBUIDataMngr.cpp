@@ -1,12 +1,13 @@
 #include "CBUIDataMngr.h"
 
+#include "CBnLink_MemSavVer.h"
 #include "CBnLink_OnMemVer.h"
 #include "CProgressStatus.h"
+#include "CRpLink_MemSavVer.h"
 #include "CRpLink_OnMemVer.h"
 #include "CSourceDataMngr.h"
 #include "CVirBtnClass.h"
 #include "ECAbnormalData.h"
-#include "ECInaccurateCode.h"
 #include "INumCnd.h"
 #include "SCBUICoreStrDef.h"
 #include "SCKZCoreCom.h"
@@ -15,6 +16,7 @@
 #include <algorithm>
 #include <cstring>
 #include <numeric>
+#include <utility>
 
 namespace NSKZ::NSKZCore {
 
@@ -22,18 +24,32 @@ namespace {
 
 constexpr const char* SRC_FILE = "Src/CBUIDataMngr";
 
-// The version of a table that `verType` names, `TOnMem` being the one on memory. `function` is where it is
-// made.
-template <class TOnMem>
-std::unique_ptr<TOnMem> MakeTable(SCBUICoreCom::ELinkTableVerType verType, const char* function, long line)
+// The version of a table that `verType` names. `function` is where it is made.
+template <class TTable, class TOnMem, class TMemSav>
+std::unique_ptr<TTable> MakeTable(SCBUICoreCom::ELinkTableVerType verType, const char* function, long line)
 {
     switch (verType) {
     case SCBUICoreCom::LINKTBLVERTYPE_ONMEM:
         return std::make_unique<TOnMem>();
     case SCBUICoreCom::LINKTBLVERTYPE_MEMSAV:
-        throw ECInaccurateCode(SRC_FILE, function, line);
+        return std::make_unique<TMemSav>();
     default:
         throw ECAbnormalData(SCBUICoreStrDef::MSG_UNKNOWN_LINKTBLVERTYPE, SRC_FILE, function, line);
+    }
+}
+
+// Puts a table of another version in the place of `table`: create() makes it, copyFrom(old) fills it.
+// Whatever they throw, the old table is back.
+template <class TTable, class TCreate, class TCopyFrom>
+void ExchangeTable(std::unique_ptr<TTable>& table, const TCreate& create, const TCopyFrom& copyFrom)
+{
+    std::unique_ptr<TTable> old = std::move(table);
+    try {
+        create();
+        copyFrom(old.get());
+    } catch (...) {
+        table = std::move(old);
+        throw;
     }
 }
 
@@ -148,7 +164,8 @@ bool CBUIDataMngr::CreateBnLink(SCBUICoreCom::ELinkTableVerType verType)
 {
     if (bnLink != nullptr)
         return false;
-    bnLink = MakeTable<CBnLink_OnMemVer>(verType, "NSKZ::NSKZCore::CBUIDataMngr::CreateBnLink", __LINE__);
+    bnLink = MakeTable<IBnLink, CBnLink_OnMemVer, CBnLink_MemSavVer>(
+        verType, "NSKZ::NSKZCore::CBUIDataMngr::CreateBnLink", __LINE__);
     return true;
 }
 
@@ -156,31 +173,39 @@ bool CBUIDataMngr::CreateRpLink(SCBUICoreCom::ELinkTableVerType verType)
 {
     if (rpLink != nullptr)
         return false;
-    rpLink = MakeTable<CRpLink_OnMemVer>(verType, "NSKZ::NSKZCore::CBUIDataMngr::CreateRpLink", __LINE__);
+    rpLink = MakeTable<IRpLink, CRpLink_OnMemVer, CRpLink_MemSavVer>(
+        verType, "NSKZ::NSKZCore::CBUIDataMngr::CreateRpLink", __LINE__);
     return true;
 }
 
 SCBUICoreCom::ELinkTableVerType CBUIDataMngr::GetVersionTypeOfBnLink() const
 {
+    if (bnLink == nullptr)
+        throw ECAbnormalData(SCBUICoreStrDef::MSG_NOTEXIST_BNLINK, SRC_FILE,
+                             "NSKZ::NSKZCore::CBUIDataMngr::GetVersionTypeOfBnLink", __LINE__);
     return bnLink->GetVersionType();
 }
 
 SCBUICoreCom::ELinkTableVerType CBUIDataMngr::GetVersionTypeOfRpLink() const
 {
+    if (rpLink == nullptr)
+        throw ECAbnormalData(SCBUICoreStrDef::MSG_NOTEXIST_RPLINK, SRC_FILE,
+                             "NSKZ::NSKZCore::CBUIDataMngr::GetVersionTypeOfRpLink", __LINE__);
     return rpLink->GetVersionType();
 }
 
-// There is one version as yet, so making any other one throws, and the table in force stays.
 void CBUIDataMngr::ChangeVersionTypeOfBnLink(SCBUICoreCom::ELinkTableVerType verType)
 {
     if (verType != GetVersionTypeOfBnLink())
-        MakeTable<CBnLink_OnMemVer>(verType, "NSKZ::NSKZCore::CBUIDataMngr::CreateBnLink", __LINE__);
+        ExchangeTable(
+            bnLink, [&] { CreateBnLink(verType); }, [&](IBnLink* old) { CopyBnLink(old); });
 }
 
 void CBUIDataMngr::ChangeVersionTypeOfRpLink(SCBUICoreCom::ELinkTableVerType verType)
 {
     if (verType != GetVersionTypeOfRpLink())
-        MakeTable<CRpLink_OnMemVer>(verType, "NSKZ::NSKZCore::CBUIDataMngr::CreateRpLink", __LINE__);
+        ExchangeTable(
+            rpLink, [&] { CreateRpLink(verType); }, [&](IRpLink* old) { CopyRpLink(old); });
 }
 
 DWORD* CBUIDataMngr::GetWorkArea(std::size_t number) const

@@ -84,8 +84,7 @@ public:
 
     // An empty environment with the identifier `id` (BUIDATAMNGR_ID_BEGIN to BUIDATAMNGR_ID_END), to be
     // filled from a saved one. `coreSumMngr` may be null: sums are not to be had then, and SelectBtns answers
-    // false after it has done its work. Throws ECAbnormalData for an unknown version type of a table and
-    // ECInaccurateCode for one that this library does not have.
+    // false after it has done its work. Throws ECAbnormalData for an unknown version type of a table.
     CBUIDataMngr(DWORD id, SCBUICoreCom::ELinkTableVerType bnLinkVerType,
                  SCBUICoreCom::ELinkTableVerType rpLinkVerType, const CSourceDataMngr& srcDataMngr,
                  const CCoreSumMngr* coreSumMngr);
@@ -241,9 +240,9 @@ public:
 
     // Write and read the element of one link table, which names its version and, `withData`, its files.
     // Writing writes the files first, and is false without an element if that fails. Reading takes the
-    // attributes of the element: READXML_BADFORMAT for what is missing or cannot be understood, and for a
-    // version that this library does not have; a table that cannot be read is a lost one, as above. Throw
-    // ECAbnormalData for a table type that is none.
+    // attributes of the element: READXML_BADFORMAT for what is missing or cannot be understood; any version
+    // but the one on memory is the memory-saving one, and the table is of it from then on. A table that
+    // cannot be read is a lost one, as above. Throw ECAbnormalData for a table type that is none.
     bool WriteLinkTableSpecByXML(const char* folder, CXMLWriter& writer, bool withData,
                                  ELinkTableType type) const;
     CXMLReader::EMthRetOfReadXML ReadLinkTableSpecByXML(const char* folder,
@@ -267,8 +266,10 @@ public:
     // The version of the two link tables.
     SCBUICoreCom::ELinkTableVerType GetVersionTypeOfBnLink() const;
     SCBUICoreCom::ELinkTableVerType GetVersionTypeOfRpLink() const;
-    // Changes a table's version; the same version leaves the very same table in place. Throws as the
-    // constructors do, with the table in force as it was.
+    // Changes a table's version and carries its content over; the same version leaves the very same table in
+    // place. The record-to-button table loses the columns of classes that are not effective. Throws as the
+    // constructors do and std::bad_alloc, with the table in force as it was. Costs a read and a write of all
+    // cells.
     void ChangeVersionTypeOfBnLink(SCBUICoreCom::ELinkTableVerType verType);
     void ChangeVersionTypeOfRpLink(SCBUICoreCom::ELinkTableVerType verType);
 

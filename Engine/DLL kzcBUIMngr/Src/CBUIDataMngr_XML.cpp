@@ -9,7 +9,6 @@
 #include "CTimeBtnClass.h"
 #include "CVirBtnClass.h"
 #include "ECAbnormalData.h"
-#include "ECInaccurateCode.h"
 #include "IBnLink.h"
 #include "IRpLink.h"
 #include "SCBUICoreStrDef.h"
@@ -271,17 +270,13 @@ CBUIDataMngr::EMthRetOfReadXML CBUIDataMngr::ReadLinkTableSpecByXML(const char* 
                                                STRLEN_ATTRVALUE_VERTYPE_ONMEMORY);
     const SCBUICoreCom::ELinkTableVerType verType =
         isOnMemory ? SCBUICoreCom::LINKTBLVERTYPE_ONMEM : SCBUICoreCom::LINKTBLVERTYPE_MEMSAV;
-    try {
-        if (type == LINKTBLTYPE_BNLINK) {
-            ChangeVersionTypeOfBnLink(verType);
-        } else if (type == LINKTBLTYPE_RPLINK) {
-            ChangeVersionTypeOfRpLink(verType);
-        } else {
-            throw ECAbnormalData(SCBUICoreStrDef::MSG_UNKNOWN_LINKTBLTYPE, SRC_FILE,
-                                 "NSKZ::NSKZCore::CBUIDataMngr::ReadLinkTableSpecByXML", __LINE__);
-        }
-    } catch (const ECInaccurateCode&) { // a version that there is not
-        return CXMLReader::READXML_BADFORMAT;
+    if (type == LINKTBLTYPE_BNLINK) {
+        ChangeVersionTypeOfBnLink(verType);
+    } else if (type == LINKTBLTYPE_RPLINK) {
+        ChangeVersionTypeOfRpLink(verType);
+    } else {
+        throw ECAbnormalData(SCBUICoreStrDef::MSG_UNKNOWN_LINKTBLTYPE, SRC_FILE,
+                             "NSKZ::NSKZCore::CBUIDataMngr::ReadLinkTableSpecByXML", __LINE__);
     }
 
     SCKZCoreCom::EEndianness endianness{};

@@ -1,10 +1,9 @@
 #include "CBnLink_OnMemVer.h"
 
-#include "CBinaryWriter.h"
-#include "CLinkTableIndexReader.h"
+#include "CDistinctBtnIDs.h"
+#include "SBnLinkIndex.h"
 #include "SCLinkTableFile.h"
-#include "SCMemory.h"
-#include "TCBtnIDAssArr.h"
+#include "SCVector.h"
 
 #include <algorithm>
 #include <limits>
@@ -12,87 +11,34 @@
 
 namespace NSKZ::NSKZCore {
 
-namespace {
-
-using CBtnIDSet = TCBtnIDAssArr<unsigned char>;
-
-// Whether a cell is to be listed: a source button the first time it is met, anything else every time.
-bool IsToBeListed(CBtnIDSet& seen, DWORD btnID)
-{
-    if (!SCBUICoreCom::IsSrcBtn(btnID))
-        return true;
-    if (seen.Exist(btnID))
-        return false;
-    seen.SetOfSrcBtn(btnID, 1);
-    return true;
-}
-
-// What the index file holds.
-struct SIndex
-{
-    DWORD fldCount = 0;
-    DWORD recCount = 0;
-    std::vector<DWORD> fldPosOfBtnClass;
-};
-
-bool ReadIndex(const char* dir, SIndex& index)
-{
-    CLinkTableIndexReader reader(dir);
-    DWORD listSize = 0;
-    if (!reader.Read(index.fldCount) || !reader.Read(index.recCount) || !reader.Read(listSize) ||
-        !reader.ReadList(listSize, index.fldPosOfBtnClass) || !reader.ProveEnd())
-        return false;
-    // The identifiers from 1 to the last one of a source class are those that may have a column.
-    const std::vector<DWORD>& fldPos = index.fldPosOfBtnClass;
-    if ((!fldPos.empty() && fldPos[0] != 0) ||
-        fldPos.size() > std::size_t{SCBUICoreCom::BTNCLS_ID_SRC_END} + 1 ||
-        !SCLinkTableFile::AreFldPositions({&fldPos}, index.fldCount)) {
-        SetLastError(ERROR_INVALID_DATA);
-        return false;
-    }
-    return true;
-}
-
-} // namespace
-
 CBnLink_OnMemVer::CBnLink_OnMemVer() = default;
 CBnLink_OnMemVer::~CBnLink_OnMemVer() = default;
 
 CBnLink_OnMemVer& CBnLink_OnMemVer::operator=(const CBnLink_OnMemVer& other)
 {
-    std::vector<DWORD> fldPosCopy(other.fldPosOfBtnClass);
+    CFldPosOfBtnClass fldPosCopy(other.fldPos);
     std::vector<CDWORDArray> fldListCopy;
     fldListCopy.reserve(other.fldList.size());
     for (const CDWORDArray& fld : other.fldList)
         fldListCopy.push_back(fld.Clone());
     recCount = other.recCount;
-    fldPosOfBtnClass = std::move(fldPosCopy);
+    fldPos = std::move(fldPosCopy);
     fldList = std::move(fldListCopy);
     return *this;
 }
 
 bool CBnLink_OnMemVer::WriteTo(const char* dir) const
 {
-    return SCLinkTableFile::PrepareWriting(dir) && WriteIndex(dir) &&
+    return SBnLinkIndex::Write(dir, static_cast<DWORD>(fldList.size()), recCount, fldPos) &&
            SCLinkTableFile::WriteFlds(dir, fldList);
-}
-
-bool CBnLink_OnMemVer::WriteIndex(const char* dir) const
-{
-    CBinaryWriter writer(SCLinkTableFile::MakeIndexPath(dir).c_str(), true);
-    writer.WriteData(static_cast<DWORD>(fldList.size()));
-    writer.WriteData(recCount);
-    writer.WriteData(static_cast<DWORD>(fldPosOfBtnClass.size()));
-    writer.WriteData(fldPosOfBtnClass.data(), static_cast<DWORD>(fldPosOfBtnClass.size()));
-    return writer.Close();
 }
 
 bool CBnLink_OnMemVer::ReadFrom(const char* dir, SCKZCoreCom::EEndianness endianness,
                                 SCKZCoreCom::EDataModel dataModel)
 {
     Clear();
-    SIndex index;
-    if (!SCLinkTableFile::PrepareReading(dir, endianness, dataModel) || !ReadIndex(dir, index))
+    SBnLinkIndex index;
+    if (!SCLinkTableFile::PrepareReading(dir, endianness, dataModel) || !index.Read(dir))
         return false;
     std::vector<CDWORDArray> readFlds(index.fldCount);
     for (DWORD fld = 0; fld < index.fldCount; ++fld) {
@@ -100,16 +46,8 @@ bool CBnLink_OnMemVer::ReadFrom(const char* dir, SCKZCoreCom::EEndianness endian
             return false;
     }
     recCount = index.recCount;
-    fldPosOfBtnClass = std::move(index.fldPosOfBtnClass);
+    fldPos = std::move(index.fldPos);
     fldList = std::move(readFlds);
-    return true;
-}
-
-bool CBnLink_OnMemVer::FindFld(DWORD btnClassID, DWORD& fld) const noexcept
-{
-    if (btnClassID >= fldPosOfBtnClass.size() || fldPosOfBtnClass[btnClassID] == 0)
-        return false;
-    fld = fldPosOfBtnClass[btnClassID] - 1;
     return true;
 }
 
@@ -128,12 +66,11 @@ bool CBnLink_OnMemVer::InsertFld(DWORD btnClassID, DWORD count, const DWORD* btn
     CDWORDArray cells(count);
     if (btnIDs != nullptr)
         std::copy_n(btnIDs, count, cells.GetData());
-    SCMemory::ReserveOneMore(fldList);
-    if (btnClassID >= fldPosOfBtnClass.size())
-        fldPosOfBtnClass.resize(static_cast<std::size_t>(btnClassID) + 1, 0);
+    SCVector::ReserveOneMore(fldList);
+    fldPos.PrepareInsert(btnClassID);
     // All memory is there: from here on nothing fails.
+    fldPos.Insert(btnClassID, static_cast<DWORD>(fldList.size()));
     fldList.push_back(std::move(cells));
-    fldPosOfBtnClass[btnClassID] = static_cast<DWORD>(fldList.size());
     recCount = count;
     return true;
 }
@@ -142,14 +79,10 @@ bool CBnLink_OnMemVer::DeleteFld(DWORD btnClassID)
 {
     const CCriticalSection::CGuard guard(lock);
     DWORD deleted = 0;
-    if (!FindFld(btnClassID, deleted))
+    if (!fldPos.Find(btnClassID, deleted))
         return false;
     fldList.erase(fldList.begin() + static_cast<std::ptrdiff_t>(deleted));
-    for (DWORD& fldPos : fldPosOfBtnClass) {
-        if (fldPos > deleted + 1)
-            --fldPos;
-    }
-    fldPosOfBtnClass[btnClassID] = 0;
+    fldPos.Delete(btnClassID);
     return true;
 }
 
@@ -201,7 +134,7 @@ bool CBnLink_OnMemVer::SetFldData(DWORD btnClassID, DWORD count, const DWORD* bt
 bool CBnLink_OnMemVer::GetData(DWORD btnClassID, DWORD pos, DWORD count, DWORD* btnIDs) const
 {
     DWORD fld = 0;
-    if (!FindFld(btnClassID, fld) || !ContainsRecs(pos, count))
+    if (!fldPos.Find(btnClassID, fld) || !ContainsRecs(pos, count))
         return false;
     std::copy_n(fldList[fld].GetData() + pos, count, btnIDs);
     return true;
@@ -211,33 +144,22 @@ bool CBnLink_OnMemVer::GetBtnIDListOfRecList(DWORD btnClassID, DWORD listCount, 
                                              std::vector<DWORD>& btnIDs) const
 {
     DWORD fld = 0;
-    if (!FindFld(btnClassID, fld))
+    if (!fldPos.Find(btnClassID, fld))
         return false;
     const DWORD* const cells = fldList[fld].GetData();
-    CBtnIDSet seen;
-    btnIDs.resize(listCount, SCBUICoreCom::BTN_ID_UNSETTING);
-    DWORD listed = 0;
-    for (DWORD i = 0; i < listCount; ++i) {
-        const DWORD btnID = cells[recNumList[i]];
-        if (IsToBeListed(seen, btnID))
-            btnIDs[listed++] = btnID;
-    }
-    btnIDs.resize(listed);
+    CDistinctBtnIDs distinct(btnIDs);
+    for (DWORD i = 0; i < listCount; ++i)
+        distinct.Meet(cells[recNumList[i]]);
     return true;
 }
 
 bool CBnLink_OnMemVer::GetBtnIDList(DWORD btnClassID, std::vector<DWORD>& btnIDs) const
 {
     DWORD fld = 0;
-    if (!FindFld(btnClassID, fld))
+    if (!fldPos.Find(btnClassID, fld))
         return false;
     const DWORD* const cells = fldList[fld].GetData();
-    CBtnIDSet seen;
-    btnIDs.clear();
-    for (DWORD i = 0; i < recCount; ++i) {
-        if (IsToBeListed(seen, cells[i]))
-            btnIDs.push_back(cells[i]);
-    }
+    CDistinctBtnIDs(btnIDs).Meet(cells, recCount);
     return true;
 }
 
@@ -249,7 +171,7 @@ DWORD CBnLink_OnMemVer::GetRecCount() const
 bool CBnLink_OnMemVer::GetBtnID(DWORD btnClassID, DWORD recNum, DWORD& btnID) const
 {
     DWORD fld = 0;
-    if (!FindFld(btnClassID, fld) || recNum >= recCount)
+    if (!fldPos.Find(btnClassID, fld) || recNum >= recCount)
         return false;
     btnID = fldList[fld].GetData()[recNum];
     return true;
@@ -258,7 +180,7 @@ bool CBnLink_OnMemVer::GetBtnID(DWORD btnClassID, DWORD recNum, DWORD& btnID) co
 bool CBnLink_OnMemVer::SetData(DWORD btnClassID, DWORD pos, DWORD count, const DWORD* btnIDs)
 {
     DWORD fld = 0;
-    if (!FindFld(btnClassID, fld) || !ContainsRecs(pos, count))
+    if (!fldPos.Find(btnClassID, fld) || !ContainsRecs(pos, count))
         return false;
     std::copy_n(btnIDs, count, fldList[fld].GetData() + pos);
     return true;
@@ -267,7 +189,7 @@ bool CBnLink_OnMemVer::SetData(DWORD btnClassID, DWORD pos, DWORD count, const D
 void CBnLink_OnMemVer::Clear()
 {
     fldList.clear();
-    fldPosOfBtnClass.clear();
+    fldPos.Clear();
     recCount = 0;
 }
 
@@ -280,7 +202,7 @@ bool CBnLink_OnMemVer::GetBtnIDsOfRecs(DWORD btnClassID, DWORD listCount, const 
                                        DWORD* btnIDs) const
 {
     DWORD fld = 0;
-    if (!FindFld(btnClassID, fld))
+    if (!fldPos.Find(btnClassID, fld))
         return false;
     const DWORD* const cells = fldList[fld].GetData();
     for (DWORD i = 0; i < listCount; ++i)
@@ -291,16 +213,12 @@ bool CBnLink_OnMemVer::GetBtnIDsOfRecs(DWORD btnClassID, DWORD listCount, const 
 bool CBnLink_OnMemVer::ExistFld(DWORD btnClassID) const
 {
     DWORD fld = 0;
-    return FindFld(btnClassID, fld);
+    return fldPos.Find(btnClassID, fld);
 }
 
 void CBnLink_OnMemVer::GetBtnClassIDList(std::vector<DWORD>& btnClassIDs) const
 {
-    btnClassIDs.clear();
-    for (std::size_t btnClassID = 0; btnClassID < fldPosOfBtnClass.size(); ++btnClassID) {
-        if (fldPosOfBtnClass[btnClassID] != 0)
-            btnClassIDs.push_back(static_cast<DWORD>(btnClassID));
-    }
+    fldPos.GetBtnClassIDList(btnClassIDs);
 }
 
 } // namespace NSKZ::NSKZCore

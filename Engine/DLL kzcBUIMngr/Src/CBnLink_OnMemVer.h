@@ -3,6 +3,7 @@
 
 #include "CCriticalSection.h"
 #include "CDWORDArray.h"
+#include "CFldPosOfBtnClass.h"
 #include "IBnLink.h"
 
 namespace NSKZ::NSKZCore {
@@ -45,16 +46,13 @@ public:
     virtual CBnLink_OnMemVer& operator=(const CBnLink_OnMemVer& other);
 
 private:
-    bool WriteIndex(const char* dir) const;
-    // The cells of a class's column; false if it has none.
-    bool FindFld(DWORD btnClassID, DWORD& fld) const noexcept;
     // Whether the rows pos to pos + count - 1 are all in the table.
     bool ContainsRecs(DWORD pos, DWORD count) const noexcept;
 
-    DWORD recCount = 0;                  // rows of every column
-    std::vector<DWORD> fldPosOfBtnClass; // by class identifier: 0 no column, else the column's index plus 1
-    std::vector<CDWORDArray> fldList;    // the columns in the order of their insertion
-    CCriticalSection lock;               // held by the operations that change the structure
+    DWORD recCount = 0;               // rows of every column
+    CFldPosOfBtnClass fldPos;         // at which index a class's column stands
+    std::vector<CDWORDArray> fldList; // the columns in the order of their insertion
+    CCriticalSection lock;            // held by the operations that change the structure
 };
 
 } // namespace NSKZ::NSKZCore

@@ -68,6 +68,17 @@ void CFldPosOfBtnClass::Delete(DWORD btnClassID) noexcept
     deleted = 0;
 }
 
+std::vector<bool> CFldPosOfBtnClass::MarkFlds(const std::vector<DWORD>& btnClassIDs, DWORD fldCount) const
+{
+    std::vector<bool> isMarked(fldCount, false);
+    DWORD fld = 0;
+    for (const DWORD btnClassID : btnClassIDs) {
+        if (Find(btnClassID, fld))
+            isMarked[fld] = true;
+    }
+    return isMarked;
+}
+
 void CFldPosOfBtnClass::Delete(const std::vector<bool>& isDeleted)
 {
     std::vector<DWORD> newPositions(isDeleted.size(), 0);
@@ -105,37 +116,61 @@ void CFldPosOfBtnClass::GetBtnClassIDList(std::vector<DWORD>& btnClassIDs) const
     appendHeld(fixVirFldPos, SCBUICoreCom::BTNCLS_ID_VIR_FIXED_BEGIN);
 }
 
+void CFldPosOfBtnClass::WriteStore(CBinaryWriter& writer, const Store& store) noexcept
+{
+    writer.WriteData(static_cast<DWORD>(store.size()));
+    writer.WriteData(store.data(), static_cast<DWORD>(store.size()));
+}
+
+bool CFldPosOfBtnClass::ReadStore(CLinkTableIndexReader& reader, Store& store)
+{
+    DWORD size = 0;
+    return reader.Read(size) && reader.ReadList(size, store);
+}
+
+bool CFldPosOfBtnClass::Prove(DWORD fldCount) const
+{
+    const bool areClasses = (srcFldPos.empty() || srcFldPos[0] == 0) && // 0 is no class
+                            srcFldPos.size() <= std::size_t{SCBUICoreCom::BTNCLS_ID_SRC_END} + 1 &&
+                            comVirFldPos.size() <= SCBUICoreCom::BTNCLS_VIR_COMMON_MAXCNT &&
+                            fixVirFldPos.size() <= SCBUICoreCom::BTNCLS_VIR_FIXED_MAXCNT;
+    if (areClasses && SCLinkTableFile::AreFldPositions({&srcFldPos, &comVirFldPos, &fixVirFldPos}, fldCount))
+        return true;
+    SetLastError(ERROR_INVALID_DATA);
+    return false;
+}
+
 void CFldPosOfBtnClass::WriteTo(CBinaryWriter& writer) const noexcept
 {
-    for (const std::vector<DWORD>* const store : {&srcFldPos, &comVirFldPos, &fixVirFldPos}) {
-        writer.WriteData(static_cast<DWORD>(store->size()));
-        writer.WriteData(store->data(), static_cast<DWORD>(store->size()));
-    }
+    for (const Store* const store : {&srcFldPos, &comVirFldPos, &fixVirFldPos})
+        WriteStore(writer, *store);
 }
 
 bool CFldPosOfBtnClass::ReadFrom(CLinkTableIndexReader& reader, DWORD& fldCount)
 {
     Clear();
     CFldPosOfBtnClass read;
-    for (std::vector<DWORD>* const store : {&read.srcFldPos, &read.comVirFldPos, &read.fixVirFldPos}) {
-        DWORD size = 0;
-        if (!reader.Read(size) || !reader.ReadList(size, *store))
-            return false;
-    }
     DWORD readCount = 0;
-    if (!reader.Read(readCount))
+    if (!ReadStore(reader, read.srcFldPos) || !ReadStore(reader, read.comVirFldPos) ||
+        !ReadStore(reader, read.fixVirFldPos) || !reader.Read(readCount) || !read.Prove(readCount))
         return false;
-    const bool areClasses = (read.srcFldPos.empty() || read.srcFldPos[0] == 0) && // 0 is no class
-                            read.srcFldPos.size() <= std::size_t{SCBUICoreCom::BTNCLS_ID_SRC_END} + 1 &&
-                            read.comVirFldPos.size() <= SCBUICoreCom::BTNCLS_VIR_COMMON_MAXCNT &&
-                            read.fixVirFldPos.size() <= SCBUICoreCom::BTNCLS_VIR_FIXED_MAXCNT;
-    if (!areClasses || !SCLinkTableFile::AreFldPositions(
-                           {&read.srcFldPos, &read.comVirFldPos, &read.fixVirFldPos}, readCount)) {
-        SetLastError(ERROR_INVALID_DATA);
-        return false;
-    }
     *this = std::move(read);
     fldCount = readCount;
+    return true;
+}
+
+void CFldPosOfBtnClass::WriteSrcTo(CBinaryWriter& writer) const noexcept
+{
+    WriteStore(writer, srcFldPos);
+}
+
+bool CFldPosOfBtnClass::ReadSrcFrom(CLinkTableIndexReader& reader, DWORD fldCount)
+{
+    Clear();
+    CFldPosOfBtnClass read;
+    if (!ReadStore(reader, read.srcFldPos) || !read.Prove(fldCount))
+        return false;
+    *this = std::move(read);
     return true;
 }
 

@@ -28,6 +28,9 @@ public:
     // Unties a class that is held and closes the gap: each index above its own falls by one.
     void Delete(DWORD btnClassID) noexcept;
 
+    // Marks, by index, the fields of the listed classes among the `fldCount` that there are; classes without
+    // one are passed over. Throws std::bad_alloc.
+    std::vector<bool> MarkFlds(const std::vector<DWORD>& btnClassIDs, DWORD fldCount) const;
     // Unties the classes of all fields that are marked, by index, in one pass. Throws std::bad_alloc with
     // nothing changed.
     void Delete(const std::vector<bool>& isDeleted);
@@ -44,7 +47,19 @@ public:
     void WriteTo(CBinaryWriter& writer) const noexcept;
     bool ReadFrom(CLinkTableIndexReader& reader, DWORD& fldCount);
 
+    // The same for a table that has fields of source classes alone: the one vector. Reading proves it against
+    // the count of fields that is given.
+    void WriteSrcTo(CBinaryWriter& writer) const noexcept;
+    bool ReadSrcFrom(CLinkTableIndexReader& reader, DWORD fldCount);
+
 private:
+    using Store = std::vector<DWORD>;
+
+    static void WriteStore(CBinaryWriter& writer, const Store& store) noexcept;
+    static bool ReadStore(CLinkTableIndexReader& reader, Store& store);
+    // Whether no class has a field that cannot have one, and each of the fields is that of one class.
+    bool Prove(DWORD fldCount) const;
+
     // The vector of a class's kind and the class's number in it; null for what is no class.
     const std::vector<DWORD>* GetStore(DWORD btnClassID, DWORD& index) const noexcept;
     std::vector<DWORD>* GetStore(DWORD btnClassID, DWORD& index) noexcept;

@@ -5,7 +5,7 @@
 #include "CDWORDArray.h"
 #include "CFldPosOfBtnClass.h"
 #include "IRpLink.h"
-#include "SRecordPos.h"
+#include "SCRecPosMap.h"
 
 namespace NSKZ::NSKZCore {
 
@@ -64,14 +64,10 @@ public:
     virtual CRpLink_OnMemVer& operator=(const CRpLink_OnMemVer& other);
 
 private:
-    using CRecPosMap = TCBtnIDAssArr<SRecordPos>;
-
-    bool WriteIndex(const char* dir) const;
     // Adds a field made ready; false, with nothing changed, if `btnClassID` is no class or has one already.
     bool AppendFld(DWORD btnClassID, CDWORDArray&& recArea, CRecPosMap&& recPositions);
     // Gives a button the list `newList`; see SetRecList.
     bool ReplaceRecList(DWORD fld, DWORD btnID, const DWORD* newList, DWORD newCount);
-    void DeleteRecOfFld(DWORD fld, DWORD pos, DWORD count, DWORD* cutCounts) noexcept;
 
     CFldPosOfBtnClass fldPos;
     std::vector<CDWORDArray> recAreaList; // the record area of each field

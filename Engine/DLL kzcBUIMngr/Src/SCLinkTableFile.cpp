@@ -21,11 +21,6 @@ std::string MakePath(const char* dir, DWORD fileNumber)
     return std::string(dir).append(number, length).append(SCKZCoreCom::STR_EXTENSION_DAT);
 }
 
-std::string MakeFldPath(const char* dir, DWORD fld)
-{
-    return MakePath(dir, fld + 1);
-}
-
 bool FailAsInvalid() noexcept
 {
     SetLastError(ERROR_INVALID_DATA);
@@ -40,7 +35,7 @@ bool IsDirectoryPath(const char* dir) noexcept
 // Reads a file of `minCount` to `maxCount` cells.
 bool ReadCells(const char* dir, DWORD fld, DWORD minCount, DWORD maxCount, CDWORDArray& cells)
 {
-    CBinaryReader reader(MakeFldPath(dir, fld).c_str(), false);
+    CBinaryReader reader(SCLinkTableFile::MakeFldPath(dir, fld).c_str(), false);
     unsigned long long size = 0;
     if (!reader.GetFileSize(size))
         return false;
@@ -79,6 +74,11 @@ std::string SCLinkTableFile::MakeIndexPath(const char* dir)
     return MakePath(dir, FILE_NUMBER_OF_INDEX);
 }
 
+std::string SCLinkTableFile::MakeFldPath(const char* dir, DWORD fld)
+{
+    return MakePath(dir, fld + 1);
+}
+
 bool SCLinkTableFile::WriteFlds(const char* dir, const std::vector<CDWORDArray>& flds)
 {
     for (std::size_t fld = 0; fld < flds.size(); ++fld) {
@@ -97,6 +97,24 @@ bool SCLinkTableFile::ReadFld(const char* dir, DWORD fld, DWORD count, CDWORDArr
 bool SCLinkTableFile::ReadFldOfUnknownLength(const char* dir, DWORD fld, DWORD minCount, CDWORDArray& cells)
 {
     return ReadCells(dir, fld, minCount, std::numeric_limits<DWORD>::max(), cells);
+}
+
+bool SCLinkTableFile::WriteFlds(const char* dir, const VCFixedLenTbl_MemSavVer& cells, unsigned int fldCount)
+{
+    for (unsigned int fld = 0; fld < fldCount; ++fld) {
+        if (!cells.WriteFldData(fld, MakeFldPath(dir, fld).c_str()))
+            return false;
+    }
+    return true;
+}
+
+bool SCLinkTableFile::AppendFld(const char* dir, DWORD minCount, DWORD maxCount, CCellTable& cells)
+{
+    const unsigned int fld = cells.GetFldCount();
+    if (!cells.InsertFld(fld, 0, nullptr) || !cells.ReadFldData(fld, MakeFldPath(dir, fld).c_str(), true))
+        return false;
+    const DWORD count = cells.GetRecCount(fld);
+    return (count >= minCount && count <= maxCount) || FailAsInvalid();
 }
 
 bool SCLinkTableFile::AreFldPositions(std::initializer_list<const std::vector<DWORD>*> lists, DWORD fldCount)

@@ -1,6 +1,7 @@
 #ifndef SCLINKTABLEFILE_H
 #define SCLINKTABLEFILE_H
 
+#include "CCellTable.h"
 #include "CDWORDArray.h"
 #include "SCKZCoreCom.h"
 
@@ -31,8 +32,9 @@ public:
     static bool PrepareReading(const char* dir, SCKZCoreCom::EEndianness endianness,
                                SCKZCoreCom::EDataModel dataModel);
 
-    // The path of the index in a directory.
+    // The path of the index in a directory, and that of a field's cells.
     static std::string MakeIndexPath(const char* dir);
+    static std::string MakeFldPath(const char* dir, DWORD fld);
 
     // Writes the cells of all fields.
     static bool WriteFlds(const char* dir, const std::vector<CDWORDArray>& flds);
@@ -42,6 +44,12 @@ public:
     // `minCount`; memory is taken for what is there.
     static bool ReadFld(const char* dir, DWORD fld, DWORD count, CDWORDArray& cells);
     static bool ReadFldOfUnknownLength(const char* dir, DWORD fld, DWORD minCount, CDWORDArray& cells);
+
+    // The same for packed cells: writes those of the first `fldCount` fields of a table, and reads those of a
+    // field into a new one behind the fields of `cells`. False too if they are fewer than `minCount` or more
+    // than `maxCount`.
+    static bool WriteFlds(const char* dir, const VCFixedLenTbl_MemSavVer& cells, unsigned int fldCount);
+    static bool AppendFld(const char* dir, DWORD minCount, DWORD maxCount, CCellTable& cells);
 
     // Whether the entries of these lists that are not 0 are the positions 1 to `fldCount`, each once. Sets no
     // last error.

@@ -2,7 +2,6 @@
 #define SCMEMORY_H
 
 #include <cstddef>
-#include <vector>
 
 namespace NSKZ::NSKZCore {
 
@@ -35,15 +34,6 @@ public:
 
     // Releases a block; null is allowed.
     static void Release(void* block) noexcept;
-
-    // Sees to it that the next element appended to `list` needs no memory. The room grows by a factor, so
-    // that appending one by one stays linear. Throws std::bad_alloc with the list as it was.
-    template <class T>
-    static void ReserveOneMore(std::vector<T>& list)
-    {
-        if (list.size() == list.capacity())
-            list.reserve(list.size() + list.size() / 2 + 1);
-    }
 };
 
 } // namespace NSKZ::NSKZCore

@@ -176,6 +176,20 @@ public:
         return true;
     }
 
+    // Takes at once, and no more than it needs, the room for all keys that another array has room for.
+    template <class TOther>
+    void MakeRoomFor(const TCBtnIDAssArr<TOther>& other)
+    {
+        const auto extend = [](std::vector<SSlot>& slots, const auto& otherSlots) {
+            if (slots.size() < otherSlots.size())
+                slots.resize(otherSlots.size());
+        };
+        extend(nrmSlots, other.nrmSlots);
+        extend(incSlots, other.incSlots);
+        extend(virIncSlots, other.virIncSlots);
+        extend(cllSlots, other.cllSlots);
+    }
+
     // Stores the value of a key and returns true; false, with `value` untouched, when it has no entry.
     bool Get(DWORD btnID, T& value) const noexcept
     {
@@ -248,6 +262,9 @@ public:
     }
 
 private:
+    template <class TOther>
+    friend class TCBtnIDAssArr;
+
     template <class TArr, class TVisit>
     static void VisitAll(TArr& arr, TVisit& visit)
     {
