@@ -20,6 +20,7 @@ namespace {
 
 using List = std::vector<DWORD>;
 constexpr auto ON_MEM = SCBUICoreCom::LINKTBLVERTYPE_ONMEM;
+constexpr auto MEM_SAV = SCBUICoreCom::LINKTBLVERTYPE_MEMSAV;
 constexpr auto INC_TYPE = SCBUICoreCom::BTNTYPE_INC;
 constexpr auto CLL_TYPE = SCBUICoreCom::BTNTYPE_CLL;
 constexpr auto SELECT = VCSpBtn::MMBBTNSELMTH_SELECT;
@@ -270,6 +271,46 @@ TEST_F(CBUIDataMngr_CopyTest, TablesOfTheSameVersionStayAsTheyWere)
     ASSERT_TRUE(target.Copy(*source, &table, &sums));
     EXPECT_EQ(Picture(target), Picture(*source)); // the former ones are those of the same records
     EXPECT_TRUE(target.SelectTheBtn(KIND, Y, true));
+}
+
+TEST_F(CBUIDataMngr_CopyTest, RecordsOfButtonsAreCarriedToATableOfAnotherVersion)
+{
+    for (const auto version : {ON_MEM, MEM_SAV}) {
+        source->ChangeVersionTypeOfRpLink(version);
+        const auto other = version == ON_MEM ? MEM_SAV : ON_MEM;
+        CBUIDataMngr empty(8, ON_MEM, other, table, &sums);
+        ASSERT_TRUE(empty.Copy(*source, &table, &sums));
+        EXPECT_EQ(empty.GetVersionTypeOfRpLink(), other);
+        List recs(6);
+        DWORD count = 0;
+        ASSERT_TRUE(empty.GetRecListThatRelatesToBtn(SHOP, group, recs.data(), count));
+        recs.resize(count);
+        EXPECT_EQ(recs, (List{0, 2, 4}));
+
+        CBUIDataMngr ofSameVersion(9, ON_MEM, version, table, &sums);
+        ASSERT_TRUE(ofSameVersion.Copy(*source, &table, &sums));
+        recs.resize(6);
+        EXPECT_FALSE(
+            ofSameVersion.GetRecListThatRelatesToBtn(SHOP, A, recs.data(), count)); // empty as before
+    }
+}
+
+TEST_F(CBUIDataMngr_CopyTest, TheContentOfBothTablesIsCarriedWhateverTheirVersions)
+{
+    const std::string expected = Picture(*source);
+    for (const auto version : {ON_MEM, MEM_SAV}) {
+        source->ChangeVersionTypeOfBnLink(version);
+        source->ChangeVersionTypeOfRpLink(version);
+        for (const auto ofCopy : {ON_MEM, MEM_SAV}) {
+            CBUIDataMngr copy(8, ofCopy, ofCopy, table, &sums);
+            ASSERT_TRUE(copy.Copy(*source, &table, &sums));
+            ASSERT_TRUE(copy.CopyLinkTables(*source));
+            EXPECT_EQ(copy.GetVersionTypeOfBnLink(), ofCopy);
+            EXPECT_EQ(copy.GetVersionTypeOfRpLink(), ofCopy);
+            EXPECT_EQ(Picture(copy), expected);
+            EXPECT_EQ(Picture(*source), expected);
+        }
+    }
 }
 
 TEST_F(CBUIDataMngr_CopyTest, TablesThatDoNotFitTheCopyAreDropped)

@@ -75,7 +75,9 @@ public:
     using CBUIDataMngr::undoStack;
 };
 
-class CBUIDataMngr_SourceChangeTest : public testing::Test, public CEnvQueries
+// On link tables of each version.
+class CBUIDataMngr_SourceChangeTest : public testing::TestWithParam<SCBUICoreCom::ELinkTableVerType>,
+                                      public CEnvQueries
 {
 protected:
     CBUIDataMngr_SourceChangeTest()
@@ -86,7 +88,8 @@ protected:
                {"day", DATE, {"2026-01-05", "2026-02-01", "2026-01-05", "", "2025-12-31", "2026-01-06"}}}))
     {}
     explicit CBUIDataMngr_SourceChangeTest(const CSourceDataMngr& content)
-        : CEnvQueries(env, AMOUNT), table(content), sums(table), env(1, ON_MEM, ON_MEM, table, &sums, nullptr)
+        : CEnvQueries(env, AMOUNT), table(content), sums(table),
+          env(1, GetParam(), GetParam(), table, &sums, nullptr)
     {}
 
     // Rows of all fields, cell by cell.
@@ -229,7 +232,7 @@ protected:
 
 // --- Records that come
 
-TEST_F(CBUIDataMngr_SourceChangeTest, InsertedRecordsShiftTheOthersAndBringTheirValues)
+TEST_P(CBUIDataMngr_SourceChangeTest, InsertedRecordsShiftTheOthersAndBringTheirValues)
 {
     InsertRows(2, {{"D", "x", "5", "2026-03-01"}, {"B", "", "6", ""}});
     ASSERT_TRUE(env.AdjstAccordingToInsertRec(2, 2));
@@ -241,7 +244,7 @@ TEST_F(CBUIDataMngr_SourceChangeTest, InsertedRecordsShiftTheOthersAndBringTheir
     ExpectAsBuiltAnew();
 }
 
-TEST_F(CBUIDataMngr_SourceChangeTest, AnInsertionPastTheEndAppends)
+TEST_P(CBUIDataMngr_SourceChangeTest, AnInsertionPastTheEndAppends)
 {
     InsertRows(6, {{"A", "x", "1", ""}});
     ASSERT_TRUE(env.AdjstAccordingToInsertRec(4711, 1));
@@ -250,7 +253,7 @@ TEST_F(CBUIDataMngr_SourceChangeTest, AnInsertionPastTheEndAppends)
     ExpectAsBuiltAnew();
 }
 
-TEST_F(CBUIDataMngr_SourceChangeTest, AnInsertionIntoAnEnvironmentWithoutRecordsIsABuild)
+TEST_P(CBUIDataMngr_SourceChangeTest, AnInsertionIntoAnEnvironmentWithoutRecordsIsABuild)
 {
     const CSourceDataMngr full(CopyOfTable());
     DeleteRows(0, 6);
@@ -263,7 +266,7 @@ TEST_F(CBUIDataMngr_SourceChangeTest, AnInsertionIntoAnEnvironmentWithoutRecords
     ExpectAsBuiltAnew();
 }
 
-TEST_F(CBUIDataMngr_SourceChangeTest, MoreRecordsThanCanBeNumberedAreRefused)
+TEST_P(CBUIDataMngr_SourceChangeTest, MoreRecordsThanCanBeNumberedAreRefused)
 {
     const std::string before = Picture();
     EXPECT_FALSE(env.AdjstAccordingToInsertRec(0, 4294967290u));
@@ -271,7 +274,7 @@ TEST_F(CBUIDataMngr_SourceChangeTest, MoreRecordsThanCanBeNumberedAreRefused)
     EXPECT_EQ(Picture(), before);
 }
 
-TEST_F(CBUIDataMngr_SourceChangeTest, ValuesThatCannotBeReadLeaveTheRecordsWithoutButtonsFromThatClassOn)
+TEST_P(CBUIDataMngr_SourceChangeTest, ValuesThatCannotBeReadLeaveTheRecordsWithoutButtonsFromThatClassOn)
 {
     InsertRows(1, {{"A", "x", "5", ""}});
     table.refusedFldID = KIND;
@@ -294,7 +297,7 @@ TEST_F(CBUIDataMngr_SourceChangeTest, ValuesThatCannotBeReadLeaveTheRecordsWitho
     ExpectAsBuiltAnew();
 }
 
-TEST_F(CBUIDataMngr_SourceChangeTest, ValuesOfMoreBytesThanCanBeReadThrowAndTheOpenedRowsGoAgain)
+TEST_P(CBUIDataMngr_SourceChangeTest, ValuesOfMoreBytesThanCanBeReadThrowAndTheOpenedRowsGoAgain)
 {
     Create(KIND, CLL_TYPE, {X, Y});
     env.SelectTheBtn(SHOP, A, true);
@@ -314,7 +317,7 @@ TEST_F(CBUIDataMngr_SourceChangeTest, ValuesOfMoreBytesThanCanBeReadThrowAndTheO
     EXPECT_TRUE(env.undoStack.empty());
 }
 
-TEST_F(CBUIDataMngr_SourceChangeTest, ASelectionIsClearedAndTheSumsAreThoseOfAllRecords)
+TEST_P(CBUIDataMngr_SourceChangeTest, ASelectionIsClearedAndTheSumsAreThoseOfAllRecords)
 {
     env.SelectTheBtn(SHOP, A, true);
     EXPECT_EQ(Sum(KIND, X), 10.0);
@@ -327,7 +330,7 @@ TEST_F(CBUIDataMngr_SourceChangeTest, ASelectionIsClearedAndTheSumsAreThoseOfAll
     EXPECT_EQ(Total(KIND), 155.0);
 }
 
-TEST_F(CBUIDataMngr_SourceChangeTest, SumsAreWorkedOutOverARecordCountThatHasGrown)
+TEST_P(CBUIDataMngr_SourceChangeTest, SumsAreWorkedOutOverARecordCountThatHasGrown)
 {
     EXPECT_EQ(Sum(SHOP, A), 40.0);
     std::vector<Texts> rows(100, Texts{"A", "x", "1", ""});
@@ -338,7 +341,7 @@ TEST_F(CBUIDataMngr_SourceChangeTest, SumsAreWorkedOutOverARecordCountThatHasGro
     EXPECT_EQ(Sum(SHOP, A), 110.0);
 }
 
-TEST_F(CBUIDataMngr_SourceChangeTest, ConditionsPickAnewAfterAnInsertion)
+TEST_P(CBUIDataMngr_SourceChangeTest, ConditionsPickAnewAfterAnInsertion)
 {
     const DWORD top = CreateTop(SHOP, 1);
     EXPECT_EQ(Members(SHOP, top), List{C});
@@ -350,7 +353,7 @@ TEST_F(CBUIDataMngr_SourceChangeTest, ConditionsPickAnewAfterAnInsertion)
     EXPECT_EQ(Members(SHOP, top), List{C});
 }
 
-TEST_F(CBUIDataMngr_SourceChangeTest, ANewButtonOfALimitedEnvironmentIsHidden)
+TEST_P(CBUIDataMngr_SourceChangeTest, ANewButtonOfALimitedEnvironmentIsHidden)
 {
     Limit({0, 1, 5});
     InsertRows(1, {{"D", "x", "5", ""}});
@@ -362,7 +365,7 @@ TEST_F(CBUIDataMngr_SourceChangeTest, ANewButtonOfALimitedEnvironmentIsHidden)
     ExpectAsBuiltAnew();
 }
 
-TEST_F(CBUIDataMngr_SourceChangeTest, GroupsOfDatesFollowRecordsThatComeAndGo)
+TEST_P(CBUIDataMngr_SourceChangeTest, GroupsOfDatesFollowRecordsThatComeAndGo)
 {
     ASSERT_TRUE(env.SetDispFormOfDateBtnClass(DAY, MakeDateForm(1, 0)));
     List groups;
@@ -387,7 +390,7 @@ TEST_F(CBUIDataMngr_SourceChangeTest, GroupsOfDatesFollowRecordsThatComeAndGo)
 
 // --- Records that go
 
-TEST_F(CBUIDataMngr_SourceChangeTest, DeletedRecordsHideTheButtonsThatLoseTheirLast)
+TEST_P(CBUIDataMngr_SourceChangeTest, DeletedRecordsHideTheButtonsThatLoseTheirLast)
 {
     DeleteRows(3, 2);
     ASSERT_TRUE(env.AdjstAccordingToDeleteRec(3, 2));
@@ -397,7 +400,7 @@ TEST_F(CBUIDataMngr_SourceChangeTest, DeletedRecordsHideTheButtonsThatLoseTheirL
     ExpectAsBuiltAnew();
 }
 
-TEST_F(CBUIDataMngr_SourceChangeTest, ADeletionOfMoreThanThereIsDeletesAllAndKeepsTheCountAskedFor)
+TEST_P(CBUIDataMngr_SourceChangeTest, ADeletionOfMoreThanThereIsDeletesAllAndKeepsTheCountAskedFor)
 {
     const CSourceDataMngr former(CopyOfTable());
     const std::string before = Picture();
@@ -412,7 +415,7 @@ TEST_F(CBUIDataMngr_SourceChangeTest, ADeletionOfMoreThanThereIsDeletesAllAndKee
     EXPECT_EQ(Picture(), before);
 }
 
-TEST_F(CBUIDataMngr_SourceChangeTest, ADeletionIsMeasuredInMoreThanThirtyTwoBits)
+TEST_P(CBUIDataMngr_SourceChangeTest, ADeletionIsMeasuredInMoreThanThirtyTwoBits)
 {
     DeleteRows(2, 4);
     ASSERT_TRUE(env.AdjstAccordingToDeleteRec(2, 4294967295u));
@@ -420,7 +423,7 @@ TEST_F(CBUIDataMngr_SourceChangeTest, ADeletionIsMeasuredInMoreThanThirtyTwoBits
     ExpectAsBuiltAnew();
 }
 
-TEST_F(CBUIDataMngr_SourceChangeTest, ADeletionPastTheEndDeletesNothingAndHasAnEntryAllTheSame)
+TEST_P(CBUIDataMngr_SourceChangeTest, ADeletionPastTheEndDeletesNothingAndHasAnEntryAllTheSame)
 {
     env.SelectTheBtn(SHOP, A, true);
     const std::string before = Picture();
@@ -434,7 +437,7 @@ TEST_F(CBUIDataMngr_SourceChangeTest, ADeletionPastTheEndDeletesNothingAndHasAnE
     EXPECT_EQ(Picture(), before);
 }
 
-TEST_F(CBUIDataMngr_SourceChangeTest, AValueThatComesBackGetsItsOldButtonAndItsPlaceInSpecialButtons)
+TEST_P(CBUIDataMngr_SourceChangeTest, AValueThatComesBackGetsItsOldButtonAndItsPlaceInSpecialButtons)
 {
     const DWORD group = Create(SHOP, INC_TYPE, {C, EMPTY});
     DeleteRows(3, 2);
@@ -448,7 +451,7 @@ TEST_F(CBUIDataMngr_SourceChangeTest, AValueThatComesBackGetsItsOldButtonAndItsP
     EXPECT_EQ(Why(SHOP, group), 0u);
 }
 
-TEST_F(CBUIDataMngr_SourceChangeTest, TheLimitationIsRenumberedWithTheRecords)
+TEST_P(CBUIDataMngr_SourceChangeTest, TheLimitationIsRenumberedWithTheRecords)
 {
     Limit({1, 3, 5});
     DeleteRows(1, 1);
@@ -517,7 +520,7 @@ protected:
     }
 };
 
-TEST_F(CBUIDataMngr_SourceChangeRowsTest, RowsOfSpecialButtonsGrowByTheRecordsOfTheirMembers)
+TEST_P(CBUIDataMngr_SourceChangeRowsTest, RowsOfSpecialButtonsGrowByTheRecordsOfTheirMembers)
 {
     const DWORD low = Create(SHOP, INC_TYPE, Shops(0, 500));
     const DWORD none = Create(SHOP, INC_TYPE, Shops(460, 430)); // it gets nothing
@@ -536,7 +539,7 @@ TEST_F(CBUIDataMngr_SourceChangeRowsTest, RowsOfSpecialButtonsGrowByTheRecordsOf
     EXPECT_EQ(Recs(SHOP, nested), Union(Shops(0, 840)));
 }
 
-TEST_F(CBUIDataMngr_SourceChangeRowsTest, RowsOfVirtualItemsGrowWithTheItemsTheyReferTo)
+TEST_P(CBUIDataMngr_SourceChangeRowsTest, RowsOfVirtualItemsGrowWithTheItemsTheyReferTo)
 {
     const DWORD virtualItem = CreateVirClass();
     const DWORD over = CreateVirInc(virtualItem, SHOP, Shops(0, 500));
@@ -553,7 +556,7 @@ TEST_F(CBUIDataMngr_SourceChangeRowsTest, RowsOfVirtualItemsGrowWithTheItemsThey
     EXPECT_EQ(TargetRecs(), Union(Shops(0, 500)));
 }
 
-TEST_F(CBUIDataMngr_SourceChangeRowsTest, ARowOverTwoItemsGrowsByTheRecordsOfBothEachOnce)
+TEST_P(CBUIDataMngr_SourceChangeRowsTest, ARowOverTwoItemsGrowsByTheRecordsOfBothEachOnce)
 {
     const DWORD virtualItem = CreateVirClass();
     List many;
@@ -569,7 +572,7 @@ TEST_F(CBUIDataMngr_SourceChangeRowsTest, ARowOverTwoItemsGrowsByTheRecordsOfBot
     EXPECT_EQ(Recs(virtualItem, above), both);
 }
 
-TEST_F(CBUIDataMngr_SourceChangeRowsTest, AButtonThatWasOffDuringAChangeIsRightWhenItComesBack)
+TEST_P(CBUIDataMngr_SourceChangeRowsTest, AButtonThatWasOffDuringAChangeIsRightWhenItComesBack)
 {
     const DWORD low = Create(SHOP, INC_TYPE, Shops(0, 500));
     const DWORD virtualItem = CreateVirClass();
@@ -612,7 +615,7 @@ protected:
     }
 };
 
-TEST_F(CBUIDataMngr_SourceChangeGroupsTest, ARowOfAGroupHoldsTheRecordsOfItsDates)
+TEST_P(CBUIDataMngr_SourceChangeGroupsTest, ARowOfAGroupHoldsTheRecordsOfItsDates)
 {
     ASSERT_TRUE(env.SetDispFormOfDateBtnClass(DAY, MakeDateForm(5, 0, 0, "{m}")));
     for (int round = 0; round < 2; ++round) {
@@ -634,7 +637,7 @@ TEST_F(CBUIDataMngr_SourceChangeGroupsTest, ARowOfAGroupHoldsTheRecordsOfItsDate
 
 // --- Fields
 
-TEST_F(CBUIDataMngr_SourceChangeTest, AnInsertedFieldGetsAClassAndTakesPart)
+TEST_P(CBUIDataMngr_SourceChangeTest, AnInsertedFieldGetsAClassAndTakesPart)
 {
     const DWORD fldID = AddField("color", TEXT, {"r", "g", "r", "g", "b", "b"});
     ASSERT_EQ(env.AdjstAccordingToInsertFld(&fldID, 1, nullptr), CBUIDataMngr::CREATESRC_OK);
@@ -645,7 +648,7 @@ TEST_F(CBUIDataMngr_SourceChangeTest, AnInsertedFieldGetsAClassAndTakesPart)
     EXPECT_EQ(Displayed(ClassOf(fldID)), List{2});
 }
 
-TEST_F(CBUIDataMngr_SourceChangeTest, MoreFieldsThanTheTableHasAreRefused)
+TEST_P(CBUIDataMngr_SourceChangeTest, MoreFieldsThanTheTableHasAreRefused)
 {
     const std::string before = Picture();
     const List fldIDs{1, 2, 3, 4, 5};
@@ -655,7 +658,7 @@ TEST_F(CBUIDataMngr_SourceChangeTest, MoreFieldsThanTheTableHasAreRefused)
     EXPECT_EQ(Picture(), before);
 }
 
-TEST_F(CBUIDataMngr_SourceChangeTest, AFieldOfATableWithOtherRecordsIsNotBuilt)
+TEST_P(CBUIDataMngr_SourceChangeTest, AFieldOfATableWithOtherRecordsIsNotBuilt)
 {
     const DWORD fldID = AddField("color", TEXT, {"r", "g", "r", "g", "b", "b"});
     DeleteRows(0, 1); // of which the environment was not told
@@ -664,7 +667,7 @@ TEST_F(CBUIDataMngr_SourceChangeTest, AFieldOfATableWithOtherRecordsIsNotBuilt)
     EXPECT_EQ(env.undoStack.size(), 1u); // whatever the build said
 }
 
-TEST_F(CBUIDataMngr_SourceChangeTest, AnInsertedFieldClearsTheSelectionAndKeepsTheSums)
+TEST_P(CBUIDataMngr_SourceChangeTest, AnInsertedFieldClearsTheSelectionAndKeepsTheSums)
 {
     env.SetRelationMode(CBUIDataMngr::RELATIONMODE_NONE);
     env.SelectTheBtn(SHOP, A, true);
@@ -676,7 +679,7 @@ TEST_F(CBUIDataMngr_SourceChangeTest, AnInsertedFieldClearsTheSelectionAndKeepsT
     EXPECT_EQ(Sum(SHOP, A), 40.0);
 }
 
-TEST_F(CBUIDataMngr_SourceChangeTest, ACancelledInsertionOfFieldsKeepsWhatWasMade)
+TEST_P(CBUIDataMngr_SourceChangeTest, ACancelledInsertionOfFieldsKeepsWhatWasMade)
 {
     const List fldIDs{AddField("one", TEXT, Texts(6, "1")), AddField("two", TEXT, Texts(6, "2"))};
     class CStopping final : public CProgressStatus
@@ -690,7 +693,7 @@ TEST_F(CBUIDataMngr_SourceChangeTest, ACancelledInsertionOfFieldsKeepsWhatWasMad
     EXPECT_TRUE(env.SelectTheBtn(SHOP, A, true));
 }
 
-TEST_F(CBUIDataMngr_SourceChangeTest, ADeletedFieldTakesItsClassOutUntilItIsTakenBack)
+TEST_P(CBUIDataMngr_SourceChangeTest, ADeletedFieldTakesItsClassOutUntilItIsTakenBack)
 {
     const DWORD group = Create(KIND, INC_TYPE, {X, Y});
     const DWORD virtualItem = CreateVirClass();
@@ -730,7 +733,7 @@ TEST_F(CBUIDataMngr_SourceChangeTest, ADeletedFieldTakesItsClassOutUntilItIsTake
     EXPECT_FALSE(effective);
 }
 
-TEST_F(CBUIDataMngr_SourceChangeTest, ALevelOfAButtonOverADeletedFieldDoesNotStay)
+TEST_P(CBUIDataMngr_SourceChangeTest, ALevelOfAButtonOverADeletedFieldDoesNotStay)
 {
     const DWORD virtualItem = CreateVirClass();
     const DWORD over = CreateVirInc(virtualItem, KIND, {X});
@@ -741,7 +744,7 @@ TEST_F(CBUIDataMngr_SourceChangeTest, ALevelOfAButtonOverADeletedFieldDoesNotSta
     EXPECT_EQ(TargetRecs().size(), 6u);
 }
 
-TEST_F(CBUIDataMngr_SourceChangeTest, RecordsThatComeWhileAFieldIsOutAreReadWhenItIsTakenBack)
+TEST_P(CBUIDataMngr_SourceChangeTest, RecordsThatComeWhileAFieldIsOutAreReadWhenItIsTakenBack)
 {
     const CSourceDataMngr former(CopyOfTable());
     table.DeleteFld(KIND);
@@ -760,7 +763,7 @@ TEST_F(CBUIDataMngr_SourceChangeTest, RecordsThatComeWhileAFieldIsOutAreReadWhen
     ExpectAsBuiltAnew();
 }
 
-TEST_F(CBUIDataMngr_SourceChangeTest, RecordsThatComeAndGoWhileAFieldIsOutDoNotMoveItsOthers)
+TEST_P(CBUIDataMngr_SourceChangeTest, RecordsThatComeAndGoWhileAFieldIsOutDoNotMoveItsOthers)
 {
     const CSourceDataMngr former(CopyOfTable());
     table.DeleteFld(KIND);
@@ -779,7 +782,7 @@ TEST_F(CBUIDataMngr_SourceChangeTest, RecordsThatComeAndGoWhileAFieldIsOutDoNotM
     ExpectAsBuiltAnew();
 }
 
-TEST_F(CBUIDataMngr_SourceChangeTest, ADataChangeReadsAllAgainInTwoEntriesAndKeepsTheLimitation)
+TEST_P(CBUIDataMngr_SourceChangeTest, ADataChangeReadsAllAgainInTwoEntriesAndKeepsTheLimitation)
 {
     Limit({0, 4});
     env.SelectTheBtn(SHOP, C, true);
@@ -802,7 +805,7 @@ TEST_F(CBUIDataMngr_SourceChangeTest, ADataChangeReadsAllAgainInTwoEntriesAndKee
     EXPECT_EQ(Picture(), before);
 }
 
-TEST_F(CBUIDataMngr_SourceChangeTest, ATypeThatChangedGivesTheFieldANewClassAndKeepsTheOldOneOff)
+TEST_P(CBUIDataMngr_SourceChangeTest, ATypeThatChangedGivesTheFieldANewClassAndKeepsTheOldOneOff)
 {
     const DWORD group = Create(AMOUNT, INC_TYPE, {2, 3});
     env.SelectTheBtn(AMOUNT, 2, true);
@@ -825,7 +828,7 @@ TEST_F(CBUIDataMngr_SourceChangeTest, ATypeThatChangedGivesTheFieldANewClassAndK
     EXPECT_EQ(Picture(), before);
 }
 
-TEST_F(CBUIDataMngr_SourceChangeTest, ATypeThatIsThatOfTheClassKeepsClassAndSpecialButtons)
+TEST_P(CBUIDataMngr_SourceChangeTest, ATypeThatIsThatOfTheClassKeepsClassAndSpecialButtons)
 {
     const DWORD group = Create(AMOUNT, INC_TYPE, {2, 3});
     const std::string before = Picture();
@@ -839,7 +842,7 @@ TEST_F(CBUIDataMngr_SourceChangeTest, ATypeThatIsThatOfTheClassKeepsClassAndSpec
     EXPECT_EQ(ClassOf(AMOUNT), AMOUNT);
 }
 
-TEST_F(CBUIDataMngr_SourceChangeTest, AFieldWithoutAClassGetsOneByAChangeOfType)
+TEST_P(CBUIDataMngr_SourceChangeTest, AFieldWithoutAClassGetsOneByAChangeOfType)
 {
     const DWORD fldID = AddField("color", TEXT, Texts(6, "r"));
     ASSERT_TRUE(env.AdjstAccordingToChangeFldDataSpec(&fldID, 1, nullptr));
@@ -850,7 +853,7 @@ TEST_F(CBUIDataMngr_SourceChangeTest, AFieldWithoutAClassGetsOneByAChangeOfType)
     EXPECT_FALSE(env.ExistBtnClass(5));
 }
 
-TEST_F(CBUIDataMngr_SourceChangeTest, AnUnknownFieldEndsAChangeOfTypesWithoutAnEntry)
+TEST_P(CBUIDataMngr_SourceChangeTest, AnUnknownFieldEndsAChangeOfTypesWithoutAnEntry)
 {
     SetType(KIND, NUM);
     const List fldIDs{KIND, 4711, AMOUNT};
@@ -860,7 +863,7 @@ TEST_F(CBUIDataMngr_SourceChangeTest, AnUnknownFieldEndsAChangeOfTypesWithoutAnE
     EXPECT_TRUE(env.SelectTheBtn(SHOP, A, true));
 }
 
-TEST_F(CBUIDataMngr_SourceChangeTest, AClassThatCannotBeBuiltEndsAChangeOfTypesWithAnEntry)
+TEST_P(CBUIDataMngr_SourceChangeTest, AClassThatCannotBeBuiltEndsAChangeOfTypesWithAnEntry)
 {
     const CSourceDataMngr former(CopyOfTable());
     const std::string before = Picture();
@@ -878,7 +881,7 @@ TEST_F(CBUIDataMngr_SourceChangeTest, AClassThatCannotBeBuiltEndsAChangeOfTypesW
     EXPECT_EQ(Picture(), before);
 }
 
-TEST_F(CBUIDataMngr_SourceChangeTest,
+TEST_P(CBUIDataMngr_SourceChangeTest,
        AFormThatChangedSwitchesCllButtonsOfTheFieldOffAndLeavesTheArgumentsAlone)
 {
     const DWORD group = Create(DAY, CLL_TYPE, {2, 3});
@@ -901,7 +904,7 @@ TEST_F(CBUIDataMngr_SourceChangeTest,
     EXPECT_FALSE(effective);
 }
 
-TEST_F(CBUIDataMngr_SourceChangeTest, AChangeOfTheCalendarHasAnEntry)
+TEST_P(CBUIDataMngr_SourceChangeTest, AChangeOfTheCalendarHasAnEntry)
 {
     env.SelectTheBtn(SHOP, A, true);
     table.SetStartMonth(1);
@@ -914,7 +917,7 @@ TEST_F(CBUIDataMngr_SourceChangeTest, AChangeOfTheCalendarHasAnEntry)
 
 // --- Summaries
 
-TEST_F(CBUIDataMngr_SourceChangeTest, ASummaryOfChangedDataMakesADeletionAndAnInsertion)
+TEST_P(CBUIDataMngr_SourceChangeTest, ASummaryOfChangedDataMakesADeletionAndAnInsertion)
 {
     SetData(KIND, {"y", "y", "y", "y", "new", "y"});
     SCDataMngrCoreDef::SBtnRenewalInfo info;
@@ -927,7 +930,7 @@ TEST_F(CBUIDataMngr_SourceChangeTest, ASummaryOfChangedDataMakesADeletionAndAnIn
     ExpectAsBuiltAnew();
 }
 
-TEST_F(CBUIDataMngr_SourceChangeTest, AnEmptySummaryIsFollowedByDoingNothing)
+TEST_P(CBUIDataMngr_SourceChangeTest, AnEmptySummaryIsFollowedByDoingNothing)
 {
     env.SelectTheBtn(SHOP, A, true);
     CProgressStatus progress;
@@ -940,7 +943,7 @@ TEST_F(CBUIDataMngr_SourceChangeTest, AnEmptySummaryIsFollowedByDoingNothing)
     EXPECT_EQ(progress.GetRatioOfPresentProc(), 100u);
 }
 
-TEST_F(CBUIDataMngr_SourceChangeTest, ASummaryOfManyChangesIsFollowedInItsOrder)
+TEST_P(CBUIDataMngr_SourceChangeTest, ASummaryOfManyChangesIsFollowedInItsOrder)
 {
     const CSourceDataMngr former(CopyOfTable());
     InsertRows(0, {{"N", "x", "7", "2026-05-05"}});
@@ -977,7 +980,7 @@ TEST_F(CBUIDataMngr_SourceChangeTest, ASummaryOfManyChangesIsFollowedInItsOrder)
     ExpectAsBuiltAnew();
 }
 
-TEST_F(CBUIDataMngr_SourceChangeTest, ASummaryEndsAtTheFirstStepThatFails)
+TEST_P(CBUIDataMngr_SourceChangeTest, ASummaryEndsAtTheFirstStepThatFails)
 {
     SetType(KIND, NUM);
     const DWORD color = AddField("color", TEXT, Texts(6, "r"));
@@ -997,7 +1000,7 @@ TEST_F(CBUIDataMngr_SourceChangeTest, ASummaryEndsAtTheFirstStepThatFails)
     EXPECT_EQ(ClassOf(color), 0u);
 }
 
-TEST_F(CBUIDataMngr_SourceChangeTest, AFieldThatIsDeletedInTheSameSummaryIsNotReadByItsInsertion)
+TEST_P(CBUIDataMngr_SourceChangeTest, AFieldThatIsDeletedInTheSameSummaryIsNotReadByItsInsertion)
 {
     table.DeleteFld(KIND);
     InsertRows(0, {{"N", "7", ""}});
@@ -1017,7 +1020,7 @@ TEST_F(CBUIDataMngr_SourceChangeTest, AFieldThatIsDeletedInTheSameSummaryIsNotRe
 
 // --- Taking back
 
-TEST_F(CBUIDataMngr_SourceChangeTest, NothingIsTakenBackFromAnEmptyHistory)
+TEST_P(CBUIDataMngr_SourceChangeTest, NothingIsTakenBackFromAnEmptyHistory)
 {
     env.SelectTheBtn(SHOP, A, true);
     const std::string before = Picture();
@@ -1026,7 +1029,7 @@ TEST_F(CBUIDataMngr_SourceChangeTest, NothingIsTakenBackFromAnEmptyHistory)
     EXPECT_EQ(Picture(), before);
 }
 
-TEST_F(CBUIDataMngr_SourceChangeTest, EachChangeOfRecordsIsTakenBackWithItsSelection)
+TEST_P(CBUIDataMngr_SourceChangeTest, EachChangeOfRecordsIsTakenBackWithItsSelection)
 {
     Create(SHOP, CLL_TYPE, {B, C});
     CreateTop(KIND, 2);
@@ -1056,7 +1059,7 @@ TEST_F(CBUIDataMngr_SourceChangeTest, EachChangeOfRecordsIsTakenBackWithItsSelec
     EXPECT_EQ(Picture(), before);
 }
 
-TEST_F(CBUIDataMngr_SourceChangeTest, AnInsertedFieldThatIsTakenBackLeavesItsClassOffForGood)
+TEST_P(CBUIDataMngr_SourceChangeTest, AnInsertedFieldThatIsTakenBackLeavesItsClassOffForGood)
 {
     const CSourceDataMngr former(CopyOfTable());
     const DWORD fldID = AddField("color", TEXT, Texts(6, "r"));
@@ -1071,7 +1074,7 @@ TEST_F(CBUIDataMngr_SourceChangeTest, AnInsertedFieldThatIsTakenBackLeavesItsCla
     EXPECT_TRUE(env.ExistBtnClass(btnClassID)); // no entry named it
 }
 
-TEST_F(CBUIDataMngr_SourceChangeTest, ClearingTheHistoryFreesTheClassesOfDeletedFields)
+TEST_P(CBUIDataMngr_SourceChangeTest, ClearingTheHistoryFreesTheClassesOfDeletedFields)
 {
     const DWORD virtualItem = CreateVirClass();
     const DWORD over = CreateVirInc(virtualItem, KIND, {X});
@@ -1092,7 +1095,7 @@ TEST_F(CBUIDataMngr_SourceChangeTest, ClearingTheHistoryFreesTheClassesOfDeleted
     ExpectAsBuiltAnew();
 }
 
-TEST_F(CBUIDataMngr_SourceChangeTest, AClassThatServesAgainStaysWhenTheHistoryIsCleared)
+TEST_P(CBUIDataMngr_SourceChangeTest, AClassThatServesAgainStaysWhenTheHistoryIsCleared)
 {
     SetType(AMOUNT, TEXT);
     ASSERT_TRUE(env.AdjstAccordingToChangeFldDataSpec(&AMOUNT, 1, nullptr));
@@ -1106,7 +1109,7 @@ TEST_F(CBUIDataMngr_SourceChangeTest, AClassThatServesAgainStaysWhenTheHistoryIs
     EXPECT_FALSE(env.ExistBtnClass(AMOUNT));
 }
 
-TEST_F(CBUIDataMngr_SourceChangeTest, AnEntryOfAnUnknownKindStays)
+TEST_P(CBUIDataMngr_SourceChangeTest, AnEntryOfAnUnknownKindStays)
 {
     ASSERT_TRUE(env.AdjstAccordingToDeleteRec(6, 1));
     env.undoStack.front().opeType = 9;
@@ -1129,16 +1132,35 @@ TEST_F(CBUIDataMngr_SourceChangeTest, AnEntryOfAnUnknownKindStays)
     EXPECT_TRUE(env.undoStack.empty());
 }
 
-TEST_F(CBUIDataMngr_SourceChangeTest, TheHistoryGoesWithWhatUsersFixed)
+TEST_P(CBUIDataMngr_SourceChangeTest, TheHistoryGoesWithWhatUsersFixed)
 {
     ASSERT_TRUE(env.AdjstAccordingToDeleteRec(6, 1));
     env.ClearOfFixedSpec();
     EXPECT_EQ(env.GetUndoOpeCountOfTheSrcData(), 0u);
 }
 
+TEST_P(CBUIDataMngr_SourceChangeTest, AClassThatAChangeOfTheTablesVersionLeftOutIsReadWhenItIsTakenBack)
+{
+    const std::string before = Picture();
+    const CSourceDataMngr former(CopyOfTable());
+    table.DeleteFld(KIND);
+    ASSERT_TRUE(env.AdjstAccordingToDeleteFld(&KIND, 1));
+    env.ChangeVersionTypeOfBnLink(GetParam() == ON_MEM ? SCBUICoreCom::LINKTBLVERTYPE_MEMSAV : ON_MEM);
+    List btnIDs;
+    EXPECT_FALSE(env.GetBtnIDListThatRelatesToRecListFromBtnClass(KIND, 1, List{0}.data(), btnIDs));
+    InsertRows(1, {{"N", "1", ""}});
+    ASSERT_TRUE(env.AdjstAccordingToInsertRec(1, 1));
+    DeleteRows(1, 1);
+    EXPECT_TRUE(env.AdjstAccordingToUndoOpeOfTheSrcData());
+    PutBack(former);
+    EXPECT_TRUE(env.AdjstAccordingToUndoOpeOfTheSrcData());
+    EXPECT_EQ(Picture(), before);
+    EXPECT_TRUE(env.SelectTheBtn(KIND, X, true));
+}
+
 // --- Saving and restoring between
 
-TEST_F(CBUIDataMngr_SourceChangeTest, AnEnvironmentWithAClassThatIsOutIsSavedAndRestored)
+TEST_P(CBUIDataMngr_SourceChangeTest, AnEnvironmentWithAClassThatIsOutIsSavedAndRestored)
 {
     table.DeleteFld(KIND);
     ASSERT_TRUE(env.AdjstAccordingToDeleteFld(&KIND, 1));
@@ -1147,7 +1169,7 @@ TEST_F(CBUIDataMngr_SourceChangeTest, AnEnvironmentWithAClassThatIsOutIsSavedAnd
     const DWORD group = Create(SHOP, CLL_TYPE, {A, B});
     CSavedEnv saved;
     ASSERT_TRUE(saved.Save(env));
-    CBUIDataMngr restored(1, ON_MEM, ON_MEM, table, &sums);
+    CBUIDataMngr restored(1, GetParam(), ON_MEM, table, &sums);
     ASSERT_EQ(saved.LoadCommon(restored, table.GetRecCount()), CXMLReader::READXML_OK);
     EXPECT_EQ(restored.GetRecCountOfSrcData(), 7u); // the tables are not lost
     ASSERT_EQ(saved.LoadFixed(restored), CXMLReader::READXML_OK);
@@ -1157,7 +1179,7 @@ TEST_F(CBUIDataMngr_SourceChangeTest, AnEnvironmentWithAClassThatIsOutIsSavedAnd
     EXPECT_TRUE(restored.GetMemberBtnIDListOfSpBtn(SHOP, group, members));
 }
 
-TEST_F(CBUIDataMngr_SourceChangeTest, LostLinkTablesAreBuiltAgainWithAllThatStandsOnThem)
+TEST_P(CBUIDataMngr_SourceChangeTest, LostLinkTablesAreBuiltAgainWithAllThatStandsOnThem)
 {
     const DWORD group = Create(SHOP, CLL_TYPE, {A, B});
     const DWORD virtualItem = CreateVirClass("common", true);
@@ -1167,7 +1189,7 @@ TEST_F(CBUIDataMngr_SourceChangeTest, LostLinkTablesAreBuiltAgainWithAllThatStan
     ASSERT_TRUE(saved.SaveCommon(env, false));
     ASSERT_TRUE(saved.SaveFixed(env));
     for (const bool byField : {false, true}) {
-        CBUIDataMngr restored(1, ON_MEM, ON_MEM, table, &sums);
+        CBUIDataMngr restored(1, GetParam(), ON_MEM, table, &sums);
         ASSERT_EQ(saved.LoadCommon(restored, table.GetRecCount()), CXMLReader::READXML_OK);
         ASSERT_EQ(restored.GetRecCountOfSrcData(), 0u);
         if (byField) {
@@ -1185,7 +1207,7 @@ TEST_F(CBUIDataMngr_SourceChangeTest, LostLinkTablesAreBuiltAgainWithAllThatStan
 
 // --- Exhausted memory
 
-TEST_F(CBUIDataMngr_SourceChangeTest, AnInsertionWithoutMemoryLeavesTheEnvironmentAsItWas)
+TEST_P(CBUIDataMngr_SourceChangeTest, AnInsertionWithoutMemoryLeavesTheEnvironmentAsItWas)
 {
     Create(SHOP, CLL_TYPE, {B, C});
     CreateTop(KIND, 2);
@@ -1219,5 +1241,11 @@ TEST_F(CBUIDataMngr_SourceChangeTest, AnInsertionWithoutMemoryLeavesTheEnvironme
     });
     EXPECT_GT(atOnce, 20u);
 }
+
+constexpr SCBUICoreCom::ELinkTableVerType VERSIONS[] = {SCBUICoreCom::LINKTBLVERTYPE_ONMEM,
+                                                        SCBUICoreCom::LINKTBLVERTYPE_MEMSAV};
+INSTANTIATE_TEST_SUITE_P(OnEachVersion, CBUIDataMngr_SourceChangeTest, testing::ValuesIn(VERSIONS));
+INSTANTIATE_TEST_SUITE_P(OnEachVersion, CBUIDataMngr_SourceChangeRowsTest, testing::ValuesIn(VERSIONS));
+INSTANTIATE_TEST_SUITE_P(OnEachVersion, CBUIDataMngr_SourceChangeGroupsTest, testing::ValuesIn(VERSIONS));
 
 } // namespace

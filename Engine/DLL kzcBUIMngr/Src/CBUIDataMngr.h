@@ -838,7 +838,7 @@ private:
     using RecListsOfBtns = std::map<DWORD, std::vector<DWORD>>;
     using RecListsOfBtnClasses = std::map<DWORD, RecListsOfBtns>;
     void CloseFollowingOfSrcData(bool dropsSums, bool clearsSelection);
-    bool AreLinkTablesOfRecs() const;
+    bool AreLinkTablesOfRecs();
     // Follows inserted records without an entry in the history and without the closing. The fields in
     // `passedOver` are not read. False if not all could be read.
     bool FollowInsertedRecs(DWORD startRec, DWORD count, const std::set<DWORD>& passedOver,

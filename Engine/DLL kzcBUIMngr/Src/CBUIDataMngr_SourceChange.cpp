@@ -190,12 +190,18 @@ void CBUIDataMngr::LetLimitationFollowDeletion(DWORD startRec, DWORD count) noex
     numCndRecCount = RenumberAfterDeletion(numCndRecList.get(), numCndRecCount, startRec, count);
 }
 
-// Without a class in it the record-to-button table counts no records of its own.
-bool CBUIDataMngr::AreLinkTablesOfRecs() const
+// A record-to-button table that never had a column does not know how many records there are, and is told.
+bool CBUIDataMngr::AreLinkTablesOfRecs()
 {
-    return bnLink->GetRecCount() == recCount ||
-           std::none_of(btnClasses.begin(), btnClasses.end(),
-                        [this](const auto& idAndClass) { return bnLink->ExistFld(idAndClass.first); });
+    if (bnLink->GetRecCount() == recCount)
+        return true;
+    const bool hasColumn = std::any_of(btnClasses.begin(), btnClasses.end(), [this](const auto& idAndClass) {
+        return bnLink->ExistFld(idAndClass.first);
+    });
+    if (hasColumn)
+        return false;
+    bnLink->Clear();
+    return bnLink->InsertRec(0, recCount);
 }
 
 void CBUIDataMngr::LoseLinkTablesOrAll() noexcept

@@ -413,7 +413,8 @@ bool CBUIDataMngr::DropFldsThatDisagree()
     std::vector<DWORD> inRpLink;
     bnLink->GetBtnClassIDList(inBnLink);
     rpLink->GetBtnClassIDList(inRpLink);
-    if (!inBnLink.empty() && bnLink->GetRecCount() != recCount) // without a column it counts nothing
+    const DWORD recCountOfBnLink = bnLink->GetRecCount();
+    if (recCountOfBnLink != recCount && !(inBnLink.empty() && recCountOfBnLink == 0))
         return false;
     const std::unique_ptr<DWORD[]> btnIDOfRec(new DWORD[recCount]);
     for (const DWORD btnClassID : inBnLink) {
