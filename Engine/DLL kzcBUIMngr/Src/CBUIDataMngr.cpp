@@ -95,6 +95,7 @@ void CBUIDataMngr::Clear()
     numCnd.reset();
     if (sumValueCacheMngr != nullptr)
         sumValueCacheMngr->ClearSumValueCache();
+    undoStack.clear();
 
     id = SCBUICoreCom::BUIDATAMNGR_ID_UNSETTING;
     multiSelection = false;
@@ -140,6 +141,7 @@ void CBUIDataMngr::ClearOfFixedSpec()
     ClearDiffInfo();
     ClearLimitedRecList();
     sumValueCacheMngr->ClearSumValueCache();
+    undoStack.clear();
 }
 
 bool CBUIDataMngr::CreateBnLink(SCBUICoreCom::ELinkTableVerType verType)
@@ -232,6 +234,13 @@ void CBUIDataMngr::DropLimitedRecList() noexcept
 
 void CBUIDataMngr::AdjstToLimitation(const BtnIDsOfClasses& reached)
 {
+    TellLimitationToBtns(reached);
+    sumValueCacheMngr->ClearSumValueCache();
+    ClearAllBtnSelections(true);
+}
+
+void CBUIDataMngr::TellLimitationToBtns(const BtnIDsOfClasses& reached)
+{
     try {
         ResetVisibleInfoBasedOnLimitedRecListOfAllBtns(reached);
         std::vector<VCBtnClass*> classesWithSpBtns;
@@ -253,8 +262,6 @@ void CBUIDataMngr::AdjstToLimitation(const BtnIDsOfClasses& reached)
         sumValueCacheMngr->ClearSumValueCache();
         throw;
     }
-    sumValueCacheMngr->ClearSumValueCache();
-    ClearAllBtnSelections(true);
 }
 
 void CBUIDataMngr::SetNumCnd(const INumCnd& cnd)

@@ -6,6 +6,7 @@
 #include "CXMLWriter.h"
 #include "KzcBUIMngrAPI.h"
 #include "SCBUICoreCom.h"
+#include "SCDataMngrCoreDef.h"
 #include "SCDeclareConstant.h"
 #include "SDateGroupBtnIDList.h"
 #include "SHierarchyInfo.h"
@@ -549,17 +550,79 @@ public:
     static constexpr char STR_FORMAT_DATEBTNCLS_SYMBOL[] = "D%lu";
     bool GetSymbolListOfDateBtnClasses(std::map<DWORD, std::string>& symbols) const;
 
-    // --- Following the source data: to be called after the change of the table. Each clears all sums and the
-    // whole selection at its end.
+    // --- Following the source data. The host changes the source table first and then tells the environment by
+    // one of these. Buttons, special buttons and identifiers survive every change but the removal of their
+    // class; a value that goes and comes back gets its old button. The whole selection is cleared (and with it
+    // what is known of sums), the limitation follows the records: deleted ones leave it, inserted ones are not
+    // in it. Each operation that does its work adds an entry to the history, from which it can be taken back.
+    //
+    // If memory is exhausted in a change of records the environment is as it was before; where there is not
+    // even memory to go back, or records have left one table but not the other, the link tables are lost as in
+    // a restoring (GetRecCountOfSrcData() is 0, no button has a record) and AdjstAccordingToInsertRec(0, all)
+    // builds them again. In a change of fields the fields before the one at which it happened are followed, as
+    // the entry in the history tells.
 
-    // The calendar criteria have changed (start month of the fiscal year, cut-off day of a month, first day
-    // of the week): the dates of every date class are grouped anew. Always true. If memory is exhausted some
-    // classes may follow the new criteria and others not: to be called again.
-    bool AdjstAccordingToChangeDateCriterionInfo();
+    // `recCountOfChange` records were inserted before record `startRec`, or behind all others if that is not
+    // less than the number of records. Their values are read from the source table. False, with nothing
+    // changed, if the records could not be numbered in 32 bits, or if the link tables are not those of this
+    // environment's records (see Copy). False also if values cannot be read or the identifiers of a class are
+    // used up: the records are there then, but have no button in that class and those behind it. Throws
+    // ECAbnormalData (MSG_ABNORMAL_DATASIZE), with nothing changed, for values of more than 4294967295 bytes.
+    // Costs a block move of the tables and one hash look-up for each new value.
+    bool AdjstAccordingToInsertRec(DWORD startRec, DWORD recCountOfChange);
+    // The records from `startRec` on were deleted; what is said to go past the end is what there is. True,
+    // with an entry in the history, also where there is none. Costs a pass over the tables and the buttons.
+    bool AdjstAccordingToDeleteRec(DWORD startRec, DWORD recCountOfChange);
+    // The data of fields has changed: all records of all fields are read again, which takes two entries in the
+    // history, the deletion of all records and the insertion of all. The limitation stays. Which fields it are
+    // does not matter but for `count`: with 0 nothing is done. `progressStatus` may be null; it is told the
+    // way, and cannot cancel. False as AdjstAccordingToInsertRec.
+    bool AdjstAccordingToChangeFldData(const DWORD* fldIDs, unsigned int count,
+                                       CProgressStatus* progressStatus);
+    // Fields were inserted: each gets a class, as in a build. Returns what the build did; with
+    // CREATESRC_CANCELED and others the classes made until then stay. CREATESRC_SRCDATA_ERROR, without an
+    // entry in the history, if there are more fields than the source table has; also, with one, if it has
+    // another number of records than the environment. If the link tables were lost they are built first.
+    EMthRetOfCreateSrcBtnClses AdjstAccordingToInsertFld(const DWORD* fldIDs, unsigned int count,
+                                                         CProgressStatus* progressStatus);
+    // Fields were deleted: their classes are switched off and stand for no field any more. They are kept until
+    // the history is cleared. Always true; a field without a class is passed over.
+    bool AdjstAccordingToDeleteFld(const DWORD* fldIDs, unsigned int count);
+    // The types of fields have changed: a class of another type than its field is switched off as in a
+    // deletion, and the field gets a new one. False if a class cannot be built, and, without an entry in the
+    // history, if the source table does not know a field; the fields before are followed.
+    bool AdjstAccordingToChangeFldDataSpec(const DWORD* fldIDs, unsigned int count,
+                                           CProgressStatus* progressStatus);
     // The form of the data of these fields has changed: the classes of dates and times among them read their
     // texts anew and group them anew, and their cll buttons that select by list are switched off. Other
-    // fields, and those without a class, are passed over. Always true. If memory is exhausted the same holds.
+    // fields, and those without a class, are passed over. Always true. If memory is exhausted some classes may
+    // follow and others not: to be called again.
     bool AdjstAccordingToChangeFldDataForm(const DWORD* fldIDs, unsigned int count);
+    // The calendar criteria have changed (start month of the fiscal year, cut-off day of a month, first day
+    // of the week): the dates of every date class are grouped anew. Always true. If memory is exhausted the
+    // same holds.
+    bool AdjstAccordingToChangeDateCriterionInfo();
+    // Follows all that a summary tells, in its order (see SBtnRenewalInfo), by the operations above, each with
+    // its entries in the history. CREATESRC_SRCDATA_ERROR as soon as one of them fails, with the others
+    // undone by nobody; else what AdjstAccordingToInsertFld returns, or CREATESRC_OK. With `progressStatus`
+    // the process is named STR_PROCNAME_REBUILD_BTNINFO, its ratio is divided among the steps by their fields
+    // and set back at the end.
+    EMthRetOfCreateSrcBtnClses
+    AdjstAccordingToChangeSrcDataMngr(const SCDataMngrCoreDef::SBtnRenewalInfo& renewalInfo,
+                                      CProgressStatus* progressStatus);
+
+    // --- Taking changes of the source data back
+
+    // Takes the newest entry out of the history and follows the change back; the host has put the source table
+    // back before. A deletion of records is taken back by reading as many as it took out. Then the selection
+    // of the moment before the change is made again, whose result is the result. False without an entry.
+    // Groups of dates and times are not made anew by taking back a change of form or criteria. Throws
+    // ECAbnormalData for an entry of an unknown kind, which stays. If memory is exhausted the entry stays.
+    bool AdjstAccordingToUndoOpeOfTheSrcData();
+    // Empties the history. The classes of deleted and replaced fields go, unless they are in use again.
+    void ClearUndoOfTheSrcData();
+    // How many entries the history has.
+    DWORD GetUndoOpeCountOfTheSrcData() const noexcept { return static_cast<DWORD>(undoStack.size()); }
 
     // --- Records and buttons
 
@@ -582,13 +645,44 @@ public:
                                      DWORD& recListCount) const;
 
 protected:
+    // The kinds of changes in the history.
+    enum ESrcDataOpeType : unsigned int
+    {
+        SRCDATAOPE_INSERTREC = 1,
+        SRCDATAOPE_DELETEREC = 2,
+        SRCDATAOPE_INSERTFLD = 3,
+        SRCDATAOPE_DELETEFLD = 4,
+        SRCDATAOPE_CHANGEFLDDATASPEC = 5,
+        SRCDATAOPE_CHANGEFLDDATAFORM = 6,
+        SRCDATAOPE_RESERVED = 7, // never made; no unknown kind
+        SRCDATAOPE_CHANGEDATECRITERION = 8,
+    };
+    // One entry of the history.
+    struct SSrcDataUndo
+    {
+        unsigned int opeType = 0;
+        DWORD startRec = 0; // of changes of records, as is recCount: what was asked for
+        DWORD recCount = 0;
+        std::vector<DWORD> fldIDList;      // of changes of fields
+        unsigned int fldCount = 0;         // size of fldIDList
+        std::vector<DWORD> btnClassIDList; // deletion and type: the class that held each field, 0 for none
+        std::vector<SSelectBtnIDList> selectBtnIDList; // the selection before the change
+
+        DWORD takenRecCount = 0;    // of a deletion of records: how many there were to delete
+        bool isOfDataChange = false; // half of the deletion and insertion of all records
+        bool hasLimitation = false;  // the one to be in force when the deletion is taken back
+        std::vector<DWORD> limitedRecs;
+    };
+    std::deque<SSrcDataUndo> undoStack; // the newest entry is at the back
+
     // Null if absent.
     VCBtnClass* FindBtnClass(DWORD btnClassID) const noexcept;
     // Lets every effective condition cll button of a class judge one button alone, and adds it to its members
     // or takes it out: for a change of the sums of one button. A cll button is judged by none. False without
     // a sum manager and for a null class.
     bool ResetMemberBtnBasedOnTheCndOfCllBtns(VCBtnClass* btnClass, DWORD btnID);
-    // Destroys a class of any kind; false for null. The selection is not looked at for a source class.
+    // Destroys a class of any kind; false for null. A selection that it takes part in is cleared, and virtual
+    // classes let go of it.
     bool DestroyBtnClass(VCBtnClass* btnClass);
 
 private:
@@ -611,9 +705,37 @@ private:
         return btnClass != nullptr && operation(*btnClass);
     }
 
-    // Building
-    class CBuildProgress;
-    struct SBuildAreas;
+    // Building and following. What is read of one field at a time, and what becomes of it.
+    struct SBuildAreas
+    {
+        // For so many records; made once and used for every field.
+        explicit SBuildAreas(DWORD recCountOfSrc);
+
+        DWORD recCount;
+        std::unique_ptr<char[]> texts;          // the values of a field
+        std::unique_ptr<DWORD[]> btnIDOfRec;    // the button of each record
+        std::unique_ptr<DWORD[]> recArena;      // the records of all buttons, button by button
+        std::unique_ptr<char*[]> srcDataList;   // where each value begins
+        std::unique_ptr<WORD[]> srcDataLenList; // and how long it is
+        TCBtnIDAssArr<DWORD> btnRecCounts;
+        TCBtnIDAssArr<SRecordList> btnRecLists; // point into recArena, and where else lists are added
+    };
+    // The steps of a build, as the host's status sees them. Every field is worth the same share of the whole.
+    class CBuildProgress
+    {
+    public:
+        CBuildProgress(CProgressStatus* statusOfHost, DWORD eligibleFldCount);
+        // Adds `weight` of a field's share. False if the host wants to stop.
+        bool Step(double weight);
+
+    private:
+        CProgressStatus* status;
+        DWORD maxValue;
+        DWORD fldCount;
+    };
+    // Reads the values of a field from `firstRec` on. False if the source table does not give them; throws
+    // ECAbnormalData, in the name of `function`, if they are more than 4294967295 bytes.
+    bool ReadSrcData(DWORD fldID, DWORD firstRec, SBuildAreas& areas, const char* function, long line) const;
     EMthRetOfCreateSrcBtnClses CreateSrcBtnClasses(const DWORD* fldIDs, unsigned int fldCount,
                                                    CProgressStatus* progressStatus);
     EMthRetOfCreateSrcBtnClses CreateSrcBtnClass(DWORD fldID, SCDeclareConstant::EDataType dataType,
@@ -658,8 +780,10 @@ private:
     void RepairBtnClassIDs(CXMLReader& reader, DWORD beginID, DWORD endID, DWORD& nextID,
                            std::deque<DWORD>& blankIDs) const;
     bool TakeRoomForBtnClass(CXMLReader& reader, DWORD btnClassID) const;
-    // Whether each source class has, in both tables or in none, all records, each with one button.
-    bool DoLinkTablesAgree() const;
+    // Sees to it that each source class has, in both tables or in none, all records, each with one button:
+    // fields of which that is not true go. False if the tables cannot be those of these records.
+    bool DropFldsThatDisagree();
+    bool DoLinkTablesAgreeOn(DWORD btnClassID, DWORD* btnIDOfRec) const;
     bool DoLinkTablesFitBtnClasses() const;
     void LoseLinkTables();
     void DropFldsWithoutBtnClass();
@@ -678,7 +802,52 @@ private:
     template <class TBtnClass>
     bool GetGroupedBtnIDListsOfBtnClass(DWORD btnClassID, VCDate::EDateType dateType,
                                         CDateGroupMap& groups) const;
-    void CloseFollowingOfSrcData();
+
+    // Following the source data
+    class CNewUndoEntry;
+    class CDeferredRows;
+    class CRatioOfSteps;
+    using RecListsOfBtns = std::map<DWORD, std::vector<DWORD>>;
+    using RecListsOfBtnClasses = std::map<DWORD, RecListsOfBtns>;
+    void CloseFollowingOfSrcData(bool dropsSums, bool clearsSelection);
+    bool AreLinkTablesOfRecs() const;
+    // Follows inserted records without an entry in the history and without the closing. The fields in
+    // `passedOver` are not read. False if not all could be read.
+    bool FollowInsertedRecs(DWORD startRec, DWORD count, const std::set<DWORD>& passedOver,
+                            CProgressStatus* progressStatus);
+    bool AdjstAccordingToInsertRec(DWORD startRec, DWORD count, const std::set<DWORD>& passedOver,
+                                   CProgressStatus* progressStatus);
+    // Adds its identifier to `following` when the table of its records has followed.
+    bool AddRecsToBtnClass(VCBtnClass& btnClass, DWORD fldID, DWORD startRec, SBuildAreas& areas,
+                           RecListsOfBtnClasses& addedOfOtherBtnClasses, std::vector<DWORD>& following);
+    void AddUnreadRecsToBtnClass(VCBtnClass& btnClass, DWORD startRec, DWORD count,
+                                 const RecListsOfBtns& added, std::vector<DWORD>& following);
+    void TakeInsertedRecsBack(DWORD startRec, DWORD count, const std::vector<DWORD>& following) noexcept;
+    void FollowDeletedRecs(DWORD startRec, DWORD count);
+    void LetBtnClassesFollowDeletion(DWORD startRec);
+    void LoseLinkTablesOrAll() noexcept;
+    bool ReadAllRecsAnew(CProgressStatus* progressStatus);
+    void BuildOutdatedRows();
+    // The records that come to the special buttons with a row, of the class and of others, by those that come
+    // to the class's source buttons. The first adds them to the lists, in memory that `recArea` gets, and
+    // gives back how many they are; the others are united with what is in `addedOfOtherBtnClasses`.
+    unsigned long long GetAddedRelatedRecListOfSpBtns(const VCBtnClass& btnClass,
+                                                      TCBtnIDAssArr<SRecordList>& addedRecLists,
+                                                      std::vector<DWORD>& recArea) const;
+    void GetAddedRelatedRecListOfSpBtnsThatBelongsToOtherBtnClass(
+        const VCBtnClass& btnClass, const TCBtnIDAssArr<SRecordList>& addedRecLists,
+        RecListsOfBtnClasses& addedOfOtherBtnClasses) const;
+    // Takes a class out of its field, and puts it back.
+    void TakeBtnClassOutOfFld(DWORD fldID, DWORD btnClassID);
+    void PutBtnClassBackIntoFld(DWORD fldID, DWORD btnClassID);
+    bool HasButtonInEachRec(DWORD btnClassID) const;
+    void ReadBtnClassAnew(VCBtnClass& btnClass, DWORD fldID);
+    void LetLimitationFollowInsertion(DWORD startRec, DWORD count) noexcept;
+    void LetLimitationFollowDeletion(DWORD startRec, DWORD count) noexcept;
+    void UndoOpeOfTheSrcData(const SSrcDataUndo& undone);
+    // Runs a change of records that is to leave no entry in the history.
+    template <class TChange>
+    void RunWithoutEntry(const TChange& change);
 
     // Selection
     // Switches off the cll buttons of a class that select by list and that users manage, and lists those that
@@ -748,6 +917,8 @@ private:
     void ResetVisibleInfoBasedOnLimitedRecListOfAllBtns(const BtnIDsOfClasses& reached);
     void DropLimitedRecList() noexcept;
     void AdjstToLimitation(const BtnIDsOfClasses& reached);
+    // The part of it that concerns the buttons alone.
+    void TellLimitationToBtns(const BtnIDsOfClasses& reached);
     // Work arrays of recCount entries, made when first needed and kept.
     DWORD* GetWorkArea(std::size_t number) const;
 

@@ -35,55 +35,49 @@ bool GetEligibleDataType(const CSourceDataMngr& srcDataMngr, DWORD fldID,
 
 } // namespace
 
-// The steps of a build, as the host's status sees them. Every field is worth the same share of the whole.
-class CBUIDataMngr::CBuildProgress
+CBUIDataMngr::CBuildProgress::CBuildProgress(CProgressStatus* statusOfHost, DWORD eligibleFldCount)
+    : status(statusOfHost),
+      maxValue(statusOfHost == nullptr ? 0 : statusOfHost->GetMaxValueOfPresentProc()),
+      fldCount(eligibleFldCount)
+{}
+
+bool CBUIDataMngr::CBuildProgress::Step(double weight)
 {
-public:
-    CBuildProgress(CProgressStatus* statusOfHost, DWORD eligibleFldCount)
-        : status(statusOfHost),
-          maxValue(statusOfHost == nullptr ? 0 : statusOfHost->GetMaxValueOfPresentProc()),
-          fldCount(eligibleFldCount)
-    {}
+    if (status == nullptr)
+        return true;
+    const DWORD present = status->presentValue;
+    const auto added = static_cast<DWORD>(maxValue * weight / fldCount);
+    status->SetPresentValue(present > maxValue || added > maxValue - present ? maxValue : present + added);
+    return !status->canceled;
+}
 
-    // Adds `weight` of a field's share. False if the host wants to stop.
-    bool Step(double weight)
-    {
-        if (status == nullptr)
-            return true;
-        const DWORD present = status->presentValue;
-        const auto added = static_cast<DWORD>(maxValue * weight / fldCount);
-        status->SetPresentValue(present > maxValue || added > maxValue - present ? maxValue
-                                                                                 : present + added);
-        return !status->canceled;
-    }
+CBUIDataMngr::SBuildAreas::SBuildAreas(DWORD recCountOfSrc)
+    : recCount(recCountOfSrc), btnIDOfRec(new DWORD[recCountOfSrc]), recArena(new DWORD[recCountOfSrc]),
+      srcDataList(new char*[recCountOfSrc]), srcDataLenList(new WORD[recCountOfSrc])
+{}
 
-private:
-    CProgressStatus* status;
-    DWORD maxValue;
-    DWORD fldCount;
-};
-
-// What the build of a field works on: made once and used for every field.
-struct CBUIDataMngr::SBuildAreas
+bool CBUIDataMngr::ReadSrcData(DWORD fldID, DWORD firstRec, SBuildAreas& areas, const char* function,
+                               long line) const
 {
-    explicit SBuildAreas(DWORD recCountOfSrc)
-        : recCount(recCountOfSrc), btnIDOfRec(new DWORD[recCountOfSrc]), recArena(new DWORD[recCountOfSrc]),
-          srcDataList(new char*[recCountOfSrc]), srcDataLenList(new WORD[recCountOfSrc])
-    {}
-
-    DWORD recCount;
-    std::unique_ptr<DWORD[]> btnIDOfRec;    // the button of each record
-    std::unique_ptr<DWORD[]> recArena;      // the records of all buttons, button by button
-    std::unique_ptr<char*[]> srcDataList;   // where each value begins
-    std::unique_ptr<WORD[]> srcDataLenList; // and how long it is
-    TCBtnIDAssArr<DWORD> btnRecCounts;
-    TCBtnIDAssArr<SRecordList> btnRecLists; // point into recArena
-};
+    DWORD size32 = 0;
+    unsigned long long size = 0;
+    if (!srcDataMngr->GetDataSize(fldID, firstRec, areas.recCount, size32, size))
+        return false;
+    if (size > 4294967295)
+        throw ECAbnormalData(SCKZCoreStrDef::MSG_ABNORMAL_DATASIZE, SRC_FILE, function, line);
+    areas.texts.reset();
+    areas.texts.reset(new char[size]);
+    return srcDataMngr->GetData(fldID, firstRec, areas.recCount, size32, areas.texts.get(),
+                                static_cast<DWORD>(size), areas.srcDataLenList.get(),
+                                areas.srcDataList.get()) &&
+           AdjstSrcDataListToBtnClassType(fldID, areas.srcDataList.get(), areas.srcDataLenList.get(),
+                                          areas.recCount);
+}
 
 CBUIDataMngr::EMthRetOfCreateSrcBtnClses
 CBUIDataMngr::CreateSrcBtnClasses(const DWORD* fldIDs, unsigned int fldCount, CProgressStatus* progressStatus)
 {
-    if (fldCount > srcDataMngr->GetFldCount())
+    if (fldCount > srcDataMngr->GetFldCount() || srcDataMngr->GetRecCount() != recCount)
         return CREATESRC_SRCDATA_ERROR;
     SBuildAreas areas(srcDataMngr->GetRecCount());
     DWORD eligibleCount = 0;
@@ -117,17 +111,7 @@ CBUIDataMngr::CreateSrcBtnClass(DWORD fldID, SCDeclareConstant::EDataType dataTy
     }
     auto& btnClass = static_cast<VCSrcBtnClass&>(*created);
 
-    DWORD size32 = 0;
-    unsigned long long size = 0;
-    if (!srcDataMngr->GetDataSize(fldID, 0, areas.recCount, size32, size))
-        return CREATESRC_SRCDATA_ERROR;
-    if (size > 4294967295)
-        throw ECAbnormalData(SCKZCoreStrDef::MSG_ABNORMAL_DATASIZE, SRC_FILE, FUNC_CREATE, __LINE__);
-    std::unique_ptr<char[]> buffer(new char[size]);
-    if (!srcDataMngr->GetData(fldID, 0, areas.recCount, size32, buffer.get(), static_cast<DWORD>(size),
-                              areas.srcDataLenList.get(), areas.srcDataList.get()) ||
-        !AdjstSrcDataListToBtnClassType(fldID, areas.srcDataList.get(), areas.srcDataLenList.get(),
-                                        areas.recCount))
+    if (!ReadSrcData(fldID, 0, areas, FUNC_CREATE, __LINE__))
         return CREATESRC_SRCDATA_ERROR;
     if (!progress.Step(0.3))
         return CREATESRC_CANCELED;
@@ -135,7 +119,7 @@ CBUIDataMngr::CreateSrcBtnClass(DWORD fldID, SCDeclareConstant::EDataType dataTy
     if (!btnClass.AddRecs(0, areas.recCount, areas.srcDataList.get(), areas.btnIDOfRec.get(),
                           areas.btnRecCounts))
         return CREATESRC_BTN_ERROR;
-    buffer.reset();
+    areas.texts.reset();
     if (!progress.Step(0.1))
         return CREATESRC_CANCELED;
 
@@ -144,16 +128,29 @@ CBUIDataMngr::CreateSrcBtnClass(DWORD fldID, SCDeclareConstant::EDataType dataTy
     if (!progress.Step(0.2))
         return CREATESRC_CANCELED;
 
-    rpLink->InsertFld(btnClassID, areas.btnRecLists, areas.recCount);
-    btnClass.ResetInsideInfoForSpBtnsOfSrcBtns(true, true);
-    if (!progress.Step(0.4))
-        return CREATESRC_CANCELED;
-
-    bnLink->InsertFld(btnClassID, areas.recCount, areas.btnIDOfRec.get());
-    btnClass.SetBtnAppOrdList(*bnLink);
-    btnClasses.emplace(btnClassID, std::move(created));
-    btnClassIDOfFld.emplace(fldID, btnClassID);
-    fldIDOfBtnClass.emplace(btnClassID, fldID);
+    // What the tables hold of a class that does not come about goes again; a build that is cancelled leaves it.
+    try {
+        rpLink->InsertFld(btnClassID, areas.btnRecLists, areas.recCount);
+        btnClass.ResetInsideInfoForSpBtnsOfSrcBtns(true, true);
+        if (!progress.Step(0.4))
+            return CREATESRC_CANCELED;
+        if (!bnLink->InsertFld(btnClassID, areas.recCount, areas.btnIDOfRec.get())) {
+            rpLink->DeleteFld(btnClassID);
+            return CREATESRC_SRCDATA_ERROR; // the source has another number of records than the classes
+        }
+        btnClass.SetBtnAppOrdList(*bnLink);
+        btnClasses.emplace(btnClassID, std::move(created));
+        btnClassIDOfFld.emplace(fldID, btnClassID);
+        fldIDOfBtnClass.emplace(btnClassID, fldID);
+    } catch (...) {
+        const auto fld = btnClassIDOfFld.find(fldID);
+        if (fld != btnClassIDOfFld.end() && fld->second == btnClassID)
+            btnClassIDOfFld.erase(fld);
+        btnClasses.erase(btnClassID);
+        bnLink->DeleteFld(btnClassID);
+        rpLink->DeleteFld(btnClassID);
+        throw;
+    }
     return CREATESRC_OK;
 }
 

@@ -1,5 +1,4 @@
-// Dates and times: how they are grouped and shown, what is asked of them, and the changes of the table that
-// concern them alone.
+// Dates and times: how they are grouped and shown, and what is asked of them.
 
 #include "CBUIDataMngr.h"
 
@@ -158,45 +157,6 @@ bool CBUIDataMngr::GetSymbolListOfDateBtnClasses(std::map<DWORD, std::string>& s
     }
     symbols.swap(made);
     return true;
-}
-
-// --- Following the source data
-
-void CBUIDataMngr::CloseFollowingOfSrcData()
-{
-    sumValueCacheMngr->ClearSumValueCache();
-    ClearAllBtnSelections(true);
-}
-
-bool CBUIDataMngr::AdjstAccordingToChangeDateCriterionInfo()
-{
-    return ChangeSpBtn([this] {
-        for (const auto& [btnClassID, btnClass] : btnClasses) {
-            if (auto* const dateBtnClass = dynamic_cast<CDateBtnClass*>(btnClass.get()))
-                dateBtnClass->RegroupAfterCriterionChange();
-        }
-        CloseFollowingOfSrcData();
-        return true;
-    });
-}
-
-bool CBUIDataMngr::AdjstAccordingToChangeFldDataForm(const DWORD* fldIDs, unsigned int count)
-{
-    return ChangeSpBtn([=, this] {
-        for (unsigned int i = 0; i < count; ++i) {
-            DWORD btnClassID = SCBUICoreCom::BTNCLS_ID_UNSETTING;
-            if (!GetBtnClassID(fldIDs[i], btnClassID))
-                continue;
-            auto* const btnClass = FindBtnClassOfType<VCDateTimeBtnClass>(btnClassID);
-            if (btnClass == nullptr)
-                continue;
-            std::vector<DWORD> changedBtnIDs;
-            SetIneffectiveInfoOfAllSelCllBtns(btnClassID, changedBtnIDs);
-            btnClass->RegroupAfterDataFormChange();
-        }
-        CloseFollowingOfSrcData();
-        return true;
-    });
 }
 
 } // namespace NSKZ::NSKZCore

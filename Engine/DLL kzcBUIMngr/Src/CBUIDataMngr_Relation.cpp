@@ -265,7 +265,7 @@ void CBUIDataMngr::ResetVisibleInfoBasedOnRelationOfAllBtns()
         return;
     const SHierarchyInfo& last = hierarchies.back();
     for (const auto& [btnClassID, btnClass] : btnClasses) {
-        if (!SCBUICoreCom::IsSrcBtnClass(btnClassID) ||
+        if (!SCBUICoreCom::IsSrcBtnClass(btnClassID) || !btnClass->IsEffective() ||
             btnClass->PutVisibleInfoBasedOnRelationOfRecs(*bnLink, last.recList.get(), last.recCount))
             continue;
         ThrowAbnormalData(SCBUICoreStrDef::MSG_NOTEXIST_SRCBTNCLS_IN_BNLINK, {btnClassID},
@@ -278,7 +278,7 @@ CBUIDataMngr::BtnIDsOfClasses CBUIDataMngr::GetBtnsOfRecs(const DWORD* recList, 
 {
     BtnIDsOfClasses btnIDs;
     for (const auto& [btnClassID, btnClass] : btnClasses) {
-        if (SCBUICoreCom::IsSrcBtnClass(btnClassID) &&
+        if (SCBUICoreCom::IsSrcBtnClass(btnClassID) && btnClass->IsEffective() &&
             !btnClass->GetBtnIDListOfRecs(*bnLink, recList, recListCount, btnIDs[btnClassID])) {
             ThrowAbnormalData(SCBUICoreStrDef::MSG_NOTEXIST_SRCBTNCLS_IN_BNLINK, {btnClassID}, function,
                               __LINE__);

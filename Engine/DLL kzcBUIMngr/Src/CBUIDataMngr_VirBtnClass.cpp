@@ -7,6 +7,7 @@
 #include "IRpLink.h"
 #include "SCKZCoreStrDef.h"
 
+#include <algorithm>
 #include <cstring>
 
 namespace NSKZ::NSKZCore {
@@ -90,15 +91,23 @@ bool CBUIDataMngr::DestroyBtnClass(VCBtnClass* btnClass)
     const auto found = btnClasses.find(btnClassID);
     if (found == btnClasses.end() || found->second.get() != btnClass)
         return false;
+    const bool isInSelection = btnClass->IsBtnSelectiveState() || btnClassID == diffBtnClassID ||
+                               std::any_of(hierarchies.begin(), hierarchies.end(), [=](const SHierarchyInfo& level) {
+                                   return level.btnClassID == btnClassID;
+                               });
+    if (isInSelection)
+        ClearAllBtnSelections(true);
     btnClass->SetEffective(false);
     btnClass->LetReferringClassesGo();
     if (const auto fld = fldIDOfBtnClass.find(btnClassID); fld != fldIDOfBtnClass.end()) {
         btnClassIDOfFld.erase(fld->second);
         fldIDOfBtnClass.erase(fld);
     }
+    std::erase(selBtnClassIDList, btnClassID);
     btnClasses.erase(found);
     bnLink->DeleteFld(btnClassID);
     rpLink->DeleteFld(btnClassID);
+    sumValueCacheMngr->ClearSumValueCache();
     return true;
 }
 

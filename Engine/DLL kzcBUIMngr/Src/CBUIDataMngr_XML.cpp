@@ -386,7 +386,7 @@ CBUIDataMngr::EMthRetOfReadXML CBUIDataMngr::ReadCommonSpecOfRoot(const char* fo
             if (!SCSpecXML::IsOnElement(reader, STR_ELENAME_BTNCLASSES) || areBtnClassesRead)
                 return CXMLReader::READXML_UNKNOWNELEMENT;
             // What the classes take from the tables is proved before.
-            if (areLinkTablesLost || !DoLinkTablesAgree())
+            if (areLinkTablesLost || !DropFldsThatDisagree())
                 LoseLinkTables();
             const EMthRetOfReadXML read =
                 ReadBtnClassesSpecByXML(folder, reader, SCKZCoreCom::SPECTYPE_COMMON);
@@ -410,54 +410,58 @@ CBUIDataMngr::EMthRetOfReadXML CBUIDataMngr::ReadCommonSpecOfRoot(const char* fo
     return CXMLReader::READXML_OK;
 }
 
-bool CBUIDataMngr::DoLinkTablesAgree() const
+// The class of such a field is missed if it is read, and the tables are lost then; one that is not saved, such
+// as that of a deleted field, may have records without a button.
+bool CBUIDataMngr::DropFldsThatDisagree()
 {
     std::vector<DWORD> inBnLink;
     std::vector<DWORD> inRpLink;
     bnLink->GetBtnClassIDList(inBnLink);
     rpLink->GetBtnClassIDList(inRpLink);
-    std::erase_if(inRpLink, [](DWORD btnClassID) { return !SCBUICoreCom::IsSrcBtnClass(btnClassID); });
-    if (inBnLink != inRpLink)
-        return false;
     const DWORD recCountOfBnLink = bnLink->GetRecCount();
-    if (inBnLink.empty())
-        return recCountOfBnLink == 0 || recCountOfBnLink == recCount;
-    if (recCountOfBnLink != recCount)
+    if (inBnLink.empty() ? recCountOfBnLink != 0 && recCountOfBnLink != recCount
+                         : recCountOfBnLink != recCount)
         return false;
     const std::unique_ptr<DWORD[]> btnIDOfRec(new DWORD[recCount]);
-    std::unique_ptr<DWORD[]> recArea;
-    DWORD recAreaSize = 0;
-    TCBtnIDAssArr<SRecordList> recLists;
     for (const DWORD btnClassID : inBnLink) {
-        DWORD neededSize = 0;
-        if (!rpLink->GetRecCountOfFld(btnClassID, neededSize))
-            return false;
-        if (recArea == nullptr || neededSize > recAreaSize) {
-            recArea.reset(new DWORD[neededSize]);
-            recAreaSize = neededSize;
+        if (!DoLinkTablesAgreeOn(btnClassID, btnIDOfRec.get())) {
+            bnLink->DeleteFld(btnClassID);
+            rpLink->DeleteFld(btnClassID);
         }
-        if (!bnLink->GetData(btnClassID, 0, recCount, btnIDOfRec.get()) ||
-            !rpLink->GetAllRecList(btnClassID, recLists, recArea.get()))
-            return false;
-        // A record that is listed under its button is listed under no other.
-        unsigned long long total = 0;
-        bool areListsRight = true;
-        recLists.ForEach([&](DWORD btnID, const SRecordList& list) {
-            if (!SCBUICoreCom::IsSrcBtn(btnID)) {
-                areListsRight = areListsRight && !SCBUICoreCom::IsVirIncBtn(btnID);
-                return; // a row, which is made anew
-            }
-            total += list.recCount;
-            for (DWORD i = 0; i < list.recCount && areListsRight; ++i) {
-                const DWORD recNum = list.recList[i];
-                areListsRight = recNum < recCount && btnIDOfRec[recNum] == btnID &&
-                                (i == 0 || recNum > list.recList[i - 1]);
-            }
-        });
-        if (!areListsRight || total != recCount)
-            return false;
     }
+    std::erase_if(inRpLink, [this](DWORD btnClassID) {
+        return !SCBUICoreCom::IsSrcBtnClass(btnClassID) || bnLink->ExistFld(btnClassID);
+    });
+    rpLink->DeleteFlds(inRpLink);
     return true;
+}
+
+// Whether each record is listed under its button, and under no other. `btnIDOfRec` has room for all records.
+bool CBUIDataMngr::DoLinkTablesAgreeOn(DWORD btnClassID, DWORD* btnIDOfRec) const
+{
+    DWORD recAreaSize = 0;
+    if (!rpLink->GetRecCountOfFld(btnClassID, recAreaSize) ||
+        !bnLink->GetData(btnClassID, 0, recCount, btnIDOfRec))
+        return false;
+    const std::unique_ptr<DWORD[]> recArea(new DWORD[recAreaSize]);
+    TCBtnIDAssArr<SRecordList> recLists;
+    if (!rpLink->GetAllRecList(btnClassID, recLists, recArea.get()))
+        return false;
+    unsigned long long total = 0;
+    bool areListsRight = true;
+    recLists.ForEach([&](DWORD btnID, const SRecordList& list) {
+        if (!SCBUICoreCom::IsSrcBtn(btnID)) {
+            areListsRight = areListsRight && !SCBUICoreCom::IsVirIncBtn(btnID);
+            return; // a row, which is made anew
+        }
+        total += list.recCount;
+        for (DWORD i = 0; i < list.recCount && areListsRight; ++i) {
+            const DWORD recNum = list.recList[i];
+            areListsRight = recNum < recCount && btnIDOfRec[recNum] == btnID &&
+                            (i == 0 || recNum > list.recList[i - 1]);
+        }
+    });
+    return areListsRight && total == recCount;
 }
 
 bool CBUIDataMngr::DoLinkTablesFitBtnClasses() const

@@ -235,6 +235,7 @@ void VCBtnClass::SetBtnAppOrdList(const IBnLink& bnLink)
         throw ECAbnormalData(message.GetText(), SRC_FILE, "NSKZ::NSKZCore::VCBtnClass::SetBtnAppOrdList",
                              3629);
     }
+    std::erase(order, SCBUICoreCom::BTN_ID_UNSETTING); // records that could not be read have no button
     appOrdList = std::move(order);
 }
 
@@ -325,6 +326,7 @@ void VCBtnClass::Clear()
     btnSelState = false;
     selBtnCount = 0;
     recCount = 0;
+    areRowsDeferred = false;
     rpLink = nullptr;
 }
 

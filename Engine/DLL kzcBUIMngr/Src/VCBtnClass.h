@@ -347,6 +347,9 @@ public:
     // come later and stays. To be called when all classes that refer to each other are there; called again it
     // changes nothing more. Linear in the members.
     static void SettleMembers(const std::vector<VCBtnClass*>& btnClasses);
+    // While the tables follow a change of records, rows of special buttons are not made but called outdated;
+    // BuildOutdatedRows is to be called behind it.
+    void DeferRows(bool deferred) noexcept { areRowsDeferred = deferred; }
     // Makes the rows of records that are outdated in these classes, and above them. If memory is exhausted
     // some stay so.
     static void BuildOutdatedRows(const std::vector<VCBtnClass*>& btnClasses);
@@ -378,6 +381,8 @@ public:
     virtual bool AddRecs(DWORD startRec, DWORD count, const char* const* values, DWORD* outBtnIDs,
                          TCBtnIDAssArr<DWORD>& counts) = 0;
     virtual bool DeleteRecs(DWORD startRec, DWORD count) = 0;
+    // Counts records that came to the table without being read: none of the buttons gets any of them.
+    void AddUnreadRecs(DWORD count) noexcept { recCount += count; }
     // Sees to it that the virtual classes that refer to this one let go of its buttons: to be called before
     // the class is destroyed. If memory is exhausted some of their buttons are ineffective, and the rest is
     // as it was.
@@ -676,6 +681,7 @@ protected:
     DWORD spBtnCount;          // effective special buttons
     DWORD ineffectiveBtnCount; // ineffective special buttons
     DWORD recCount;            // source records as the class last saw them
+    bool areRowsDeferred;      // rows of records are called outdated where they would be made
     const std::unique_ptr<IRpLink>* rpLink;
     DWORD incNextID;                // the next inc identifier that was never used
     std::set<DWORD> incBlankIDList; // released inc identifiers

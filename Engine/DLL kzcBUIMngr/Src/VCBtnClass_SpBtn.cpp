@@ -1080,6 +1080,10 @@ void VCBtnClass::ResetInsideInfoForSpBtns(const SpBtnsOfClasses& spBtns, bool bu
 
 void VCBtnClass::BuildRow(VCSpBtn& spBtn)
 {
+    if (areRowsDeferred) {
+        spBtn.isRowOutdated = true;
+        return;
+    }
     if (IsSpBtnWithRpLink(&spBtn)) {
         const std::unique_ptr<DWORD[]> recs(new DWORD[recCount]);
         DWORD count = 0;
