@@ -406,6 +406,7 @@ TEST_F(CBUIDataMngrTest, ANumericConditionDropsTheSums)
     int live = 0;
     env.SetNumCnd(CTestNumCnd(live));
     EXPECT_FALSE(env.GetSumValueCacheMngrObjRef().GetSumValue(SHOP, 2, 3, sum));
+    env.ClearNumCnd(); // it counts in a variable of this test
 }
 
 TEST_F(CBUIDataMngrTest, ClearOfFixedSpecKeepsWhatFollowsFromTheSource)

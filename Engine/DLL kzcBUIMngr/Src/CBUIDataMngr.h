@@ -98,6 +98,21 @@ public:
                  SCBUICoreCom::ELinkTableVerType rpLinkVerType, const CSourceDataMngr& srcDataMngr,
                  const CCoreSumMngr* coreSumMngr, CProgressStatus* progressStatus);
     virtual ~CBUIDataMngr();
+
+    // Becomes an image of `other`, with classes and buttons, selection, limitation, numeric condition, sums
+    // and history of its own, on another source table and sum manager; the latter may be null. The identifier
+    // stays, and so do the versions of the link tables. Of the tables' content only that of the
+    // button-to-record table is carried, and that only to one of another version; where a table's content
+    // does not fit the records and buttons, it is dropped, and the environment cannot be pressed until
+    // CopyLinkTables has followed. With itself nothing changes. False, with nothing changed, without a source
+    // table. Throws std::bad_alloc with nothing changed. Linear in all that is copied.
+    virtual bool Copy(const CBUIDataMngr& other, const CSourceDataMngr* srcDataMngr,
+                      const CCoreSumMngr* coreSumMngr);
+    // Carries the content of both link tables from `other`, whatever the versions on either side: behind Copy
+    // the environment answers everything that `other` does. False, with nothing changed, if the tables are
+    // those of other records or buttons. Throws std::bad_alloc with nothing changed, or, with all done, rows
+    // of special buttons that are worked out at each use. Linear in the tables.
+    bool CopyLinkTables(const CBUIDataMngr& other);
     CBUIDataMngr& operator=(const CBUIDataMngr&) = delete;
 
     // Removes what a user added (special buttons, fixed virtual classes, selections, the limitation, the
@@ -550,17 +565,18 @@ public:
     static constexpr char STR_FORMAT_DATEBTNCLS_SYMBOL[] = "D%lu";
     bool GetSymbolListOfDateBtnClasses(std::map<DWORD, std::string>& symbols) const;
 
-    // --- Following the source data. The host changes the source table first and then tells the environment by
-    // one of these. Buttons, special buttons and identifiers survive every change but the removal of their
-    // class; a value that goes and comes back gets its old button. The whole selection is cleared (and with it
-    // what is known of sums), the limitation follows the records: deleted ones leave it, inserted ones are not
-    // in it. Each operation that does its work adds an entry to the history, from which it can be taken back.
+    // --- Following the source data. The host changes the source table first and then tells the environment
+    // by one of these. Buttons, special buttons and identifiers survive every change but the removal of their
+    // class; a value that goes and comes back gets its old button. The whole selection is cleared (and with
+    // it what is known of sums), the limitation follows the records: deleted ones leave it, inserted ones are
+    // not in it. Each operation that does its work adds an entry to the history, from which it can be taken
+    // back.
     //
     // If memory is exhausted in a change of records the environment is as it was before; where there is not
-    // even memory to go back, or records have left one table but not the other, the link tables are lost as in
-    // a restoring (GetRecCountOfSrcData() is 0, no button has a record) and AdjstAccordingToInsertRec(0, all)
-    // builds them again. In a change of fields the fields before the one at which it happened are followed, as
-    // the entry in the history tells.
+    // even memory to go back, or records have left one table but not the other, the link tables are lost as
+    // in a restoring (GetRecCountOfSrcData() is 0, no button has a record) and AdjstAccordingToInsertRec(0,
+    // all) builds them again. In a change of fields the fields before the one at which it happened are
+    // followed, as the entry in the history tells.
 
     // `recCountOfChange` records were inserted before record `startRec`, or behind all others if that is not
     // less than the number of records. Their values are read from the source table. False, with nothing
@@ -573,10 +589,10 @@ public:
     // The records from `startRec` on were deleted; what is said to go past the end is what there is. True,
     // with an entry in the history, also where there is none. Costs a pass over the tables and the buttons.
     bool AdjstAccordingToDeleteRec(DWORD startRec, DWORD recCountOfChange);
-    // The data of fields has changed: all records of all fields are read again, which takes two entries in the
-    // history, the deletion of all records and the insertion of all. The limitation stays. Which fields it are
-    // does not matter but for `count`: with 0 nothing is done. `progressStatus` may be null; it is told the
-    // way, and cannot cancel. False as AdjstAccordingToInsertRec.
+    // The data of fields has changed: all records of all fields are read again, which takes two entries in
+    // the history, the deletion of all records and the insertion of all. The limitation stays. Which fields
+    // it are does not matter but for `count`: with 0 nothing is done. `progressStatus` may be null; it is
+    // told the way, and cannot cancel. False as AdjstAccordingToInsertRec.
     bool AdjstAccordingToChangeFldData(const DWORD* fldIDs, unsigned int count,
                                        CProgressStatus* progressStatus);
     // Fields were inserted: each gets a class, as in a build. Returns what the build did; with
@@ -585,8 +601,8 @@ public:
     // another number of records than the environment. If the link tables were lost they are built first.
     EMthRetOfCreateSrcBtnClses AdjstAccordingToInsertFld(const DWORD* fldIDs, unsigned int count,
                                                          CProgressStatus* progressStatus);
-    // Fields were deleted: their classes are switched off and stand for no field any more. They are kept until
-    // the history is cleared. Always true; a field without a class is passed over.
+    // Fields were deleted: their classes are switched off and stand for no field any more. They are kept
+    // until the history is cleared. Always true; a field without a class is passed over.
     bool AdjstAccordingToDeleteFld(const DWORD* fldIDs, unsigned int count);
     // The types of fields have changed: a class of another type than its field is switched off as in a
     // deletion, and the field gets a new one. False if a class cannot be built, and, without an entry in the
@@ -595,15 +611,15 @@ public:
                                            CProgressStatus* progressStatus);
     // The form of the data of these fields has changed: the classes of dates and times among them read their
     // texts anew and group them anew, and their cll buttons that select by list are switched off. Other
-    // fields, and those without a class, are passed over. Always true. If memory is exhausted some classes may
-    // follow and others not: to be called again.
+    // fields, and those without a class, are passed over. Always true. If memory is exhausted some classes
+    // may follow and others not: to be called again.
     bool AdjstAccordingToChangeFldDataForm(const DWORD* fldIDs, unsigned int count);
     // The calendar criteria have changed (start month of the fiscal year, cut-off day of a month, first day
     // of the week): the dates of every date class are grouped anew. Always true. If memory is exhausted the
     // same holds.
     bool AdjstAccordingToChangeDateCriterionInfo();
-    // Follows all that a summary tells, in its order (see SBtnRenewalInfo), by the operations above, each with
-    // its entries in the history. CREATESRC_SRCDATA_ERROR as soon as one of them fails, with the others
+    // Follows all that a summary tells, in its order (see SBtnRenewalInfo), by the operations above, each
+    // with its entries in the history. CREATESRC_SRCDATA_ERROR as soon as one of them fails, with the others
     // undone by nobody; else what AdjstAccordingToInsertFld returns, or CREATESRC_OK. With `progressStatus`
     // the process is named STR_PROCNAME_REBUILD_BTNINFO, its ratio is divided among the steps by their fields
     // and set back at the end.
@@ -613,10 +629,10 @@ public:
 
     // --- Taking changes of the source data back
 
-    // Takes the newest entry out of the history and follows the change back; the host has put the source table
-    // back before. A deletion of records is taken back by reading as many as it took out. Then the selection
-    // of the moment before the change is made again, whose result is the result. False without an entry.
-    // Groups of dates and times are not made anew by taking back a change of form or criteria. Throws
+    // Takes the newest entry out of the history and follows the change back; the host has put the source
+    // table back before. A deletion of records is taken back by reading as many as it took out. Then the
+    // selection of the moment before the change is made again, whose result is the result. False without an
+    // entry. Groups of dates and times are not made anew by taking back a change of form or criteria. Throws
     // ECAbnormalData for an entry of an unknown kind, which stays. If memory is exhausted the entry stays.
     bool AdjstAccordingToUndoOpeOfTheSrcData();
     // Empties the history. The classes of deleted and replaced fields go, unless they are in use again.
@@ -668,7 +684,7 @@ protected:
         std::vector<DWORD> btnClassIDList; // deletion and type: the class that held each field, 0 for none
         std::vector<SSelectBtnIDList> selectBtnIDList; // the selection before the change
 
-        DWORD takenRecCount = 0;    // of a deletion of records: how many there were to delete
+        DWORD takenRecCount = 0;     // of a deletion of records: how many there were to delete
         bool isOfDataChange = false; // half of the deletion and insertion of all records
         bool hasLimitation = false;  // the one to be in force when the deletion is taken back
         std::vector<DWORD> limitedRecs;
@@ -697,6 +713,16 @@ private:
     void Clear();
     bool CreateBnLink(SCBUICoreCom::ELinkTableVerType verType);
     bool CreateRpLink(SCBUICoreCom::ELinkTableVerType verType);
+    // Carry the content of a table of another version: all fields of the first; the columns of effective
+    // classes, up to the first that is not to be had, of the second. False for null; a table of the same
+    // version is not carried, and one that there is not is made empty in the version of the other.
+    bool CopyRpLink(IRpLink* other);
+    bool CopyBnLink(IBnLink* other);
+    std::map<DWORD, std::unique_ptr<VCBtnClass>> CopyBtnClasses(const CBUIDataMngr& other,
+                                                                const CSourceDataMngr* srcDataMngrOfHost);
+    bool DoesBnLinkFit(const std::map<DWORD, std::unique_ptr<VCBtnClass>>& ofBtnClasses,
+                       DWORD ofRecCount) const;
+    bool DoesRpLinkFit(DWORD ofRecCount) const;
     // Runs `operation` on the class and gives its result; false for an unknown class.
     template <class TOperation>
     bool WithBtnClass(DWORD btnClassID, const TOperation& operation) const

@@ -36,8 +36,7 @@ bool GetEligibleDataType(const CSourceDataMngr& srcDataMngr, DWORD fldID,
 } // namespace
 
 CBUIDataMngr::CBuildProgress::CBuildProgress(CProgressStatus* statusOfHost, DWORD eligibleFldCount)
-    : status(statusOfHost),
-      maxValue(statusOfHost == nullptr ? 0 : statusOfHost->GetMaxValueOfPresentProc()),
+    : status(statusOfHost), maxValue(statusOfHost == nullptr ? 0 : statusOfHost->GetMaxValueOfPresentProc()),
       fldCount(eligibleFldCount)
 {}
 
@@ -128,7 +127,8 @@ CBUIDataMngr::CreateSrcBtnClass(DWORD fldID, SCDeclareConstant::EDataType dataTy
     if (!progress.Step(0.2))
         return CREATESRC_CANCELED;
 
-    // What the tables hold of a class that does not come about goes again; a build that is cancelled leaves it.
+    // What the tables hold of a class that does not come about goes again; a build that is cancelled leaves
+    // it.
     try {
         rpLink->InsertFld(btnClassID, areas.btnRecLists, areas.recCount);
         btnClass.ResetInsideInfoForSpBtnsOfSrcBtns(true, true);

@@ -99,8 +99,8 @@ private:
     bool isKept = false;
 };
 
-// While it lives no rows of special buttons are made: they would be made of tables of which some have followed
-// a change and others not.
+// While it lives no rows of special buttons are made: they would be made of tables of which some have
+// followed a change and others not.
 class CBUIDataMngr::CDeferredRows
 {
 public:
@@ -312,7 +312,8 @@ void CBUIDataMngr::AddUnreadRecsToBtnClass(VCBtnClass& btnClass, DWORD startRec,
     TCBtnIDAssArr<SRecordList> addedRecLists;
     unsigned long long total = 0;
     for (const auto& [btnID, recs] : added) {
-        addedRecLists.Set(btnID, SRecordList{const_cast<DWORD*>(recs.data()), static_cast<DWORD>(recs.size())});
+        addedRecLists.Set(btnID,
+                          SRecordList{const_cast<DWORD*>(recs.data()), static_cast<DWORD>(recs.size())});
         total += recs.size();
     }
     if (total > std::numeric_limits<DWORD>::max())

@@ -91,10 +91,10 @@ bool CBUIDataMngr::DestroyBtnClass(VCBtnClass* btnClass)
     const auto found = btnClasses.find(btnClassID);
     if (found == btnClasses.end() || found->second.get() != btnClass)
         return false;
-    const bool isInSelection = btnClass->IsBtnSelectiveState() || btnClassID == diffBtnClassID ||
-                               std::any_of(hierarchies.begin(), hierarchies.end(), [=](const SHierarchyInfo& level) {
-                                   return level.btnClassID == btnClassID;
-                               });
+    const bool isInSelection =
+        btnClass->IsBtnSelectiveState() || btnClassID == diffBtnClassID ||
+        std::any_of(hierarchies.begin(), hierarchies.end(),
+                    [=](const SHierarchyInfo& level) { return level.btnClassID == btnClassID; });
     if (isInSelection)
         ClearAllBtnSelections(true);
     btnClass->SetEffective(false);

@@ -410,8 +410,8 @@ CBUIDataMngr::EMthRetOfReadXML CBUIDataMngr::ReadCommonSpecOfRoot(const char* fo
     return CXMLReader::READXML_OK;
 }
 
-// The class of such a field is missed if it is read, and the tables are lost then; one that is not saved, such
-// as that of a deleted field, may have records without a button.
+// The class of such a field is missed if it is read, and the tables are lost then; one that is not saved,
+// such as that of a deleted field, may have records without a button.
 bool CBUIDataMngr::DropFldsThatDisagree()
 {
     std::vector<DWORD> inBnLink;
@@ -457,8 +457,8 @@ bool CBUIDataMngr::DoLinkTablesAgreeOn(DWORD btnClassID, DWORD* btnIDOfRec) cons
         total += list.recCount;
         for (DWORD i = 0; i < list.recCount && areListsRight; ++i) {
             const DWORD recNum = list.recList[i];
-            areListsRight = recNum < recCount && btnIDOfRec[recNum] == btnID &&
-                            (i == 0 || recNum > list.recList[i - 1]);
+            areListsRight =
+                recNum < recCount && btnIDOfRec[recNum] == btnID && (i == 0 || recNum > list.recList[i - 1]);
         }
     });
     return areListsRight && total == recCount;

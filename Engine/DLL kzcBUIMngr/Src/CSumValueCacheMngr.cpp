@@ -43,6 +43,14 @@ CSumValueCacheMngr& CSumValueCacheMngr::operator=(const CSumValueCacheMngr& othe
     return *this;
 }
 
+void CSumValueCacheMngr::TakeOver(CSumValueCacheMngr&& other) noexcept
+{
+    caches.swap(other.caches);
+    keptWorths.clear();
+    currentTargetClassID = 0;
+    targetRecCount = 0;
+}
+
 CSumValueCacheMngr::~CSumValueCacheMngr() = default;
 
 CSumValueCache& CSumValueCacheMngr::GetSumValueCacheObjConstRef(DWORD btnClassID) const

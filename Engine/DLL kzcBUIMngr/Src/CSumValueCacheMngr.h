@@ -72,6 +72,11 @@ public:
     void ClearSumValueCache();
 
 private:
+    friend class CBUIDataMngr;
+
+    // Takes what another one knows in the place of what is known here; the owner stays.
+    void TakeOver(CSumValueCacheMngr&& other) noexcept;
+
     using RecArea = std::unique_ptr<DWORD[]>;
 
     CSumValueCache& GetSumValueCacheObjRef(DWORD btnClassID);

@@ -271,6 +271,17 @@ void CVirBtnClass::Copy(const VCBtnClass& other, const std::unique_ptr<IRpLink>&
         ref.btnClass = nullptr;
 }
 
+void CVirBtnClass::BindCopiedRefBtnClasses(const std::map<DWORD, std::unique_ptr<VCBtnClass>>& copies)
+{
+    for (auto& [refBtnClassID, ref] : refBtnClasses) {
+        const auto copy = copies.find(refBtnClassID);
+        if (copy == copies.end())
+            continue;
+        copy->second->refOrgBtnClasses.emplace(id, this);
+        ref.btnClass = copy->second.get();
+    }
+}
+
 bool CVirBtnClass::AddRecs(DWORD, DWORD count, const char* const*, DWORD*, TCBtnIDAssArr<DWORD>&)
 {
     recCount += count;

@@ -77,6 +77,9 @@ public:
     // dropped if it refers to no class of these, to this very class, or from a common to a fixed class, and
     // its identifier is free. SettleMembers is to be called for all classes behind it.
     void BindRefBtnClasses(const std::map<DWORD, std::unique_ptr<VCBtnClass>>& btnClasses);
+    // Ties a copied class and the copies of the classes that its buttons refer to. If memory is exhausted
+    // some are tied and others not.
+    void BindCopiedRefBtnClasses(const std::map<DWORD, std::unique_ptr<VCBtnClass>>& copies);
     // Switches off the buttons over classes that are switched off, as those would have done; they come back
     // with them. To be called when the members are settled.
     void SwitchOffBtnsOverIneffectiveClasses();
@@ -84,7 +87,7 @@ public:
     void Clear() override;
     // A common class keeps its virtual inc buttons, a fixed one is emptied.
     void ClearOfFixedSpec() override;
-    // The clones refer to classes that are not bound yet.
+    // The clones refer to classes that are not bound yet: BindCopiedRefBtnClasses does that.
     void Copy(const VCBtnClass& other, const std::unique_ptr<IRpLink>& rpLinkOfEnv) override;
     // The class has no values: it only follows the number of records. The arrays are not looked at.
     bool AddRecs(DWORD startRec, DWORD count, const char* const* values, DWORD* outBtnIDs,

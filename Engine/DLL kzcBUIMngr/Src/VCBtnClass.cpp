@@ -376,18 +376,14 @@ void VCBtnClass::Copy(const VCBtnClass& other, const std::unique_ptr<IRpLink>& r
         return;
     VCBtnClass::Clear();
     try {
-        const auto copyBtn = [this](const VCBtn& btn) {
-            std::unique_ptr<VCBtn> clone = btn.Clone();
-            if ((clone->visibleInfo & VISINFO_NOREC) == 0)
-                InsertBtnInfoToNameOrdList(clone.get());
-            RegBtn(std::move(clone));
-        };
+        const auto copyBtn = [this](const VCBtn& btn) { RegBtn(btn.Clone()); };
         for (const VCBtn* const btn : other.srcBtnOfID) {
             if (btn != nullptr)
                 copyBtn(*btn);
         }
         for (const auto& [btnID, btn] : other.spBtnOfID)
             copyBtn(*btn);
+        nameOrdList.CopyFrom(other.nameOrdList);
         appOrdList = other.appOrdList;
         selBtnIDs = other.selBtnIDs;
         display = other.display;

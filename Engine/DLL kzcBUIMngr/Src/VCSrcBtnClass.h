@@ -23,6 +23,8 @@ public:
     ~VCSrcBtnClass() override;
 
     DWORD GetFldID() const noexcept { return fldID; }
+    // Puts another source table in the place of the one that the class stands on.
+    void SetSrcDataMngr(const CSourceDataMngr* srcDataMngrOfEnv) noexcept { srcDataMngr = srcDataMngrOfEnv; }
     // Whether the empty-value button is to be shown.
     bool GetDispEmpValBtnInfo() const noexcept { return empValBtnDisp; }
     // Shows or hides the empty-value button: hidden, it has the reason VISINFO_EMPVALNODISP and is a member
