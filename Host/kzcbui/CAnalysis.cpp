@@ -103,6 +103,19 @@ bool IsSwitchedOff(const CBUIDataMngr& env, const SBtnClassIDAndBtnID& spBtn)
     return env.GetEffectiveInfoOfSpBtn(spBtn.btnClassID, spBtn.btnID, isEffective) && !isEffective;
 }
 
+// Whether this is a button that the engine manages itself: that of a group of dates or times.
+bool IsGroup(const CBUIDataMngr& env, DWORD itemID, DWORD btnID)
+{
+    bool isManagedByUser = true;
+    return env.GetBtnMngrInfoOfSpBtn(itemID, btnID, isManagedByUser) && !isManagedByUser;
+}
+
+std::string GetText(const CBUIDataMngr& env, DWORD itemID, DWORD btnID)
+{
+    const char* text = nullptr;
+    return env.GetAliasOfBtn(itemID, btnID, text) && text != nullptr ? text : "";
+}
+
 // Whether the environment stands on this table: its records, its fields and no other ones.
 bool StandsOn(const CBUIDataMngr& env, const CSourceDataMngr& table)
 {
@@ -184,8 +197,15 @@ std::vector<DWORD> CAnalysis::GetTargetRecsOfItem(DWORD itemID) const
 
 CAnalysis::SChange CAnalysis::DescribePresent(const std::string& command) const
 {
-    SChange change{command, table, env->GetUndoOpeCountOfTheSrcData(), GetLimitedRecs(), {}, {}, {}};
+    SChange change{command, table, env->GetUndoOpeCountOfTheSrcData(), GetLimitedRecs(), {}, {}, {}, {}};
     env->GetAllBtnSelectionInfo(change.selection);
+    for (const SSelectBtnIDList& ofItem : change.selection) {
+        for (const DWORD btnID : ofItem.btnIDList) {
+            if (IsGroup(*env, ofItem.btnClassID, btnID))
+                change.selectedGroups.push_back(
+                    {{ofItem.btnClassID, btnID}, GetText(*env, ofItem.btnClassID, btnID)});
+        }
+    }
     env->GetAllBtnClassSelectionInfo(change.selectedItems);
     return change;
 }
@@ -293,9 +313,38 @@ void CAnalysis::RegroupDates(const std::vector<DWORD>& fldIDs, bool hasOtherCale
         regroup([this] { env->AdjstAccordingToChangeDateCriterionInfo(); });
 }
 
+// The selection before a change, with the groups as they are now; false if some of them are gone.
+bool CAnalysis::FindSelection(const SChange& change, std::vector<SSelectBtnIDList>& selection) const
+{
+    selection = change.selection;
+    bool areAllFound = true;
+    for (const SSelectedGroup& group : change.selectedGroups) {
+        const DWORD itemID = group.btn.btnClassID;
+        std::vector<DWORD> btnIDs;
+        env->GetAllSpBtnIDListOfBtnClass(itemID, btnIDs, false);
+        const auto found = std::find_if(btnIDs.begin(), btnIDs.end(), [&](DWORD btnID) {
+            return IsGroup(*env, itemID, btnID) && GetText(*env, itemID, btnID) == group.text;
+        });
+        areAllFound = areAllFound && found != btnIDs.end();
+        // Where the selection was, not where another group has been put already.
+        for (std::size_t i = 0; i < selection.size(); ++i) {
+            const std::vector<DWORD>& former = change.selection[i].btnIDList;
+            const auto place = std::find(former.begin(), former.end(), group.btn.btnID);
+            if (selection[i].btnClassID == itemID && place != former.end())
+                selection[i].btnIDList[static_cast<std::size_t>(place - former.begin())] =
+                    found != btnIDs.end() ? *found : SCBUICoreCom::BTN_ID_UNSETTING;
+        }
+    }
+    for (SSelectBtnIDList& ofItem : selection)
+        std::erase(ofItem.btnIDList, SCBUICoreCom::BTN_ID_UNSETTING);
+    std::erase_if(selection, [](const SSelectBtnIDList& ofItem) { return ofItem.btnIDList.empty(); });
+    return areAllFound;
+}
+
 bool CAnalysis::RestoreSelection(const SChange& change)
 {
-    bool isRestored = true;
+    std::vector<SSelectBtnIDList> wanted;
+    bool isRestored = FindSelection(change, wanted);
     std::vector<SSelectBtnIDList> selection;
     env->GetAllBtnSelectionInfo(selection);
     const bool isLimited = GetLimitedRecs() == change.limitation;
@@ -303,8 +352,8 @@ bool CAnalysis::RestoreSelection(const SChange& change)
         const std::vector<DWORD> recs = change.limitation.value_or(std::vector<DWORD>());
         env->SetLimitedRecList(recs.data(), static_cast<DWORD>(recs.size()));
     }
-    if (!isLimited || !IsSameSelection(selection, change.selection))
-        isRestored = env->SelectBtns(change.selection, false);
+    if (!isLimited || !IsSameSelection(selection, wanted))
+        isRestored = env->SelectBtns(wanted, false) && isRestored;
 
     std::vector<DWORD> selectedItems;
     env->GetAllBtnClassSelectionInfo(selectedItems);

@@ -61,6 +61,13 @@ public:
     // it. `command` is how the user told the change.
     void Change(NSKZCore::CSourceDataMngr changed, const std::string& command, const CFollow& follow);
 
+    // A selected button of a group of dates or times. The engine makes these itself, and anew where they may
+    // have changed: then it is found by its text.
+    struct SSelectedGroup
+    {
+        NSKZCore::SBtnClassIDAndBtnID btn;
+        std::string text; // in the engine's code page
+    };
     struct SChange
     {
         std::string command;
@@ -68,6 +75,7 @@ public:
         DWORD entriesBefore = 0; // of the engine's history
         std::optional<std::vector<DWORD>> limitation;
         std::vector<NSKZCore::SSelectBtnIDList> selection;
+        std::vector<SSelectedGroup> selectedGroups;
         std::vector<DWORD> selectedItems;
         // Special buttons that the change has switched off.
         std::vector<NSKZCore::SBtnClassIDAndBtnID> switchedOff;
@@ -104,6 +112,7 @@ private:
     bool TakeBack(const SChange& change);
     void TakeBackFailed(const SChange& change);
     void RegroupDates(const std::vector<DWORD>& fldIDs, bool hasOtherCalendar);
+    bool FindSelection(const SChange& change, std::vector<NSKZCore::SSelectBtnIDList>& selection) const;
     bool RestoreSelection(const SChange& change);
 
     std::ostream* progressTerminal;

@@ -1,7 +1,6 @@
 // Changes of the table and taking them back.
 
-#include "HostState.h"
-#include "VCBtn.h"
+#include "TableState.h"
 
 #include <csignal>
 #include <fstream>
@@ -19,57 +18,6 @@ namespace fs = std::filesystem;
 const std::string MORE_ROWS = "at,region,amount,shop,day\n" // in another order
                               "08:00,South,99,D,2024-02-01\n"
                               "09:30,East,1,A,2024-01-05\n";
-
-// Whether nothing of a button is left but itself: the engine keeps the button of a value that has gone, and
-// of a group of dates without dates, hidden, for they may come back.
-bool IsLeftOver(const Json& btn)
-{
-    constexpr unsigned int REASONS = NSKZCore::VISINFO_NOREC | NSKZCore::VISINFO_NOLIVEMEMBER;
-    return btn.is_object() && btn.contains("visible") &&
-           (btn.at("visible").get<unsigned int>() & REASONS) != 0 && !btn.value("managedByUser", false);
-}
-
-// What a session shows but for such buttons.
-std::map<std::string, Json> AskWithoutLeftOver(CHostSession& session)
-{
-    std::map<std::string, Json> state = CHostState::Ask(session);
-    std::erase_if(state, [](const auto& entry) { return IsLeftOver(entry.second); });
-    for (auto& [question, answer] : state) {
-        for (const char* list : {"buttons", "special"}) {
-            if (!answer.contains(list) || !answer.at(list).is_array())
-                continue;
-            Json kept = Json::array();
-            for (const Json& btn : answer.at(list)) {
-                if (!IsLeftOver(btn))
-                    kept.push_back(btn);
-            }
-            answer[list] = kept;
-            answer.erase("count");
-        }
-        answer.erase("groups");
-        if (question == "items") {
-            for (Json& item : answer.at("items"))
-                item.erase("buttons");
-        }
-    }
-    // Those that are asked for what is left over alone.
-    std::erase_if(state, [&state](const auto& entry) {
-        const std::string& question = entry.first;
-        const std::size_t name = question.find(" @");
-        return question.starts_with("special ") && name != std::string::npos &&
-               question.find('#') != std::string::npos && state.count("button" + question.substr(name)) == 0;
-    });
-    return state;
-}
-
-void ExpectSameState(const std::map<std::string, Json>& state, const std::map<std::string, Json>& expected)
-{
-    for (const auto& [question, answer] : expected) {
-        const auto found = state.find(question);
-        EXPECT_EQ(found != state.end() ? found->second : Json(), answer) << question;
-    }
-    EXPECT_EQ(state.size(), expected.size());
-}
 
 } // namespace
 
@@ -331,6 +279,22 @@ TEST_F(HostTable, TheCalendarIsTakenBackToo)
               Json({"calendar --start-month 1 --cut-off-day 10 --week-begins monday"}));
     EXPECT_EQ(session.RunWell("undo").at("result"), true);
     ExpectSameState(AskWithoutLeftOver(session), before);
+}
+
+TEST_F(HostTable, ASelectedGroupIsSelectedAgainWhereItHasAnotherIdentifier)
+{
+    CHostSession session(dir.WriteFile("days.csv", "day,x\n01-02-2024,a\n02-02-2024,b\n03-05-2024,b\n"));
+    session.RunWell("field form day dmy-hyphen");
+    session.RunWell("form day year-month");
+    session.RunWell("rows insert 0 " + dir.WriteFile("rows.csv", "day,x\n01-01-2020,c\n"));
+    session.RunWell("rows insert end " + dir.WriteFile("rows.csv", "day,x\n01-01-2019,c\n"));
+    session.RunWell("press day 2020/01 2024/05");
+    const std::map<std::string, Json> before = AskByGroups(session);
+    const Json selected = session.RunWell("selection").at("selection");
+    session.RunWell("field form day mdy-hyphen");
+    EXPECT_EQ(session.RunWell("undo").at("result"), true);
+    EXPECT_NE(session.RunWell("selection").at("selection"), selected); // the identifiers
+    ExpectSameState(AskByGroups(session), before);
 }
 
 // ---- Undo
