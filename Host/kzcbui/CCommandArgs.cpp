@@ -33,9 +33,9 @@ CCommandArgs::CCommandArgs(const SCommand& command, std::vector<std::string> wor
             Refuse("The option " + name + " takes no value");
         if (known->hasValue && sign == std::string::npos && i + 1 == words.size())
             Refuse("The option " + name + " lacks its value");
-        options[name] = !known->hasValue            ? ""
-                        : sign != std::string::npos ? word.substr(sign + 1)
-                                                    : words[++i];
+        options[name].push_back(!known->hasValue            ? ""
+                                : sign != std::string::npos ? word.substr(sign + 1)
+                                                            : words[++i]);
     }
     if (plainWords.size() < command.minWords)
         Refuse("Something is missing");
@@ -57,10 +57,16 @@ bool CCommandArgs::ReadSwitch(std::size_t position) const
     return word == "on";
 }
 
+std::vector<std::string> CCommandArgs::GetValues(const std::string& option) const
+{
+    const auto found = options.find(option);
+    return found != options.end() ? found->second : std::vector<std::string>();
+}
+
 std::string CCommandArgs::GetValue(const std::string& option, const std::string& defaultValue) const
 {
     const auto found = options.find(option);
-    return found != options.end() ? found->second : defaultValue;
+    return found != options.end() ? found->second.back() : defaultValue;
 }
 
 std::string CCommandArgs::GetChoice(const std::string& option, const std::vector<std::string>& choices) const

@@ -29,7 +29,9 @@ public:
     bool ReadSwitch(std::size_t position) const;
 
     bool Has(const std::string& option) const { return options.count(option) != 0; }
-    // An option's value, or `defaultValue`.
+    // All values of an option that may be given several times.
+    std::vector<std::string> GetValues(const std::string& option) const;
+    // An option's value, the last one of several, or `defaultValue`.
     std::string GetValue(const std::string& option, const std::string& defaultValue) const;
     // The value, which must be one of `choices`; else the first of them. Throws ECCommandError.
     std::string GetChoice(const std::string& option, const std::vector<std::string>& choices) const;
@@ -42,7 +44,7 @@ public:
 private:
     std::string form;
     std::vector<std::string> plainWords;
-    std::map<std::string, std::string> options;
+    std::map<std::string, std::vector<std::string>> options;
 };
 
 } // namespace NSKZ::Host

@@ -2,6 +2,7 @@
 
 #include "CCommandArgs.h"
 #include "ECCndError.h"
+#include "ECSessionLost.h"
 #include "SCHostText.h"
 #include "SCWordSplit.h"
 #include "VCAnswerWriter.h"
@@ -15,7 +16,7 @@ namespace NSKZ::Host {
 
 CCommandRunner::CCommandRunner(CWorkspace& workspace, const CCommandSet& commands,
                                VCAnswerWriter& writerOfHost)
-    : context{workspace, commands, writerOfHost.WantsAll()}, writer(writerOfHost)
+    : context{workspace, commands, writerOfHost.WantsAll(), false, {}}, writer(writerOfHost)
 {}
 
 bool CCommandRunner::RunLine(const std::string& line, const std::string& place)
@@ -30,6 +31,9 @@ bool CCommandRunner::RunLine(const std::string& line, const std::string& place)
         writer.WriteCndError(place, error);
     } catch (const ECCommandError& error) {
         WriteError(place, error.what());
+    } catch (const ECSessionLost& error) {
+        WriteError(place, std::string(error.what()) + " The session ends.");
+        return false;
     } catch (const std::bad_alloc&) {
         WriteError(place, "There is not enough memory for this command.");
     } catch (const NSKZCore::VECException& error) {
@@ -46,6 +50,7 @@ void CCommandRunner::RunWords(const std::string& line)
     if (!SCHostText::IsUTF8(line) || line.find('\0') != std::string::npos)
         throw ECCommandError("The command is no text in UTF-8.");
     writer.WriteCommand(line);
+    context.line = line;
     std::vector<std::string> words = SCWordSplit::Split(line);
     const SCommand& command = context.commands.FindByWords(words);
     const CCommandArgs args(command, std::move(words));

@@ -1,6 +1,7 @@
 #include "CCommandSet.h"
 
 #include "ECCommandError.h"
+#include "SCCopyCommands.h"
 #include "SCDateCommands.h"
 #include "SCItemCommands.h"
 #include "SCRecordCommands.h"
@@ -9,6 +10,7 @@
 #include "SCSelectionCommands.h"
 #include "SCSessionCommands.h"
 #include "SCSpecialCommands.h"
+#include "SCTableCommands.h"
 #include "SCVirtualCommands.h"
 
 #include <algorithm>
@@ -25,6 +27,8 @@ CCommandSet::CCommandSet()
     SCDateCommands::AddTo(*this);
     SCSpecialCommands::AddTo(*this);
     SCVirtualCommands::AddTo(*this);
+    SCTableCommands::AddTo(*this);
+    SCCopyCommands::AddTo(*this);
     SCSaveCommands::AddTo(*this);
     SCSessionCommands::AddTo(*this);
 }

@@ -4,6 +4,7 @@
 #include "CWorkspace.h"
 #include "ECCommandError.h"
 #include "SCDispForm.h"
+#include "SCFldType.h"
 #include "SCNameWord.h"
 #include "SCShownText.h"
 #include "SCWordSplit.h"
@@ -15,6 +16,9 @@
 namespace NSKZ::Host {
 
 namespace {
+
+using NSKZCore::SCDeclareConstant;
+using NSKZCore::SCFldType;
 
 // Where the last word of the line begins; the end of the line if a blank is there.
 std::size_t FindLastWord(const std::string& line)
@@ -190,6 +194,12 @@ std::vector<std::string> CCompleter::GetWordsOfPlace(const std::string& place,
             offered = GetMembers(before.at(0), before.at(1), quote);
         else if (alternative == "FORM")
             offered = GetForms(before.at(0));
+        else if (alternative == "DATAFORM")
+            offered = GetDataForms(before.at(0));
+        else if (alternative == "TYPE")
+            offered = {"text", "number", "date", "time"};
+        else if (alternative == "COPY")
+            offered = GetCopies(quote);
         else if (std::none_of(alternative.begin(), alternative.end(),
                               [](unsigned char character) { return std::isupper(character); }))
             offered.push_back(alternative);
@@ -266,6 +276,46 @@ std::vector<std::string> CCompleter::GetForms(const std::string& itemWord) const
         }
     } catch (const ECCommandError&) { // the word names no item
     }
+    return words;
+}
+
+std::vector<std::string> CCompleter::GetDataForms(const std::string& itemWord) const
+{
+    std::vector<std::string> words;
+    SCFldType::SFldType type;
+    type.hasForm = true;
+    const auto addForm = [&] {
+        const std::string written = SCFldType::Write(type);
+        words.push_back(written.substr(written.find(':') + 1));
+    };
+    try {
+        SCDeclareConstant::SDataSpec spec;
+        workspace.GetAnalysis().GetTableWithHeld().GetDataSpec(workspace.FindFldWithHeld(itemWord), spec);
+        type.dataType = spec.dataType;
+        if (type.dataType == SCDeclareConstant::DATATYPE_DATE) {
+            for (DWORD form = 0; form <= SCDeclareConstant::DATEFORM_LAST; ++form) {
+                for (DWORD delimiter = 0; delimiter <= SCDeclareConstant::DATEDELIM_LAST; ++delimiter) {
+                    type.dateTypeInfo = {static_cast<SCDeclareConstant::EDateDataForm>(form),
+                                         static_cast<SCDeclareConstant::EDateDelimiter>(delimiter)};
+                    addForm();
+                }
+            }
+        } else if (type.dataType == SCDeclareConstant::DATATYPE_TIME) {
+            for (DWORD form = 0; form <= SCDeclareConstant::TIMEFORM_LAST; ++form) {
+                type.timeTypeInfo.form = static_cast<SCDeclareConstant::ETimeDataForm>(form);
+                addForm();
+            }
+        }
+    } catch (const ECCommandError&) { // the word names no field
+    }
+    return words;
+}
+
+std::vector<std::string> CCompleter::GetCopies(char quote) const
+{
+    std::vector<std::string> words;
+    for (const CWorkspace::SCopy& copy : workspace.GetCopies())
+        words.push_back(SCWordSplit::Quote(copy.name, quote));
     return words;
 }
 

@@ -42,6 +42,9 @@ private:
     std::string GetItemOfMembers(const std::string& itemWord, const std::string& spBtnWord) const;
     // The names of the display forms of an item of dates or times.
     std::vector<std::string> GetForms(const std::string& itemWord) const;
+    // The forms that the dates or times of a field may have in the table.
+    std::vector<std::string> GetDataForms(const std::string& itemWord) const;
+    std::vector<std::string> GetCopies(char quote) const;
     std::vector<std::string> WriteBtns(DWORD itemID, const std::vector<DWORD>& btnIDs, char quote) const;
 
     const CWorkspace& workspace;

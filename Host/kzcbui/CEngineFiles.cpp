@@ -13,6 +13,11 @@ namespace NSKZ::Host {
 
 namespace {
 
+// Below which the engine keeps the files of its link tables, as SCSavedFiles writes names.
+constexpr std::string_view PREFIX_OF_LINKTABLES = "BUI/";
+// A folder that no save has: what the engine is to read from there is lost.
+constexpr const char* NAME_OF_NO_FOLDER = "none\\";
+
 using NSKZCore::CBUIDataMngr;
 using NSKZCore::CXMLReader;
 using NSKZCore::CXMLWriter;
@@ -115,19 +120,31 @@ void CEngineFiles::Write(const CBUIDataMngr& env) const
     WriteFile(folder, NAME_OF_FIXED, [&](CXMLWriter& writer) { return env.WriteFixedSpecByXML(writer); });
 }
 
-void CEngineFiles::Read(CWorkspace& workspace, std::vector<DWORD> limitedRecs) const
+bool CEngineFiles::IsLinkTable(std::string_view name) noexcept
+{
+    return name.starts_with(PREFIX_OF_LINKTABLES);
+}
+
+bool CEngineFiles::Read(CWorkspace& workspace, std::vector<DWORD> limitedRecs, bool areLinkTablesWhole) const
 {
     CBUIDataMngr& env = workspace.GetEnv();
     const DWORD recCount = workspace.GetTable().GetRecCount();
-    ReadFile(folder, NAME_OF_COMMON,
-             [&](CXMLReader& reader) { return env.ReadCommonSpecByXML(folder.c_str(), reader, recCount); });
-    // The engine forgets the records where it has lost the tables of them.
-    if (env.GetRecCountOfSrcData() != recCount)
-        throw ECCommandError("The link tables below \"BUI\" are damaged, or are not those of the table.");
+    const std::string folderOfTables = areLinkTablesWhole ? folder : folder + NAME_OF_NO_FOLDER;
+    ReadFile(folder, NAME_OF_COMMON, [&](CXMLReader& reader) {
+        return env.ReadCommonSpecByXML(folderOfTables.c_str(), reader, recCount);
+    });
     RequireItemsOfTable(workspace);
+    // The engine forgets the records where it has lost the tables of them.
+    const bool isLost = env.GetRecCountOfSrcData() != recCount;
+    if (isLost) {
+        if (!env.AdjstAccordingToInsertRec(0, recCount))
+            throw ECCommandError("The link tables were lost, and the engine could not build them anew.");
+        env.ClearUndoOfTheSrcData();
+    }
     ReadFile(folder, NAME_OF_FIXED, [&](CXMLReader& reader) {
         return env.ReadFixedSpecByXML(reader, limitedRecs.data(), static_cast<DWORD>(limitedRecs.size()));
     });
+    return isLost;
 }
 
 } // namespace NSKZ::Host

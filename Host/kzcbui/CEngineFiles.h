@@ -5,6 +5,7 @@
 
 #include <filesystem>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace NSKZ::Host {
@@ -25,9 +26,14 @@ public:
 
     // Writes the files, which must not be there yet, into the directory, which must.
     void Write(const NSKZCore::CBUIDataMngr& env) const;
+    // Whether this is the name of a file of a link table, as SCSavedFiles lists it.
+    static bool IsLinkTable(std::string_view name) noexcept;
+
     // Reads the files into the environment of a workspace, which has no items yet, and limits it to the
-    // listed records; an empty list is no limitation. Where this throws the workspace is of no more use.
-    void Read(CWorkspace& workspace, std::vector<DWORD> limitedRecs) const;
+    // listed records; an empty list is no limitation. Link tables that the engine cannot use, and all unless
+    // `areLinkTablesWhole`, are not read but built from the table; items, buttons and what stands on them
+    // keep their identifiers. Returns whether that was so. Where this throws the workspace is of no more use.
+    bool Read(CWorkspace& workspace, std::vector<DWORD> limitedRecs, bool areLinkTablesWhole) const;
 
 private:
     std::string folder; // in the engine's code page, with a separator at its end

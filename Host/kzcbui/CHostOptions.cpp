@@ -38,35 +38,30 @@ public:
     throw ECHostError(EXITSTATUS_WRONG_USAGE, sentence);
 }
 
-char ReadDelimiter(const std::string& text)
+} // namespace
+
+bool CHostOptions::ReadDelimiter(const std::string& text, char& delimiter) noexcept
 {
-    if (text == "\\t" || text == "tab")
-        return '\t';
-    const unsigned char character = text.size() == 1 ? static_cast<unsigned char>(text.front()) : 0;
-    if (character == 0 || character >= 0x80 || character == '"' || character == '\r' || character == '\n') {
-        RefuseUsage("--delimiter takes one ASCII character other than the double quote and line ends, or "
-                    "tab; not \"" +
-                    text + "\".");
+    if (text == "\\t" || text == "tab") {
+        delimiter = '\t';
+        return true;
     }
-    return text.front();
+    const unsigned char character = text.size() == 1 ? static_cast<unsigned char>(text.front()) : 0;
+    if (character == 0 || character >= 0x80 || character == '"' || character == '\r' || character == '\n')
+        return false;
+    delimiter = text.front();
+    return true;
 }
 
-std::pair<std::string, SCFldType::SFldType> ReadType(const std::string& text)
+bool CHostOptions::ReadType(const std::string& text, std::pair<std::string, SCFldType::SFldType>& type)
 {
     // A field's name may hold the sign, a type does not.
     const std::size_t sign = text.rfind('=');
-    std::pair<std::string, SCFldType::SFldType> type;
-    if (sign == std::string::npos || sign == 0 || !SCFldType::Parse(text.substr(sign + 1), type.second)) {
-        RefuseUsage(
-            "--type takes FIELD=text, number, date[:ORDER-DELIMITER] (as date:ymd-slash) or time[:FORM] (as "
-            "time:hm); not \"" +
-            text + "\".");
-    }
+    if (sign == std::string::npos || sign == 0 || !SCFldType::Parse(text.substr(sign + 1), type.second))
+        return false;
     type.first = text.substr(0, sign);
-    return type;
+    return true;
 }
-
-} // namespace
 
 std::optional<CHostOptions> CHostOptions::Read(int argc, const char* const* argv, std::string& answer)
 {
@@ -129,10 +124,12 @@ std::optional<CHostOptions> CHostOptions::Read(int argc, const char* const* argv
         options.scriptPath = scriptPath;
     if (codePage != "auto")
         options.codePage = codePage == "932" ? _KANJI_CP : CP_UTF8;
-    if (app.get_option("--delimiter")->count() != 0)
-        options.delimiter = ReadDelimiter(delimiter);
-    for (const std::string& type : types)
-        options.types.push_back(ReadType(type));
+    if (app.get_option("--delimiter")->count() != 0 && !ReadDelimiter(delimiter, options.delimiter))
+        RefuseUsage("--delimiter takes " + std::string(EXPECTED_DELIMITER) + "; not \"" + delimiter + "\".");
+    for (const std::string& type : types) {
+        if (!ReadType(type, options.types.emplace_back()))
+            RefuseUsage("--type takes FIELD=" + std::string(EXPECTED_TYPE) + "; not \"" + type + "\".");
+    }
     SCLinkTables::ReadName(linkTables, options.linkTables);
     return options;
 }

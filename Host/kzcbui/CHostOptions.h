@@ -22,6 +22,16 @@ public:
     // for link tables that the engine does not have.
     static std::optional<CHostOptions> Read(int argc, const char* const* argv, std::string& answer);
 
+    // The character of --delimiter; false, with `delimiter` untouched, for what is none.
+    static constexpr const char* EXPECTED_DELIMITER =
+        "one ASCII character other than the double quote and line ends, or tab";
+    static bool ReadDelimiter(const std::string& text, char& delimiter) noexcept;
+    // The field and the type of --type FIELD=TYPE; false where the text is none.
+    static constexpr const char* EXPECTED_TYPE =
+        "text, number, date[:ORDER-DELIMITER] (as date:ymd-slash) or time[:FORM] (as time:hm)";
+    static bool ReadType(const std::string& text,
+                         std::pair<std::string, NSKZCore::SCFldType::SFldType>& type);
+
     std::string tablePath; // as the system names files
     int codePage = CODEPAGE_AUTO;
     char delimiter = ',';

@@ -31,6 +31,17 @@ extern "C" void CancelOnInterrupt(int)
 CInterruptScope::CInterruptScope()
 {
     heldStatus = nullptr;
+    Begin();
+}
+
+CInterruptScope::CInterruptScope(NSKZCore::CProgressStatus& status)
+{
+    Hold(status);
+    Begin();
+}
+
+void CInterruptScope::Begin()
+{
     struct sigaction action = {};
     action.sa_handler = CancelOnInterrupt;
     action.sa_flags = SA_RESTART;

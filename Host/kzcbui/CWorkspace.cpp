@@ -10,8 +10,10 @@
 #include "SCNameWord.h"
 #include "SCShownText.h"
 #include "SCSystemFile.h"
+#include "SCTableFile.h"
 #include "VECException.h"
 
+#include <algorithm>
 #include <new>
 #include <unordered_map>
 
@@ -44,17 +46,28 @@ int ChooseCodePage(std::string_view content)
     return SCHostText::IsUTF8(content) || !SCHostText::IsShiftJIS(content) ? CP_UTF8 : _KANJI_CP;
 }
 
+bool SetCalendarIn(NSKZCore::CSourceDataMngr& table, const CWorkspace::SCalendar& calendar)
+{
+    const bool isMonthSet = table.SetStartMonth(calendar.startMonth);
+    const bool isDaySet = table.SetCutOffDate(calendar.cutOffDay);
+    return table.SetDaysOfTheWeek(calendar.firstDayOfWeek) && isMonthSet && isDaySet;
+}
+
 } // namespace
 
 CWorkspace::CWorkspace(const CHostOptions& options, std::ostream* progressTerminal)
-    : tablePath(options.tablePath)
+    : tablePath(options.tablePath), codePage(options.codePage), delimiter(options.delimiter)
 {
     CBuildProgress progress(progressTerminal);
     CInterruptScope interruptScope; // ends before what it holds
     try {
-        Load(options);
+        NSKZCore::CSourceDataMngr table = Load(options);
         interruptScope.Hold(progress);
-        Build(options, progress);
+        copies.push_back({NAME_OF_FIRST, std::make_unique<CAnalysis>(std::move(table), options.linkTables,
+                                                                     progress, progressTerminal)});
+        if (progress.canceled)
+            RefuseTable(tablePath, "The building of its items was cancelled.");
+        RequireItemsOfTable();
     } catch (const std::bad_alloc&) {
         RefuseTable(tablePath, "There is not enough memory for the table.");
     } catch (const NSKZCore::VECException& error) {
@@ -62,17 +75,14 @@ CWorkspace::CWorkspace(const CHostOptions& options, std::ostream* progressTermin
     }
 }
 
-void CWorkspace::Load(const CHostOptions& options)
+NSKZCore::CSourceDataMngr CWorkspace::Load(const CHostOptions& options)
 {
     const std::string content = SCSystemFile::Read(tablePath);
-    _setmbcp(options.codePage != CHostOptions::CODEPAGE_AUTO ? options.codePage : ChooseCodePage(content));
+    _setmbcp(codePage != CHostOptions::CODEPAGE_AUTO ? codePage : ChooseCodePage(content));
     // Here and no sooner: a table is made for the code page in force.
-    analysis = std::make_unique<SAnalysis>(NSKZCore::CSourceDataMngr());
+    NSKZCore::CSourceDataMngr table;
 
-    CCSVLoader::SOptions loaderOptions;
-    loaderOptions.codePage =
-        options.codePage == CHostOptions::CODEPAGE_AUTO ? CCSVLoader::CODEPAGE_AUTO : _getmbcp();
-    loaderOptions.delimiter = options.delimiter;
+    CCSVLoader::SOptions loaderOptions = GetLoaderOptions();
     loaderOptions.hasHeader = options.hasHeader;
     for (const auto& [name, type] : options.types) {
         std::string nameOfEngine;
@@ -82,21 +92,16 @@ void CWorkspace::Load(const CHostOptions& options)
         loaderOptions.types.emplace_back(nameOfEngine, type);
     }
     try {
-        CCSVLoader(std::move(loaderOptions)).LoadMemory(content, "", analysis->table);
+        CCSVLoader(std::move(loaderOptions)).LoadMemory(content, "", table);
     } catch (const NSKZCore::ECSVLoadError& error) {
-        const std::string line = error.GetLine() != 0 ? "line " + std::to_string(error.GetLine()) + ": " : "";
-        RefuseTable(tablePath, line + error.GetReason());
+        RefuseTable(tablePath, SCTableFile::Describe(error));
     }
+    return table;
 }
 
-void CWorkspace::Build(const CHostOptions& options, NSKZCore::CProgressStatus& progress)
+// The environment keeps to itself why a build ended early.
+void CWorkspace::RequireItemsOfTable() const
 {
-    analysis->env =
-        std::make_unique<CBUIDataMngr>(SCBUICoreCom::BUIDATAMNGR_ID_BEGIN, options.linkTables,
-                                       options.linkTables, analysis->table, &analysis->sums, &progress);
-    if (progress.canceled)
-        RefuseTable(tablePath, "The building of its items was cancelled.");
-    // The environment keeps to itself why a build ended early.
     std::vector<DWORD> fldIDs;
     GetTable().GetSrcFrmDataFldID(fldIDs);
     DWORD itemID = 0;
@@ -106,11 +111,27 @@ void CWorkspace::Build(const CHostOptions& options, NSKZCore::CProgressStatus& p
     }
 }
 
+NSKZCore::CCSVLoader::SOptions CWorkspace::GetLoaderOptions() const
+{
+    CCSVLoader::SOptions options;
+    options.codePage = codePage == CHostOptions::CODEPAGE_AUTO ? CCSVLoader::CODEPAGE_AUTO : codePage;
+    options.delimiter = delimiter;
+    return options;
+}
+
 std::vector<DWORD> CWorkspace::GetItemIDs() const
 {
     std::vector<DWORD> itemIDs;
     GetEnv().GetAllBtnClassIDList(itemIDs, true);
+    std::erase_if(itemIDs, [this](DWORD itemID) { return !IsItem(itemID); });
     return itemIDs;
+}
+
+bool CWorkspace::IsItem(DWORD itemID) const
+{
+    DWORD fldID = 0;
+    return GetEnv().ExistBtnClass(itemID) &&
+           (SCBUICoreCom::IsVirBtnClass(itemID) || GetEnv().GetFldID(itemID, fldID));
 }
 
 std::string CWorkspace::GetItemName(DWORD itemID) const
@@ -133,7 +154,7 @@ DWORD CWorkspace::FindItem(const std::string& word) const
 {
     const SCNameWord::SNameWord name = SCNameWord::Read(word, SCNameWord::MARK_OF_ITEM);
     if (name.isID) {
-        if (!GetEnv().ExistBtnClass(name.id))
+        if (!IsItem(name.id))
             throw ECCommandError("There is no item " + word + "; \"items\" lists them.");
         return name.id;
     }
@@ -159,6 +180,27 @@ DWORD CWorkspace::FindItem(const std::string& word) const
     return found.front();
 }
 
+DWORD CWorkspace::FindFldWithHeld(const std::string& word) const
+{
+    const NSKZCore::CSourceDataMngr& table = GetAnalysis().GetTableWithHeld();
+    const SCNameWord::SNameWord name = SCNameWord::Read(word, SCNameWord::MARK_OF_ITEM);
+    std::string nameOfEngine;
+    DWORD fldID = 0;
+    if (!name.isID && SCHostText::IntoEngine(name.text, nameOfEngine) &&
+        table.GetFldIDOfName(nameOfEngine, fldID))
+        return fldID;
+    const DWORD itemID = FindItem(word);
+    if (!GetEnv().GetFldID(itemID, fldID)) {
+        throw ECCommandError("The item " + InQuotes(GetItemName(itemID)) +
+                             " is virtual: it stands on no field of the table.");
+    }
+    if (table.GetFldData(fldID) == nullptr) {
+        throw ECCommandError("The field of the item " + InQuotes(GetItemName(itemID)) +
+                             " is gone with a held change.");
+    }
+    return fldID;
+}
+
 DWORD CWorkspace::FindVirItem(const std::string& word) const
 {
     const DWORD itemID = FindItem(word);
@@ -174,7 +216,7 @@ DWORD CWorkspace::GetItemOfMembers(DWORD itemID, DWORD btnID) const
     DWORD refItemID = 0;
     if (!GetEnv().GetRefBtnClassIDOfVirIncBtn(itemID, btnID, refItemID))
         return itemID;
-    if (!GetEnv().ExistBtnClass(refItemID)) {
+    if (!IsItem(refItemID)) {
         throw ECCommandError("The item whose buttons " + InQuotes(GetBtnText(itemID, btnID)) +
                              " grouped is gone.");
     }
@@ -307,72 +349,76 @@ CWorkspace::SCalendar CWorkspace::GetCalendar() const
     return {table.GetStartMonth(), table.GetCutOffDate(), table.GetDaysOfTheWeek()};
 }
 
-bool CWorkspace::SetCalendar(const SCalendar& calendar)
+void CWorkspace::SetCalendar(const SCalendar& calendar, const std::string& command)
 {
-    const SCalendar former = GetCalendar();
-    SetCalendarOfTable(calendar);
-    try {
-        return GetEnv().AdjstAccordingToChangeDateCriterionInfo();
-    } catch (const std::bad_alloc&) {
-        SetCalendarOfTable(former);
-        GetEnv().AdjstAccordingToChangeDateCriterionInfo();
-        throw;
-    }
+    NSKZCore::CSourceDataMngr changed(GetTable());
+    SetCalendarIn(changed, calendar);
+    GetAnalysis().Change(std::move(changed), command, [](CBUIDataMngr& env, NSKZCore::CProgressStatus&) {
+        return env.AdjstAccordingToChangeDateCriterionInfo();
+    });
 }
 
 bool CWorkspace::SetCalendarOfTable(const SCalendar& calendar)
 {
-    NSKZCore::CSourceDataMngr& table = analysis->table;
-    const bool isMonthSet = table.SetStartMonth(calendar.startMonth);
-    const bool isDaySet = table.SetCutOffDate(calendar.cutOffDay);
-    return table.SetDaysOfTheWeek(calendar.firstDayOfWeek) && isMonthSet && isDaySet;
+    return SetCalendarIn(GetAnalysis().GetTableToPrepare(), calendar);
 }
 
 std::unique_ptr<CWorkspace> CWorkspace::CreateUnread() const
 {
-    const CBUIDataMngr& present = GetEnv();
-    std::unique_ptr<CWorkspace> unread(new CWorkspace(tablePath, GetTable()));
-    SAnalysis& made = *unread->analysis;
-    made.env = std::make_unique<CBUIDataMngr>(present.GetID(), present.GetVersionTypeOfBnLink(),
-                                              present.GetVersionTypeOfRpLink(), made.table, &made.sums);
-    return unread;
+    return std::unique_ptr<CWorkspace>(new CWorkspace(*this, GetAnalysis().CreateUnread()));
 }
 
-CWorkspace::CWorkspace(const std::string& pathOfTable, const NSKZCore::CSourceDataMngr& table)
-    : tablePath(pathOfTable), analysis(std::make_unique<SAnalysis>(table))
-{}
+CWorkspace::CWorkspace(const CWorkspace& other, std::unique_ptr<CAnalysis> analysis)
+    : tablePath(other.tablePath), codePage(other.codePage), delimiter(other.delimiter)
+{
+    copies.push_back({NAME_OF_FIRST, std::move(analysis)});
+}
 
 void CWorkspace::TakeOver(CWorkspace& other) noexcept
 {
-    analysis.swap(other.analysis);
+    copies[present].analysis.swap(other.copies[other.present].analysis);
 }
 
-std::optional<std::vector<DWORD>> CWorkspace::GetLimitedRecs() const
+// ---- Copies
+
+void CWorkspace::MakeCopy(const std::string& name)
 {
-    if (!GetEnv().IsRecListLimitationExecuted())
-        return std::nullopt;
-    // The first level stands on the limitation, and so does everything where there is no level.
-    DWORD itemID = 0;
-    DWORD recCountOfLevel = 0;
-    return GetEnv().GetHierInfo(0, itemID, recCountOfLevel) ? GetTargetRecsOfItem(itemID) : GetTargetRecs();
+    if (name.empty())
+        throw ECCommandError("The name of a copy is expected, not an empty word.");
+    if (std::any_of(copies.begin(), copies.end(), [&name](const SCopy& copy) { return copy.name == name; }))
+        throw ECCommandError("There is a copy " + InQuotes(name) + " already; \"copies\" lists them.");
+    const auto isTaken = [this](DWORD id) {
+        return std::any_of(copies.begin(), copies.end(),
+                           [id](const SCopy& copy) { return copy.analysis->GetEnv().GetID() == id; });
+    };
+    DWORD id = SCBUICoreCom::BUIDATAMNGR_ID_BEGIN;
+    while (isTaken(id))
+        ++id;
+    copies.push_back({name, GetAnalysis().CreateCopy(id)});
 }
 
-std::vector<DWORD> CWorkspace::GetTargetRecs() const
+void CWorkspace::UseCopy(const std::string& name)
 {
-    std::vector<DWORD> recs(GetRecCount());
-    DWORD count = 0;
-    GetEnv().GetTargetRecList(recs.data(), count);
-    recs.resize(count);
-    return recs;
+    present = FindCopy(name);
 }
 
-std::vector<DWORD> CWorkspace::GetTargetRecsOfItem(DWORD itemID) const
+void CWorkspace::DropCopy(const std::string& name)
 {
-    std::vector<DWORD> recs(GetRecCount());
-    DWORD count = 0;
-    GetEnv().GetTargetRecListOfBtnClass(itemID, recs.data(), count);
-    recs.resize(count);
-    return recs;
+    const std::size_t found = FindCopy(name);
+    if (found == present)
+        throw ECCommandError("The copy " + InQuotes(name) + " is the present one; use another one first.");
+    copies.erase(copies.begin() + static_cast<std::ptrdiff_t>(found));
+    if (found < present)
+        --present;
+}
+
+std::size_t CWorkspace::FindCopy(const std::string& name) const
+{
+    const auto found =
+        std::find_if(copies.begin(), copies.end(), [&name](const SCopy& copy) { return copy.name == name; });
+    if (found == copies.end())
+        throw ECCommandError("There is no copy " + InQuotes(name) + "; \"copies\" lists them.");
+    return static_cast<std::size_t>(found - copies.begin());
 }
 
 std::vector<DWORD> CWorkspace::GetRecsOfBtns(DWORD itemID, const std::vector<DWORD>& btnIDs) const

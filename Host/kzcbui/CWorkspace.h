@@ -1,10 +1,9 @@
 #ifndef CWORKSPACE_H
 #define CWORKSPACE_H
 
-#include "CBUIDataMngr.h"
-#include "CCoreSumMngr.h"
+#include "CAnalysis.h"
+#include "CCSVLoader.h"
 #include "CHostOptions.h"
-#include "CSourceDataMngr.h"
 #include "CTypedBtnCnd.h"
 
 #include <memory>
@@ -15,8 +14,9 @@
 
 namespace NSKZ::Host {
 
-// The opened table: the source, its sums and the analysis environment over them, with what commands ask of
-// them in the host's terms (items and buttons by the words of a command, texts in UTF-8).
+// The opened table: the analysis of it, with what commands ask of that in the host's terms (items and buttons
+// by the words of a command, texts in UTF-8), and the copies of it that a user keeps, of which one is the
+// present one.
 //
 // The Find operations throw ECCommandError where a word names nothing, or more than one thing; the other
 // operations take identifiers that the environment has.
@@ -24,24 +24,55 @@ class CWorkspace
 {
 public:
     // Reads the table that the options name and builds the environment. Sets the code page of the process.
-    // Ctrl-C cancels it. `progressTerminal` may be null. Throws ECHostError with EXITSTATUS_TABLE_UNREADABLE.
+    // Ctrl-C cancels it. `progressTerminal`, which may be null, is drawn on now and with later changes.
+    // Throws ECHostError with EXITSTATUS_TABLE_UNREADABLE.
     CWorkspace(const CHostOptions& options, std::ostream* progressTerminal);
     CWorkspace(const CWorkspace&) = delete;
     CWorkspace& operator=(const CWorkspace&) = delete;
 
-    NSKZCore::CBUIDataMngr& GetEnv() const noexcept { return *analysis->env; }
-    const NSKZCore::CSourceDataMngr& GetTable() const noexcept { return analysis->table; }
+    CAnalysis& GetAnalysis() const noexcept { return *copies[present].analysis; }
+    NSKZCore::CBUIDataMngr& GetEnv() const noexcept { return GetAnalysis().GetEnv(); }
+    const NSKZCore::CSourceDataMngr& GetTable() const noexcept { return GetAnalysis().GetTable(); }
     DWORD GetRecCount() const noexcept { return GetEnv().GetRecCountOfSrcData(); }
+
+    // How the table was read, but for its header and types: as other files of it are.
+    NSKZCore::CCSVLoader::SOptions GetLoaderOptions() const;
 
     // A workspace over a copy of the table, with an environment that has no items yet, for a saved one to be
     // read into. Cost: a pointer a field.
     std::unique_ptr<CWorkspace> CreateUnread() const;
-    // Takes the table and the environment of another workspace in place of its own; the other is left with
-    // these.
+    // Takes the present analysis of another workspace in place of its own; the other is left with that.
     void TakeOver(CWorkspace& other) noexcept;
 
+    // ---- Copies
+
+    // What the analysis is called that a workspace begins with.
+    static constexpr const char* NAME_OF_FIRST = "main";
+
+    struct SCopy
+    {
+        std::string name;
+        std::unique_ptr<CAnalysis> analysis; // never null
+    };
+    // All of them, the present one too, in the order in which they were made.
+    const std::vector<SCopy>& GetCopies() const noexcept { return copies; }
+    const SCopy& GetPresentCopy() const noexcept { return copies[present]; }
+    // Makes a copy of the present one. Throws ECCommandError for a name that is empty or taken.
+    void MakeCopy(const std::string& name);
+    // Makes another one the present one, or removes one that is not the present one. Throw ECCommandError.
+    void UseCopy(const std::string& name);
+    void DropCopy(const std::string& name);
+
+    // ---- Items and buttons
+
+    // Whether this is an item: of a field of the table, or a virtual one. The engine keeps those of deleted
+    // fields for a while; they are none.
+    bool IsItem(DWORD itemID) const;
     // An item by its name or by @ and its identifier.
     DWORD FindItem(const std::string& word) const;
+    // A field of the table with all held changes (CAnalysis), by its name or by @ and the identifier of its
+    // item.
+    DWORD FindFldWithHeld(const std::string& word) const;
     // A virtual item, named as FindItem takes it.
     DWORD FindVirItem(const std::string& word) const;
     // The item whose buttons are the members of a special button: its own, or the one that a virtual inc
@@ -83,36 +114,34 @@ public:
         bool operator==(const SCalendar&) const = default;
     };
     SCalendar GetCalendar() const;
-    // Sets them in the table, where they are within their limits, and lets the environment follow. If memory
-    // is exhausted the former ones are back in the table.
-    bool SetCalendar(const SCalendar& calendar);
-    // The same before there is anything that follows them: for a workspace of CreateUnread.
+    // Sets them, which are within their limits, in the table, and lets the environment follow: a change as
+    // CAnalysis tells. `command` is how the user told it.
+    void SetCalendar(const SCalendar& calendar, const std::string& command);
+    // The same before there is anything that follows them: for a workspace of CreateUnread. False, with some
+    // of them set, for what is beyond its limits.
     bool SetCalendarOfTable(const SCalendar& calendar);
 
     // Lists of records, ascending.
     // Those of the limitation; nothing where there is none.
-    std::optional<std::vector<DWORD>> GetLimitedRecs() const;
-    std::vector<DWORD> GetTargetRecs() const;
-    std::vector<DWORD> GetTargetRecsOfItem(DWORD itemID) const;
+    std::optional<std::vector<DWORD>> GetLimitedRecs() const { return GetAnalysis().GetLimitedRecs(); }
+    std::vector<DWORD> GetTargetRecs() const { return GetAnalysis().GetTargetRecs(); }
+    std::vector<DWORD> GetTargetRecsOfItem(DWORD itemID) const
+    {
+        return GetAnalysis().GetTargetRecsOfItem(itemID);
+    }
     std::vector<DWORD> GetRecsOfBtns(DWORD itemID, const std::vector<DWORD>& btnIDs) const;
 
 private:
-    // The table, and what stands on it and knows its place in memory.
-    struct SAnalysis
-    {
-        explicit SAnalysis(NSKZCore::CSourceDataMngr tableOfUser) : table(std::move(tableOfUser)) {}
-
-        NSKZCore::CSourceDataMngr table;
-        NSKZCore::CCoreSumMngr sums{table};
-        std::unique_ptr<NSKZCore::CBUIDataMngr> env;
-    };
-
-    CWorkspace(const std::string& tablePath, const NSKZCore::CSourceDataMngr& table);
-    void Load(const CHostOptions& options);
-    void Build(const CHostOptions& options, NSKZCore::CProgressStatus& progress);
+    CWorkspace(const CWorkspace& other, std::unique_ptr<CAnalysis> analysis);
+    NSKZCore::CSourceDataMngr Load(const CHostOptions& options);
+    void RequireItemsOfTable() const;
+    std::size_t FindCopy(const std::string& name) const;
 
     std::string tablePath;
-    std::unique_ptr<SAnalysis> analysis;
+    int codePage; // as the option told it
+    char delimiter;
+    std::vector<SCopy> copies;
+    std::size_t present = 0;
 };
 
 } // namespace NSKZ::Host

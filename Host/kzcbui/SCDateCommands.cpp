@@ -7,6 +7,7 @@
 #include "ECCommandError.h"
 #include "SCDispForm.h"
 #include "SCEnvChange.h"
+#include "SCHeldChanges.h"
 #include "SCHostText.h"
 #include "SCNameWord.h"
 #include "SCNumberText.h"
@@ -330,8 +331,10 @@ CAnswer RunCalendar(SCommandContext& context, const CCommandArgs& args)
     }
     const bool changes = args.Has(STR_STARTMONTH) || args.Has(STR_CUTOFFDAY) || args.Has(STR_WEEKBEGINS);
     const bool wasSelective = workspace.GetEnv().IsBtnSelectiveState();
-    if (changes)
-        SCEnvChange::Run(context, [&](CBUIDataMngr&) { return workspace.SetCalendar(wanted); });
+    if (changes) {
+        SCHeldChanges::RequireNone(workspace, "The calendar cannot change beside the table");
+        workspace.SetCalendar(wanted, context.line);
+    }
     CAnswer answer;
     answer["startMonth"] = wanted.startMonth;
     answer["cutOffDay"] = wanted.cutOffDay;
@@ -509,6 +512,8 @@ CAnswer RunSymbols(SCommandContext& context, const CCommandArgs&)
     context.workspace.GetEnv().GetSymbolListOfDateBtnClasses(symbols);
     CAnswer described = CAnswer::array();
     for (const auto& [itemID, symbol] : symbols) {
+        if (!context.workspace.IsItem(itemID))
+            continue;
         CAnswer entry;
         entry["item"] = itemID;
         entry["symbol"] = symbol;
@@ -576,7 +581,7 @@ void SCDateCommands::AddTo(CCommandSet& commands)
     calendar.explanation =
         "The month in which fiscal years begin (at first 4), the day on which fiscal months "
         "end (31, the last day), and the day that begins a week (sunday). Setting groups all "
-        "dates anew and clears all selections.";
+        "dates anew and clears all selections; \"undo\" takes it back.";
     calendar.example = "calendar --start-month 10 --week-begins monday";
     calendar.options = {{STR_STARTMONTH, true}, {STR_CUTOFFDAY, true}, {STR_WEEKBEGINS, true}};
     calendar.run = RunCalendar;

@@ -6,6 +6,7 @@
 #include "CSaveDirectory.h"
 #include "CTextOutput.h"
 #include "ECCommandError.h"
+#include "SCHeldChanges.h"
 #include "SCHostText.h"
 #include "SCNumberText.h"
 #include "SCommandContext.h"
@@ -17,9 +18,13 @@
 
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
+
 namespace NSKZ::Host {
 
 namespace {
+
+using NSKZCore::CSourceDataMngr;
 
 // What the host itself keeps of a session, beside the engine's files.
 constexpr const char* NAME_OF_SESSION = "host.json";
@@ -86,10 +91,15 @@ void ShowSave(SCommandContext&, const CAnswer& answer, CTextOutput& output)
 
 // ---- load
 
-// Reads a save into a workspace of its own, so that the present one is as it was if this throws. Tells in
-// `isAsSaved` whether everything shows as it did.
+struct SOutcome
+{
+    bool isAsSaved = false;            // whether everything shows as it did
+    bool areLinkTablesRebuilt = false; // from the table
+};
+
+// Reads a save into a workspace of its own, so that the present one is as it was if this throws.
 std::unique_ptr<CWorkspace> Read(const CWorkspace& present, const std::filesystem::path& saved,
-                                 bool& isAsSaved)
+                                 SOutcome& outcome)
 {
     std::string sessionText;
     const std::vector<SSavedFile> files = SCSavedFiles::List(saved);
@@ -105,22 +115,37 @@ std::unique_ptr<CWorkspace> Read(const CWorkspace& present, const std::filesyste
         throw ECCommandError("\"" + std::string(NAME_OF_SESSION) + "\" is damaged: " + error.what());
     }
     SCSessionState::RequireSameTable(session, present);
-    SCSavedFiles::RequireWhole(session.files, files);
+    const auto isLinkTable = [](const SSavedFile& file) { return CEngineFiles::IsLinkTable(file.name); };
+    const auto firstOfTables =
+        std::stable_partition(session.files.begin(), session.files.end(),
+                              [&](const SSavedFile& file) { return !isLinkTable(file); });
+    SCSavedFiles::RequireWhole({session.files.begin(), firstOfTables}, files);
+    const bool areLinkTablesWhole = SCSavedFiles::IsWhole({firstOfTables, session.files.end()}, files);
 
     std::unique_ptr<CWorkspace> read = present.CreateUnread();
+    CSourceDataMngr& table = read->GetAnalysis().GetTableToPrepare();
     read->SetCalendarOfTable(session.calendar);
-    CEngineFiles(saved).Read(*read, SCSessionState::ReadLimitation(session));
-    isAsSaved = SCSessionState::Restore(session, *read);
+    std::vector<DWORD> fldIDs;
+    for (const SSavedSession::SField& field : session.fields)
+        fldIDs.push_back(field.fldID);
+    if (!table.SetFldIDs(fldIDs)) {
+        throw ECCommandError("\"" + std::string(NAME_OF_SESSION) +
+                             "\" is damaged: its fields do not have identifiers of their own.");
+    }
+    outcome.areLinkTablesRebuilt =
+        CEngineFiles(saved).Read(*read, SCSessionState::ReadLimitation(session), areLinkTablesWhole);
+    outcome.isAsSaved = SCSessionState::Restore(session, *read);
     return read;
 }
 
 CAnswer RunLoad(SCommandContext& context, const CCommandArgs& args)
 {
     const std::string& path = GetDirectory(args);
+    SCHeldChanges::RequireNone(context.workspace, "A load replaces the table with what is held");
     const CSaveDirectory directory(path, CSaveDirectory::USE_TO_LOAD);
-    bool isAsSaved = false;
+    SOutcome outcome;
     try {
-        std::unique_ptr<CWorkspace> read = Read(context.workspace, directory.GetPath(), isAsSaved);
+        std::unique_ptr<CWorkspace> read = Read(context.workspace, directory.GetPath(), outcome);
         context.workspace.TakeOver(*read);
     } catch (const NSKZCore::VECException& error) {
         // Of the environment that was being read, not of the present one.
@@ -131,7 +156,8 @@ CAnswer RunLoad(SCommandContext& context, const CCommandArgs& args)
     answer["directory"] = path;
     answer["generation"] = directory.GetName();
     answer["records"] = context.workspace.GetTargetRecs().size();
-    answer["asSaved"] = isAsSaved;
+    answer["asSaved"] = outcome.isAsSaved;
+    answer["rebuilt"] = outcome.areLinkTablesRebuilt;
     return answer;
 }
 
@@ -141,6 +167,8 @@ void ShowLoad(SCommandContext& context, const CAnswer& answer, CTextOutput& outp
                      SCNumberText::OfCount(answer.at("records")) + " of " +
                      SCNumberText::OfThings(context.workspace.GetRecCount(), "record") + " in force" +
                      (answer.at("asSaved").get<bool>() ? "." : "; what is displayed differs from the save."));
+    if (answer.at("rebuilt").get<bool>())
+        output.WriteLine("Its link tables were lost or damaged, and were built anew from the table.");
 }
 
 } // namespace
@@ -152,7 +180,8 @@ void SCSaveCommands::AddTo(CCommandSet& commands)
     save.summary = "keeps the session in a directory, all or nothing";
     save.explanation =
         "With its selection, limitation, special buttons and their conditions, virtual items, texts, forms "
-        "and calendar. A directory that is missing is made; a save that it holds already is replaced, and is "
+        "and calendar; without the values of the table, held changes and what \"undo\" takes back. A "
+        "directory that is missing is made; a save that it holds already is replaced, and is "
         "whole whatever interrupts this one. Special buttons and virtual items that are switched off are "
         "left "
         "out; the answer tells how many. Other files in the directory are left alone.";
@@ -167,7 +196,10 @@ void SCSaveCommands::AddTo(CCommandSet& commands)
     load.summary = "brings back the session that was saved in a directory";
     load.explanation =
         "In place of the present one. The table must be the one that was open then, with the same values in "
-        "the same order. If anything is not as it was written, nothing changes. A selection that was made in "
+        "the same order; of a changed one \"table save\" makes a file. If anything is not as it was written, "
+        "nothing changes; the engine's tables of records and buttons alone are built anew. What \"undo\" "
+        "could "
+        "take back is gone. A selection that was made in "
         "several steps with hidden buttons may come back otherwise; the answer tells that.";
     load.example = "load work";
     load.minWords = load.maxWords = 1;

@@ -54,6 +54,16 @@ std::vector<SSavedFile> SCSavedFiles::List(const fs::path& directory)
     return files;
 }
 
+bool SCSavedFiles::IsWhole(const std::vector<SSavedFile>& saved, const std::vector<SSavedFile>& present)
+{
+    try {
+        RequireWhole(saved, present);
+        return true;
+    } catch (const ECCommandError&) {
+        return false;
+    }
+}
+
 void SCSavedFiles::RequireWhole(const std::vector<SSavedFile>& saved, const std::vector<SSavedFile>& present)
 {
     auto file = present.begin();

@@ -31,6 +31,8 @@ public:
     // Throws ECCommandError, which names the file, unless `present` holds every file of `saved` as it was
     // then. Both are in the order of names; files that were not saved are passed over.
     static void RequireWhole(const std::vector<SSavedFile>& saved, const std::vector<SSavedFile>& present);
+    // The same as an answer.
+    static bool IsWhole(const std::vector<SSavedFile>& saved, const std::vector<SSavedFile>& present);
 };
 
 } // namespace NSKZ::Host

@@ -347,6 +347,7 @@ CAnswer GetSelectedItems(const CWorkspace& workspace)
 {
     std::vector<DWORD> itemIDs;
     workspace.GetEnv().GetAllBtnClassSelectionInfo(itemIDs);
+    std::erase_if(itemIDs, [&workspace](DWORD itemID) { return !workspace.IsItem(itemID); });
     CAnswer answer;
     answer["items"] = itemIDs;
     return answer;

@@ -11,6 +11,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include <new>
+
 namespace NSKZ::Host {
 
 namespace {
@@ -88,18 +90,35 @@ void ShowHelp(SCommandContext&, const CAnswer& answer, CTextOutput& output)
 
 // ---- link-tables
 
+constexpr const char* STR_ONLY = "--only";
+constexpr const char* NAME_OF_BNLINK = "record-to-button";
+constexpr const char* NAME_OF_RPLINK = "button-to-record";
+
 CAnswer RunLinkTables(SCommandContext& context, const CCommandArgs& args)
 {
     NSKZCore::CBUIDataMngr& env = context.workspace.GetEnv();
+    const std::string only = args.GetChoice(STR_ONLY, {"both", NAME_OF_BNLINK, NAME_OF_RPLINK});
+    if (args.GetWords().empty() && args.Has(STR_ONLY))
+        args.Refuse(std::string(STR_ONLY) + " tells which table changes, and no version is told");
     if (!args.GetWords().empty()) {
         SCBUICoreCom::ELinkTableVerType version = SCBUICoreCom::LINKTBLVERTYPE_ONMEM;
         if (!SCLinkTables::ReadName(args.GetWords()[0], version))
             args.Refuse("There are no link tables \"" + args.GetWords()[0] + "\"");
+        const SCBUICoreCom::ELinkTableVerType former = env.GetVersionTypeOfBnLink();
         try {
-            env.ChangeVersionTypeOfBnLink(version);
-            env.ChangeVersionTypeOfRpLink(version);
+            if (only != NAME_OF_RPLINK)
+                env.ChangeVersionTypeOfBnLink(version);
+            if (only != NAME_OF_BNLINK)
+                env.ChangeVersionTypeOfRpLink(version);
         } catch (const NSKZCore::ECInaccurateCode&) {
             throw ECCommandError(SCLinkTables::DescribeLack(version));
+        } catch (const std::bad_alloc&) {
+            // The first one may have changed already. Either version answers the same.
+            if (env.GetVersionTypeOfBnLink() != former) {
+                throw ECCommandError("There is not enough memory for the table from buttons to records; that "
+                                     "from records to buttons has changed.");
+            }
+            throw;
         }
     }
     CAnswer answer;
@@ -129,11 +148,12 @@ void ShowQuit(SCommandContext&, const CAnswer&, CTextOutput&) {}
 void SCSessionCommands::AddTo(CCommandSet& commands)
 {
     SCommand linkTables;
-    linkTables.form = "link-tables [on-memory|memory-saving]";
+    linkTables.form = "link-tables [on-memory|memory-saving] [--only record-to-button|button-to-record]";
     linkTables.summary = "shows or changes the kind of the tables that tie records and buttons together";
-    linkTables.explanation =
-        "on-memory is fast; memory-saving, which would be small, this engine does not have and refuses.";
-    linkTables.example = "link-tables";
+    linkTables.explanation = "on-memory is fast, memory-saving is small; both answer the same. --only "
+                             "changes one of the two tables.";
+    linkTables.example = "link-tables on-memory --only button-to-record";
+    linkTables.options = {{STR_ONLY, true}};
     linkTables.maxWords = 1;
     linkTables.run = RunLinkTables;
     linkTables.show = ShowLinkTables;

@@ -20,6 +20,7 @@ constexpr const char* KEY_TABLE = "table";
 constexpr const char* KEY_CODEPAGE = "codePage";
 constexpr const char* KEY_RECORDS = "records";
 constexpr const char* KEY_FIELDS = "fields";
+constexpr const char* KEY_ID = "id";
 constexpr const char* KEY_NAME = "name";
 constexpr const char* KEY_TYPE = "type";
 constexpr const char* KEY_DIGEST = "digest";
@@ -159,7 +160,10 @@ std::string SCSessionFile::Write(const SSavedSession& session)
 {
     OrderedJson fields = OrderedJson::array();
     for (const SSavedSession::SField& field : session.fields)
-        fields.push_back({{KEY_NAME, field.name}, {KEY_TYPE, field.type}, {KEY_DIGEST, field.digest}});
+        fields.push_back({{KEY_ID, field.fldID},
+                          {KEY_NAME, field.name},
+                          {KEY_TYPE, field.type},
+                          {KEY_DIGEST, field.digest}});
     OrderedJson cnds = OrderedJson::array();
     for (const SSavedSession::SCnd& cnd : session.cnds)
         cnds.push_back({{KEY_ITEM, cnd.itemID}, {KEY_BUTTON, cnd.btnID}, {KEY_TEXT, cnd.text}});
@@ -199,17 +203,20 @@ SSavedSession SCSessionFile::Read(std::string_view text)
         throw ECCommandError("It is no JSON.");
     const CPlace root(whole, "");
     const DWORD version = root.At(KEY_FORMAT).GetDWORD(1);
-    if (version != FORMAT_VERSION) {
-        throw ECCommandError("It is of format " + std::to_string(version) + "; this program knows " +
-                             std::to_string(FORMAT_VERSION) + ".");
+    if (version > FORMAT_VERSION) {
+        throw ECCommandError("It is of format " + std::to_string(version) +
+                             "; this program knows those up to " + std::to_string(FORMAT_VERSION) + ".");
     }
     SSavedSession session;
     const CPlace table = root.At(KEY_TABLE);
     session.codePage = static_cast<int>(table.At(KEY_CODEPAGE).GetDWORD(1, 65535));
     session.recCount = table.At(KEY_RECORDS).GetDWORD();
-    session.fields = table.At(KEY_FIELDS).GetList([](const CPlace& field) {
-        return SSavedSession::SField{field.At(KEY_NAME).GetText(), field.At(KEY_TYPE).GetText(),
-                                     field.At(KEY_DIGEST).GetDigest()};
+    DWORD fldCount = 0;
+    session.fields = table.At(KEY_FIELDS).GetList([&](const CPlace& field) {
+        ++fldCount;
+        return SSavedSession::SField{
+            field.At(KEY_NAME).GetText(), field.At(KEY_TYPE).GetText(), field.At(KEY_DIGEST).GetDigest(),
+            version == FORMAT_WITHOUT_FLDIDS ? fldCount : field.At(KEY_ID).GetDWORD(1)};
     });
     const CPlace calendar = root.At(KEY_CALENDAR);
     session.calendar.startMonth = calendar.At(KEY_STARTMONTH).GetDWORD(1, VCDate::MONTHCNT_OF_YEAR);

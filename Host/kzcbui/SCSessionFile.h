@@ -15,7 +15,9 @@ public:
     SCSessionFile() = delete;
 
     // Goes up with every change of the file after which an older program would misread it.
-    static constexpr DWORD FORMAT_VERSION = 1;
+    static constexpr DWORD FORMAT_VERSION = 2;
+    // The first format, in which fields have no identifiers: they are 1, 2, ... in their order.
+    static constexpr DWORD FORMAT_WITHOUT_FLDIDS = 1;
 
     static std::string Write(const SSavedSession& session);
 

@@ -3,7 +3,7 @@
 #include "CContentDigest.h"
 #include "ECCndError.h"
 #include "SCCndText.h"
-#include "SCFldType.h"
+#include "SCFldTypeText.h"
 #include "SCHostText.h"
 #include "SCNameWord.h"
 #include "VCSpBtn.h"
@@ -20,7 +20,6 @@ using NSKZCore::CBUIDataMngr;
 using NSKZCore::CSourceDataMngr;
 using NSKZCore::SCBUICoreCom;
 using NSKZCore::SCDeclareConstant;
-using NSKZCore::SCFldType;
 using NSKZCore::SSelectBtnIDList;
 using NSKZCore::VCBtnClass;
 using NSKZCore::VCSpBtn;
@@ -44,12 +43,7 @@ SSavedSession::SField DescribeField(const CSourceDataMngr& table, DWORD fldID)
 {
     CSourceDataMngr::SFldInfo info;
     table.GetFldInfo(fldID, info);
-    SCFldType::SFldType type;
-    type.dataType = info.spec.dataType;
-    type.hasForm = true;
-    type.dateTypeInfo = info.dateTypeInfo;
-    type.timeTypeInfo = info.timeTypeInfo;
-    return {SCHostText::FromEngine(info.name.c_str()), SCFldType::Write(type), {}};
+    return {SCHostText::FromEngine(info.name.c_str()), SCFldTypeText::Write(info), {}, fldID};
 }
 
 std::string DigestField(const CSourceDataMngr& table, DWORD fldID)

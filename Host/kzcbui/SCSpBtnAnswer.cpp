@@ -60,7 +60,7 @@ CAnswer SCSpBtnAnswer::Describe(const CWorkspace& workspace, DWORD itemID, DWORD
     spBtn["kind"] = SCBUICoreCom::IsCllBtn(btnID) ? "cll" : SCBUICoreCom::IsIncBtn(btnID) ? "inc" : "virinc";
     DWORD refItemID = 0;
     const bool hasRefItem =
-        env.GetRefBtnClassIDOfVirIncBtn(itemID, btnID, refItemID) && env.ExistBtnClass(refItemID);
+        env.GetRefBtnClassIDOfVirIncBtn(itemID, btnID, refItemID) && workspace.IsItem(refItemID);
     spBtn["refItem"] = hasRefItem ? CAnswer(refItemID) : CAnswer();
     spBtn["by"] = selMth == VCSpBtn::MMBBTNSELMTH_CONDITION ? "condition" : "list";
     spBtn["members"] = memberCount;

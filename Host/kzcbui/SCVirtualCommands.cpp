@@ -41,7 +41,7 @@ std::vector<DWORD> GetRefItems(const CWorkspace& workspace, DWORD itemID)
     for (const DWORD btnID : btnIDs) {
         DWORD refItemID = 0;
         if (workspace.GetEnv().GetRefBtnClassIDOfVirIncBtn(itemID, btnID, refItemID) &&
-            workspace.GetEnv().ExistBtnClass(refItemID))
+            workspace.IsItem(refItemID))
             refItemIDs.insert(refItemID);
     }
     return {refItemIDs.begin(), refItemIDs.end()};

@@ -1,6 +1,8 @@
 #ifndef SCOMMANDCONTEXT_H
 #define SCOMMANDCONTEXT_H
 
+#include <string>
+
 namespace NSKZ::Host {
 
 class CCommandSet;
@@ -13,6 +15,7 @@ struct SCommandContext
     const CCommandSet& commands;
     bool listsAll = false; // lists are whole unless --max tells a number: for programs, not for people
     bool quits = false;    // set by a command that ends the session
+    std::string line;      // the command that runs, as it was typed
 };
 
 } // namespace NSKZ::Host

@@ -20,6 +20,7 @@ struct SSavedSession
         std::string name;
         std::string type; // as the option --type takes it: "number", "date:ymd-hyphen"
         std::string digest;
+        DWORD fldID = 0; // by which the engine's files name it
 
         bool operator==(const SField&) const = default;
     };

@@ -45,6 +45,14 @@ TEST(CCommandArgs, TakesAValueBehindAnEqualsSign)
     EXPECT_EQ(args.GetChoice("--order", {"app", "name"}), "name");
 }
 
+TEST(CCommandArgs, AnOptionGivenSeveralTimesHasAllItsValues)
+{
+    const CCommandArgs args(MakeCommand(), {"press", "a", "--order=name", "--order", "app"});
+    EXPECT_EQ(args.GetValues("--order"), (std::vector<std::string>{"name", "app"}));
+    EXPECT_EQ(args.GetValue("--order", ""), "app");
+    EXPECT_EQ(args.GetValues("--hidden"), std::vector<std::string>());
+}
+
 TEST(CCommandArgs, TakesAllWordsBehindTwoHyphensAsPlain)
 {
     const CCommandArgs args(MakeCommand(), {"press", "--", "--hidden", "--"});

@@ -146,6 +146,29 @@ TEST_F(CCompleterTest, OffersOptionsAndAlternatives)
     EXPECT_EQ(Words("multi o", 6), (Texts{"on", "off"}));
 }
 
+TEST_F(CCompleterTest, OffersWhatChangesOfTheTableTake)
+{
+    EXPECT_EQ(Words("rows ", 5), (Texts{"insert", "delete"}));
+    EXPECT_EQ(Words("field delete ", 13), (Texts{"region", "unit\\ price", "@@7"}));
+    EXPECT_EQ(Words("field type region ", 18), (Texts{"text", "number", "date", "time"}));
+    EXPECT_EQ(Words("field form region ", 18), Texts{});
+    EXPECT_EQ(Words("rows insert 0 x.csv --code-page ", 32), (Texts{"auto", "932", "65001"}));
+    EXPECT_EQ(Words("link-tables on-memory --only ", 29), (Texts{"record-to-button", "button-to-record"}));
+    EXPECT_EQ(Words("pending ", 8), Texts{"drop"});
+    workspace->MakeCopy("the second");
+    EXPECT_EQ(Words("use ", 4), (Texts{"main", "the\\ second"}));
+    EXPECT_EQ(Words("drop 'the", 5), (Texts{"'main'", "'the second'"}));
+
+    Host::CHostOptions options;
+    options.tablePath = dir.WriteFile("dates.csv", "day,at\n2024-01-05,09:30\n");
+    workspace = std::make_unique<Host::CWorkspace>(options, nullptr);
+    EXPECT_EQ(Words("field form at ", 14), (Texts{"hms", "hm", "hms-12", "hm-12"}));
+    const Texts forms = Words("field form day ", 15);
+    EXPECT_EQ(forms.size(), 65u);
+    EXPECT_EQ(forms.front(), "ymd-none");
+    EXPECT_EQ(forms.back(), "ym2-kanji");
+}
+
 TEST_F(CCompleterTest, OffersNothingWhereNothingIsExpected)
 {
     EXPECT_EQ(Words("nonsense ", 9), Texts{});

@@ -48,8 +48,9 @@ protected:
     Json ErrorAnswer(const std::string& command, const std::vector<std::string>& before = {}) const
     {
         static const std::vector<std::string> STATE = {
-            "items", "selection",      "hierarchy",   "records --list",   "mode",
-            "multi", "selected-items", "link-tables", "buttons @2 --all", "special list --all"};
+            "items",   "selection",      "hierarchy",   "records --list",   "mode",
+            "multi",   "selected-items", "link-tables", "buttons @2 --all", "special list --all",
+            "history", "pending",        "copies"};
         std::vector<std::string> commands = before;
         commands.insert(commands.end(), STATE.begin(), STATE.end());
         commands.push_back(command);

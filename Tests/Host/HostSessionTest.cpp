@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <map>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -262,6 +263,14 @@ TEST_F(HostSession, EveryExampleOfHelpIsUnderstood)
             text += "East,A,1,2024-01-05,09:30\n";
         return dir.WriteFile("bigger.csv", text);
     }();
+    const std::map<std::string, std::string> contentOf = [] {
+        std::string numbers;
+        for (int i = 0; i < 2007; ++i)
+            numbers += std::to_string(i % 9) + "\n";
+        return std::map<std::string, std::string>{{"more.csv", TABLE_TEXT},
+                                                  {"margins.csv", "margin\n" + numbers},
+                                                  {"amounts.csv", "amount\n" + numbers}};
+    }();
     for (std::string& example : examples) {
         std::vector<std::string> commands;
         const std::string work = (dir.GetPath() / "work").string();
@@ -269,6 +278,19 @@ TEST_F(HostSession, EveryExampleOfHelpIsUnderstood)
             example.replace(5, 4, work);
         if (example.starts_with("load "))
             commands.push_back("save " + work);
+        if (example == "table save changed.csv")
+            example = "table save " + (dir.GetPath() / "changed.csv").string();
+        if (example == "drop before-cuts")
+            commands.push_back("copy before-cuts");
+        if (example == "undo")
+            commands.push_back("rows delete 0 1");
+        if (example == "refresh")
+            commands.push_back("rows delete 0 1 --hold");
+        for (const char* file : {"more.csv", "margins.csv", "amounts.csv"}) {
+            const std::size_t name = example.find(file);
+            if (name != std::string::npos)
+                example.replace(name, std::string(file).size(), dir.WriteFile(file, contentOf.at(file)));
+        }
         if (example == "difference")
             commands.push_back("mode difference");
         if (example.starts_with("special ")) {

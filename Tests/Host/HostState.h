@@ -1,6 +1,7 @@
 #ifndef HOSTSTATE_H
 #define HOSTSTATE_H
 
+#include "CHostSession.h"
 #include "HostFixture.h"
 
 #include <map>
@@ -18,24 +19,8 @@ public:
         std::vector<std::string> commands = before;
         commands.insert(commands.end(), {"items", "special list"});
         const std::vector<Json> found = RunWell(table, commands);
-        std::vector<std::string> questions = {
-            "items",          "selection", "hierarchy",    "difference",   "mode",        "records --list",
-            "selected-items", "calendar",  "virtual list", "special list", "link-tables", "symbols"};
-        if (found[before.size()].at("items").empty())
-            throw std::runtime_error("a table without items");
-        std::vector<std::string> numberItems;
-        for (const Json& item : found[before.size()].at("items")) {
-            if (item.at("type") == "number")
-                numberItems.push_back("@" + std::to_string(item.at("id").get<DWORD>()));
-        }
-        for (const Json& item : found[before.size()].at("items"))
-            AddQuestionsOfItem(item, numberItems, questions);
-        for (const Json& spBtn : found[before.size() + 1].at("special")) {
-            const std::string name = "@" + std::to_string(spBtn.at("item").get<DWORD>()) + " #" +
-                                     std::to_string(spBtn.at("id").get<DWORD>());
-            for (const char* command : {"special members ", "special holders ", "button ", "special where "})
-                questions.push_back(command + name);
-        }
+        const std::vector<std::string> questions =
+            GetQuestions(found[before.size()].at("items"), found[before.size() + 1].at("special"));
         // A question may fail, as that for the difference in another mode; then it is to fail in the same
         // way.
         commands = before;
@@ -47,8 +32,40 @@ public:
             state[questions[i]] = answers.at(before.size() + i);
         return state;
     }
+    // The same of a session as it is now.
+    static std::map<std::string, Json> Ask(CHostSession& session)
+    {
+        std::map<std::string, Json> state;
+        for (const std::string& question : GetQuestions(session.RunWell("items").at("items"),
+                                                        session.RunWell("special list").at("special")))
+            state[question] = session.Run(question);
+        return state;
+    }
 
 private:
+    static std::vector<std::string> GetQuestions(const Json& items, const Json& spBtns)
+    {
+        std::vector<std::string> questions = {
+            "items",          "selection", "hierarchy",    "difference",   "mode",        "records --list",
+            "selected-items", "calendar",  "virtual list", "special list", "link-tables", "symbols"};
+        if (items.empty())
+            throw std::runtime_error("a table without items");
+        std::vector<std::string> numberItems;
+        for (const Json& item : items) {
+            if (item.at("type") == "number")
+                numberItems.push_back("@" + std::to_string(item.at("id").get<DWORD>()));
+        }
+        for (const Json& item : items)
+            AddQuestionsOfItem(item, numberItems, questions);
+        for (const Json& spBtn : spBtns) {
+            const std::string name = "@" + std::to_string(spBtn.at("item").get<DWORD>()) + " #" +
+                                     std::to_string(spBtn.at("id").get<DWORD>());
+            for (const char* command : {"special members ", "special holders ", "button ", "special where "})
+                questions.push_back(command + name);
+        }
+        return questions;
+    }
+
     static std::vector<Json> RunWell(const std::string& table, const std::vector<std::string>& commands)
     {
         const CHostProcess process = CHostProcess::RunCommands(table, commands);

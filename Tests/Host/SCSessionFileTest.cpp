@@ -18,7 +18,8 @@ SSavedSession MakeSession()
     SSavedSession session;
     session.codePage = 932;
     session.recCount = 7;
-    session.fields = {{"地域", "text", "0123456789abcdef"}, {"day", "date:ymd-hyphen", "ffffffffffffffff"}};
+    session.fields = {{"地域", "text", "0123456789abcdef", 7},
+                      {"day", "date:ymd-hyphen", "ffffffffffffffff", 2}};
     session.calendar = {10, 20, NSKZCore::VCDate::DAYSOFWEEK_MONDAY};
     session.limitation = {{0, 3}, {6, 6}};
     session.cnds = {{1, 2000000000, "金額 sum top 3 and \"it's\" count > 1"}};
@@ -57,8 +58,9 @@ TEST(SCSessionFile, TheFileIsOneLineThatStaysTheSame)
 {
     EXPECT_EQ(
         SCSessionFile::Write(MakeSession()),
-        R"({"format":1,"table":{"codePage":932,"records":7,"fields":[{"name":"地域","type":"text",)"
-        R"("digest":"0123456789abcdef"},{"name":"day","type":"date:ymd-hyphen","digest":"ffffffffffffffff"}]},)"
+        R"({"format":2,"table":{"codePage":932,"records":7,"fields":[{"id":7,"name":"地域","type":"text",)"
+        R"("digest":"0123456789abcdef"},)"
+        R"({"id":2,"name":"day","type":"date:ymd-hyphen","digest":"ffffffffffffffff"}]},)"
         R"("calendar":{"startMonth":10,"cutOffDay":20,"weekBegins":1},"limitation":[[0,3],[6,6]],)"
         R"("conditions":[{"item":1,"button":2000000000,"text":"金額 sum top 3 and \"it's\" count > 1"}],)"
         R"("selection":[{"item":1,"buttons":[[5,7],[2,2]],"records":4},)"
@@ -74,10 +76,22 @@ TEST(SCSessionFile, WhatIsNoObjectOfThisFormatIsRefused)
     EXPECT_EQ(Refusal("{\"format\":1"), "It is no JSON.");
     EXPECT_EQ(Refusal("[]"), "\"format\" is missing.");
     EXPECT_EQ(Refusal("null"), "\"format\" is missing.");
-    EXPECT_EQ(Refusal("{\"format\":2}"), "It is of format 2; this program knows 1.");
+    EXPECT_EQ(Refusal("{\"format\":3}"), "It is of format 3; this program knows those up to 2.");
     EXPECT_EQ(Refusal("{\"format\":1}"), "\"table\" is missing.");
     EXPECT_EQ(Refusal(std::string(1000000, '[')), "It is no JSON.");
     EXPECT_EQ(Refusal(std::string(1000000, '[') + std::string(1000000, ']')), "\"format\" is missing.");
+}
+
+TEST(SCSessionFile, FieldsOfTheFirstFormatAreNumbered)
+{
+    Json whole = Json::parse(SCSessionFile::Write(MakeSession()));
+    whole["format"] = 1;
+    for (Json& field : whole["table"]["fields"])
+        field.erase("id");
+    SSavedSession expected = MakeSession();
+    expected.fields[0].fldID = 1;
+    expected.fields[1].fldID = 2;
+    EXPECT_EQ(SCSessionFile::Read(whole.dump()), expected);
 }
 
 TEST(SCSessionFile, EveryKeyIsNeeded)
@@ -115,6 +129,7 @@ TEST(SCSessionFile, ValuesThatCannotBeAreRefusedWithTheirPlace)
         {"/table/records", "1.5", "A number from 0 to 4294967295 is expected at table.records."},
         {"/table/fields", "{}", "A list is expected at table.fields."},
         {"/table/fields/0", "7", "\"table.fields[0].name\" is missing."},
+        {"/table/fields/0/id", "0", "A number from 1 to 4294967295 is expected at table.fields[0].id."},
         {"/table/fields/1/name", "7", "A text is expected at table.fields[1].name."},
         {"/table/fields/1/name", "\"a\\u0000b\"", "A text is expected at table.fields[1].name."},
         {"/table/fields/1/digest", "\"ff\"",

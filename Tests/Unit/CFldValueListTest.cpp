@@ -156,6 +156,31 @@ TEST(CFldValueList, CopiesMovesAndShrinksWithAllValues)
     EXPECT_EQ(GetAll(copy), values);
 }
 
+TEST(CFldValueList, StretchesAreEqualIfTheirValuesAre)
+{
+    const CFldValueList list = MakeList({"a", "", "bc", "d", "a", "", "bc"});
+    EXPECT_TRUE(list.EqualsStretch(0, list, 4, 3));
+    EXPECT_TRUE(list.EqualsStretch(7, list, 0, 0));
+    EXPECT_TRUE(CFldValueList().EqualsStretch(0, list, 3, 0));
+    EXPECT_FALSE(list.EqualsStretch(0, list, 3, 3));
+    EXPECT_FALSE(list.EqualsStretch(1, list, 0, 2));
+    // The same characters in other values are other values.
+    const CFldValueList shifted = MakeList({"", "ab", "c", "d"});
+    EXPECT_FALSE(shifted.EqualsStretch(0, list, 0, 4));
+    EXPECT_TRUE(shifted.EqualsStretch(3, list, 3, 1));
+
+    // Across the places that the lists keep.
+    const std::vector<std::string> values = MakeRandomValues(3, 400);
+    const CFldValueList longList = MakeList(values);
+    const CFldValueList tail = MakeList(std::vector<std::string>(values.begin() + 131, values.end()));
+    EXPECT_TRUE(longList.EqualsStretch(131, tail, 0, 269));
+    EXPECT_TRUE(tail.EqualsStretch(200, longList, 331, 69));
+    std::vector<std::string> changed = values;
+    changed[399] += 'x';
+    EXPECT_FALSE(MakeList(changed).EqualsStretch(131, tail, 0, 269));
+    EXPECT_TRUE(MakeList(changed).EqualsStretch(131, tail, 0, 268));
+}
+
 TEST(CFldValueList, ExhaustedMemoryLeavesTheListAsItWas)
 {
     const std::vector<std::string> values = MakeRandomValues(10, 128);

@@ -341,6 +341,51 @@ TEST(CSourceDataMngr, RecordsAreInsertedAnywhere)
     EXPECT_EQ(table.GetRecCount(), 8u);
 }
 
+TEST(CSourceDataMngr, RecordsAreInsertedFieldByFieldToo)
+{
+    CSourceDataMngr table = MakeTable();
+    const CFldValueList items = MakeValues({"cap", ""});
+    const CFldValueList prices = MakeValues({"7", "8"});
+    const CFldValueList* const both[] = {&items, &prices};
+    ASSERT_TRUE(table.InsertRecsByFld(1, both));
+    EXPECT_EQ(ReadAll(table, 1), (Texts{"pen", "cap", "", "", "ink", "pen"}));
+    EXPECT_EQ(ReadAll(table, 2), (Texts{"1", "7", "8", "2", "", "30"}));
+    // Those of the table itself.
+    const CFldValueList* const own[] = {table.GetFldData(1), table.GetFldData(2)};
+    ASSERT_TRUE(table.InsertRecsByFld(6, own));
+    EXPECT_EQ(ReadAll(table, 2), (Texts{"1", "7", "8", "2", "", "30", "1", "7", "8", "2", "", "30"}));
+
+    CSourceDataMngr other = MakeTable();
+    const CFldValueList one = MakeValues({"9"});
+    const CFldValueList* const uneven[] = {&items, &one};
+    EXPECT_FALSE(other.InsertRecsByFld(0, uneven));
+    EXPECT_FALSE(other.InsertRecsByFld(5, both));
+    EXPECT_FALSE(other.InsertRecsByFld(0, std::span(both).first(1)));
+    EXPECT_FALSE(other.InsertRecsByFld(0, {}));
+    EXPECT_FALSE(CSourceDataMngr().InsertRecsByFld(0, {}));
+    ExpectUnchanged(other);
+}
+
+TEST(CSourceDataMngr, FieldsTakeOverIdentifiersByWhichTheyAreKnownElsewhere)
+{
+    CSourceDataMngr table = MakeTable();
+    ASSERT_TRUE(table.SetFldIDs({7, 3}));
+    EXPECT_EQ(ReadAll(table, 7), (Texts{"pen", "", "ink", "pen"}));
+    EXPECT_EQ(ReadAll(table, 3), (Texts{"1", "2", "", "30"}));
+    EXPECT_EQ(table.GetFldData(1), nullptr);
+    DWORD fldID = 0;
+    ASSERT_TRUE(table.AddFld(MakeInfo("new"), MakeValues({"", "", "", ""}), fldID));
+    EXPECT_EQ(fldID, 8u);
+
+    for (const std::vector<DWORD>& wrong :
+         std::vector<std::vector<DWORD>>{{}, {1}, {1, 2, 3}, {2, 2}, {0, 1}, {1, 4294967295}}) {
+        CSourceDataMngr other = MakeTable();
+        EXPECT_FALSE(other.SetFldIDs(wrong));
+        ExpectUnchanged(other);
+    }
+    EXPECT_TRUE(CSourceDataMngr().SetFldIDs({}));
+}
+
 TEST(CSourceDataMngr, RecordsThatDoNotFitAreRefused)
 {
     CSourceDataMngr table = MakeTable();
@@ -444,6 +489,12 @@ TEST(CSourceDataMngr, ExhaustedMemoryLeavesTheTableAsItWas)
     EXPECT_GE(fail([&](CSourceDataMngr& table) { table.SetFldData(1, MakeValues(four)); }), 4);
     EXPECT_GE(fail([&](CSourceDataMngr& table) { table.SetFldInfo(1, MakeInfo(longName)); }), 2);
     EXPECT_GE(fail([&](CSourceDataMngr& table) { table.InsertRecs(2, cells); }), 8);
+    EXPECT_GE(fail([&](CSourceDataMngr& table) {
+                  const CFldValueList* const values[] = {table.GetFldData(1), table.GetFldData(2)};
+                  table.InsertRecsByFld(2, values);
+              }),
+              8);
+    EXPECT_GE(fail([&](CSourceDataMngr& table) { table.SetFldIDs({8, 9}); }), 4);
     EXPECT_GE(fail([&](CSourceDataMngr& table) { table.DeleteRecs(1, 1); }), 8);
     EXPECT_GE(fail([&](CSourceDataMngr& table) { table.SetDefEmpValName(longName); }), 2);
     EXPECT_EQ(fail([&](CSourceDataMngr& table) { table.DeleteFld(1); }), 0);

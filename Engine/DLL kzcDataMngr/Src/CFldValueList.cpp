@@ -92,6 +92,19 @@ unsigned long long CFldValueList::GetSize(DWORD first, DWORD count) const noexce
     return count == 0 ? 0 : GetStart(first + count) - GetStart(first);
 }
 
+bool CFldValueList::EqualsStretch(DWORD first, const CFldValueList& other, DWORD otherFirst,
+                                  DWORD count) const noexcept
+{
+    if (count == 0)
+        return true;
+    // No value holds a NUL, and each ends with one: equal bytes are equal values.
+    const std::size_t start = GetStart(first);
+    const std::size_t otherStart = other.GetStart(otherFirst);
+    const std::size_t size = GetStart(first + count) - start;
+    return size == other.GetStart(otherFirst + count) - otherStart &&
+           std::memcmp(bytes.get() + start, other.bytes.get() + otherStart, size) == 0;
+}
+
 void CFldValueList::Read(DWORD first, DWORD count, char* buffer, unsigned short* valueLengths,
                          char** values) const noexcept
 {

@@ -47,6 +47,9 @@ public:
     std::string_view GetValue(DWORD pos) const noexcept;
     // The bytes of a stretch, each value with its NUL.
     unsigned long long GetSize(DWORD first, DWORD count) const noexcept;
+    // Whether a stretch holds the same values as one of another list, which has as many from `otherFirst` on.
+    // Cost: a comparison of two blocks of memory.
+    bool EqualsStretch(DWORD first, const CFldValueList& other, DWORD otherFirst, DWORD count) const noexcept;
     // Copies a stretch: its bytes, each value with its NUL, to `buffer`, which has room for GetSize(first,
     // count); to the two arrays, which have room for `count`, the values' lengths without the NUL and where
     // in `buffer` they start. Neither array may be null unless count is 0.

@@ -48,6 +48,19 @@ bool IsAcceptable(const CSourceDataMngr::SFldInfo& info) noexcept
            info.name.find('\0') == std::string::npos;
 }
 
+bool IsSameForm(const CSourceDataMngr::SFldInfo& info, const CSourceDataMngr::SFldInfo& other) noexcept
+{
+    switch (info.spec.dataType) {
+    case SCDeclareConstant::DATATYPE_DATE:
+        return info.dateTypeInfo.form == other.dateTypeInfo.form &&
+               info.dateTypeInfo.delimiter == other.dateTypeInfo.delimiter;
+    case SCDeclareConstant::DATATYPE_TIME:
+        return info.timeTypeInfo.form == other.timeTypeInfo.form;
+    default:
+        return true;
+    }
+}
+
 bool IsWithin(DWORD first, DWORD count, DWORD total) noexcept
 {
     return first <= total && count <= total - first;
@@ -259,6 +272,26 @@ bool CSourceDataMngr::GetFldIDOfName(std::string_view name, DWORD& fldID) const
     return true;
 }
 
+bool CSourceDataMngr::SetFldIDs(const std::vector<DWORD>& fldIDs)
+{
+    std::vector<DWORD> sorted(fldIDs);
+    std::sort(sorted.begin(), sorted.end());
+    if (sorted.size() != flds.size() ||
+        (!sorted.empty() && (sorted.front() == 0 || sorted.back() == MAX_DWORD)) ||
+        std::adjacent_find(sorted.begin(), sorted.end()) != sorted.end())
+        return false;
+
+    std::vector<CFldPtr> renamed;
+    renamed.reserve(flds.size());
+    for (std::size_t pos = 0; pos < flds.size(); ++pos)
+        renamed.push_back(
+            std::make_shared<const SFld>(SFld{fldIDs[pos], SFldInfo(flds[pos]->info), flds[pos]->values}));
+    flds.swap(renamed);
+    if (!sorted.empty())
+        nextFldID = std::max(nextFldID, sorted.back() + 1);
+    return true;
+}
+
 const CFldValueList* CSourceDataMngr::GetFldData(DWORD fldID) const
 {
     const SFld* const fld = FindFld(fldID);
@@ -289,6 +322,31 @@ bool CSourceDataMngr::InsertRecs(DWORD position, std::span<const std::string_vie
     return true;
 }
 
+bool CSourceDataMngr::InsertRecsByFld(DWORD position, std::span<const CFldValueList* const> values)
+{
+    const std::size_t fldCount = flds.size();
+    if (position > totalRecCount || fldCount == 0 || values.size() != fldCount)
+        return false;
+    const DWORD recCount = values.front()->GetCount();
+    if (recCount > MAX_DWORD - totalRecCount ||
+        std::any_of(values.begin(), values.end(),
+                    [recCount](const CFldValueList* each) { return each->GetCount() != recCount; }))
+        return false;
+
+    std::vector<CFldPtr> changed;
+    changed.reserve(fldCount);
+    for (std::size_t pos = 0; pos < fldCount; ++pos) {
+        CFldValueList whole;
+        whole.AppendStretch(*flds[pos]->values, 0, position);
+        whole.AppendStretch(*values[pos], 0, recCount);
+        whole.AppendStretch(*flds[pos]->values, position, totalRecCount - position);
+        changed.push_back(flds[pos]->CopyWith(std::move(whole)));
+    }
+    flds.swap(changed);
+    totalRecCount += recCount;
+    return true;
+}
+
 bool CSourceDataMngr::DeleteRecs(DWORD firstRec, DWORD recCount)
 {
     if (!IsWithin(firstRec, recCount, totalRecCount))
@@ -306,6 +364,33 @@ bool CSourceDataMngr::DeleteRecs(DWORD firstRec, DWORD recCount)
     flds.swap(changed);
     totalRecCount -= recCount;
     return true;
+}
+
+void CSourceDataMngr::GetRenewalInfo(const CSourceDataMngr& before,
+                                     SCDataMngrCoreDef::SBtnRenewalInfo& info) const
+{
+    SCDataMngrCoreDef::SBtnRenewalInfo made;
+    made.newRecCount = totalRecCount;
+    made.oldRecCount = before.totalRecCount;
+    for (const CFldPtr& formerFld : before.flds) {
+        if (FindFld(formerFld->fldID) == nullptr)
+            made.deletedFldIDs.push_back(formerFld->fldID);
+    }
+    for (const CFldPtr& fld : flds) {
+        const SFld* const formerFld = before.FindFld(fld->fldID);
+        if (formerFld == nullptr) {
+            made.insertedFldIDs.push_back(fld->fldID);
+        } else if (fld->info.spec.dataKind != formerFld->info.spec.dataKind ||
+                   fld->info.spec.dataType != formerFld->info.spec.dataType) {
+            made.specChangedFldIDs.push_back(fld->fldID);
+        } else {
+            if (!IsSameForm(fld->info, formerFld->info))
+                made.formChangedFldIDs.push_back(fld->fldID);
+            if (!HasValuesOf(*fld, *formerFld, before.totalRecCount))
+                made.dataChangedFldIDs.push_back(fld->fldID);
+        }
+    }
+    info = std::move(made);
 }
 
 void CSourceDataMngr::SetDefEmpValName(const std::string& name)
@@ -347,6 +432,16 @@ const CSourceDataMngr::SFld* CSourceDataMngr::FindFld(DWORD fldID) const noexcep
 {
     const std::size_t pos = GetPosOfFld(fldID);
     return pos == flds.size() ? nullptr : flds[pos].get();
+}
+
+// Whether a field of this table has the values of `formerFld`, of a table with `formerRecCount` records,
+// behind new ones or without the first ones.
+bool CSourceDataMngr::HasValuesOf(const SFld& fld, const SFld& formerFld, DWORD formerRecCount) const noexcept
+{
+    if (fld.values == formerFld.values)
+        return true;
+    const DWORD kept = std::min(totalRecCount, formerRecCount);
+    return fld.values->EqualsStretch(totalRecCount - kept, *formerFld.values, formerRecCount - kept, kept);
 }
 
 // The number of fields if there is no such field.

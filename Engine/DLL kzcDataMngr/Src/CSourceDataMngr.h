@@ -3,6 +3,7 @@
 
 #include "CFldValueList.h"
 #include "KzcDataMngrAPI.h"
+#include "SCDataMngrCoreDef.h"
 #include "SCDeclareConstant.h"
 #include "VCDate.h"
 
@@ -117,6 +118,11 @@ public:
     // The first field in the order of the table that has this name. False if there is none.
     bool GetFldIDOfName(std::string_view name, DWORD& fldID) const;
 
+    // Gives the fields other identifiers, in the order of the table: those by which they are known elsewhere,
+    // when a table is read from a file anew. False unless there is one for each field, none twice, each from
+    // 1 to 4294967294. Identifiers given from then on are greater than all of them.
+    bool SetFldIDs(const std::vector<DWORD>& fldIDs);
+
     // A field's values, borrowed until they change; null for an unknown field.
     const CFldValueList* GetFldData(DWORD fldID) const;
 
@@ -129,10 +135,26 @@ public:
     // would be more records than 4294967295. Cost: the whole table is copied once.
     bool InsertRecs(DWORD position, std::span<const std::string_view> cells);
 
+    // The same with the values field by field: a list for every field in the order of the table, which may be
+    // those of the table itself. False also if they are not as many as the fields, or not of one length.
+    bool InsertRecsByFld(DWORD position, std::span<const CFldValueList* const> values);
+
     // Deletes a stretch of records. False if it goes past the end of the table. Cost: as InsertRecs.
     bool DeleteRecs(DWORD firstRec, DWORD recCount);
 
     // ---- The whole ----
+
+    // Sums up what has changed since `before`, an earlier copy of the table, for those who follow it
+    // (SCDataMngrCoreDef tells how); replaces what `info` held. Each list has its fields in the order of the
+    // table, that of the deleted ones in the order of `before`. A field that is in both tables stands in the
+    // list of
+    // - changed specs, if its kind or type is another one, and then in no other list: it is read anew whole;
+    // - changed forms, if it is of dates or times in another form;
+    // - changed data, if it has not, behind as many new records or without as many of the first ones as the
+    //   numbers of records differ by, the values that it had.
+    // Names, the order of the fields, the name of the empty value and the calendar criteria are no part of
+    // it. Cost: a pointer a field, and for those that were changed a comparison of their values.
+    void GetRenewalInfo(const CSourceDataMngr& before, SCDataMngrCoreDef::SBtnRenewalInfo& info) const;
 
     // Sets the shown name of the empty value, text in the host's code page. At first it is "(", the two kanji
     // for blank, ")".
@@ -152,6 +174,7 @@ private:
     using CFldPtr = std::shared_ptr<const SFld>;
 
     const SFld* FindFld(DWORD fldID) const noexcept;
+    bool HasValuesOf(const SFld& fld, const SFld& formerFld, DWORD formerRecCount) const noexcept;
     std::size_t GetPosOfFld(DWORD fldID) const noexcept;
 
     std::vector<CFldPtr> flds;
