@@ -261,6 +261,14 @@ void CAnalysis::TakeBackFailed(const SChange& change)
 {
     try {
         TakeBack(change);
+        if (env->GetRecCountOfSrcData() != table.GetRecCount()) {
+            // The engine has lost its link tables on the way, and reads all records again. Its history, in
+            // which that stands as a change, goes.
+            env->AdjstAccordingToDeleteRec(0, env->GetRecCountOfSrcData());
+            env->AdjstAccordingToInsertRec(0, table.GetRecCount());
+            ClearHistory();
+            RestoreSelection(change);
+        }
     } catch (const std::bad_alloc&) {
         throw ECSessionLost("A change failed for want of memory, and so did taking it back.");
     }

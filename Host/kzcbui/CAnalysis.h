@@ -21,8 +21,9 @@ namespace NSKZ::Host {
 // share: a change of a field costs that field, one of records the whole table.
 //
 // Ctrl-C cancels a change where the engine lets it. A change that fails, or is cancelled, is taken back
-// before its operation throws: std::bad_alloc, or ECCommandError with a sentence. Only if that fails as well
-// ECSessionLost comes out, and the analysis is of no more use.
+// before its operation throws: std::bad_alloc, or ECCommandError with a sentence. Where memory ran out in the
+// midst of a change of records the earlier changes may not be there to be taken back any more. Only if
+// taking back fails as well ECSessionLost comes out, and the analysis is of no more use.
 class CAnalysis
 {
 public:

@@ -16,7 +16,7 @@ namespace NSKZ::Host {
 
 CCommandRunner::CCommandRunner(CWorkspace& workspace, const CCommandSet& commands,
                                VCAnswerWriter& writerOfHost)
-    : context{workspace, commands, writerOfHost.WantsAll(), false, {}}, writer(writerOfHost)
+    : context{workspace, commands, writerOfHost.WantsAll(), false, {}, false}, writer(writerOfHost)
 {}
 
 bool CCommandRunner::RunLine(const std::string& line, const std::string& place)
@@ -35,7 +35,9 @@ bool CCommandRunner::RunLine(const std::string& line, const std::string& place)
         WriteError(place, std::string(error.what()) + " The session ends.");
         return false;
     } catch (const std::bad_alloc&) {
-        WriteError(place, "There is not enough memory for this command.");
+        WriteError(place, context.hasDone
+                              ? "The command is done, but there is not enough memory for its answer."
+                              : "There is not enough memory for this command.");
     } catch (const NSKZCore::VECException& error) {
         // The environment cannot be relied on any more.
         WriteError(place, "The engine found itself damaged, and the session ends: " +
@@ -51,6 +53,7 @@ void CCommandRunner::RunWords(const std::string& line)
         throw ECCommandError("The command is no text in UTF-8.");
     writer.WriteCommand(line);
     context.line = line;
+    context.hasDone = false;
     std::vector<std::string> words = SCWordSplit::Split(line);
     const SCommand& command = context.commands.FindByWords(words);
     const CCommandArgs args(command, std::move(words));

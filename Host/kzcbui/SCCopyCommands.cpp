@@ -92,6 +92,7 @@ void SCCopyCommands::AddTo(CCommandSet& commands)
     copy.minWords = copy.maxWords = 1;
     copy.run = [](SCommandContext& context, const CCommandArgs& args) {
         context.workspace.MakeCopy(args.GetWords()[0]);
+        context.hasDone = true;
         CAnswer answer = DescribePresent(context.workspace);
         answer["name"] = args.GetWords()[0];
         return answer;
@@ -121,6 +122,7 @@ void SCCopyCommands::AddTo(CCommandSet& commands)
     use.minWords = use.maxWords = 1;
     use.run = [](SCommandContext& context, const CCommandArgs& args) {
         context.workspace.UseCopy(args.GetWords()[0]);
+        context.hasDone = true;
         return DescribePresent(context.workspace);
     };
     use.show = ShowPresent;
@@ -134,6 +136,7 @@ void SCCopyCommands::AddTo(CCommandSet& commands)
     drop.minWords = drop.maxWords = 1;
     drop.run = [](SCommandContext& context, const CCommandArgs& args) {
         context.workspace.DropCopy(args.GetWords()[0]);
+        context.hasDone = true;
         CAnswer answer = DescribePresent(context.workspace);
         answer["name"] = args.GetWords()[0];
         return answer;

@@ -334,6 +334,7 @@ CAnswer RunCalendar(SCommandContext& context, const CCommandArgs& args)
     if (changes) {
         SCHeldChanges::RequireNone(workspace, "The calendar cannot change beside the table");
         workspace.SetCalendar(wanted, context.line);
+        context.hasDone = true;
     }
     CAnswer answer;
     answer["startMonth"] = wanted.startMonth;

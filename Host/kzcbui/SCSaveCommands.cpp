@@ -147,6 +147,7 @@ CAnswer RunLoad(SCommandContext& context, const CCommandArgs& args)
     try {
         std::unique_ptr<CWorkspace> read = Read(context.workspace, directory.GetPath(), outcome);
         context.workspace.TakeOver(*read);
+        context.hasDone = true;
     } catch (const NSKZCore::VECException& error) {
         // Of the environment that was being read, not of the present one.
         throw ECCommandError("The save is damaged: " + SCHostText::FromException(error.GetMessageText()));

@@ -100,6 +100,7 @@ CAnswer MakeChange(SCommandContext& context, const CCommandArgs& args, CSourceDa
         analysis.Hold(std::move(changed), context.line);
     else
         analysis.Change(std::move(changed), context.line, follow);
+    context.hasDone = true;
     CAnswer answer;
     answer["result"] = true;
     answer["tableRecords"] = analysis.GetTableWithHeld().GetRecCount();
@@ -519,6 +520,7 @@ CAnswer RunRefresh(SCommandContext& context, const CCommandArgs&)
     const CSourceDataMngr before(analysis.GetTable());
     SCDataMngrCoreDef::SBtnRenewalInfo info;
     analysis.FollowHeld(context.line, info);
+    context.hasDone = true;
     CAnswer answer;
     answer["result"] = true;
     answer["changes"] = heldCount;
@@ -601,7 +603,9 @@ CAnswer RunUndo(SCommandContext& context, const CCommandArgs&)
         throw ECCommandError("There is no change of the table to take back.");
     CAnswer answer;
     const std::string command = analysis.GetHistory().back().command;
-    answer["result"] = analysis.Undo();
+    const bool result = analysis.Undo();
+    context.hasDone = true;
+    answer["result"] = result;
     answer["command"] = command;
     answer["left"] = analysis.GetHistory().size();
     answer["tableRecords"] = analysis.GetTable().GetRecCount();

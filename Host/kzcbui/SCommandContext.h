@@ -16,6 +16,7 @@ struct SCommandContext
     bool listsAll = false; // lists are whole unless --max tells a number: for programs, not for people
     bool quits = false;    // set by a command that ends the session
     std::string line;      // the command that runs, as it was typed
+    bool hasDone = false;  // set by a command that cannot be undone by failing, when only its answer is left
 };
 
 } // namespace NSKZ::Host
