@@ -1,12 +1,11 @@
-// All files of a table, on memory, of either kind: the input is split into them.
+// All files of a table, of either kind and version: the input is split into them.
 //
-// Its first byte tells the kind of table (even BnLink, odd RpLink), its second how many field files there are
-// (less than eight), and the next ones how long each of these is, in bytes. What follows is these files one
-// behind the other, and all that is left is the index.
+// Its first byte tells the kind of table (even BnLink, odd RpLink) and the version (bit 1: memory-saving),
+// its second how many field files there are (less than eight), and the next ones how long each of these is,
+// in bytes. What follows is these files one behind the other, and all that is left is the index.
 
-#include "CBnLink_OnMemVer.h"
 #include "CLinkTableFuzz.h"
-#include "CRpLink_OnMemVer.h"
+#include "Support/LinkTableVersions.h"
 
 #include <algorithm>
 
@@ -42,9 +41,18 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         rest += length;
     }
     files[0].assign(rest, end);
-    if (data[0] % 2 == 0)
+    switch (data[0] % 4) {
+    case 0:
         TryFiles<CBnLink_OnMemVer>(files);
-    else
+        break;
+    case 1:
         TryFiles<CRpLink_OnMemVer>(files);
+        break;
+    case 2:
+        TryFiles<CBnLink_MemSavVer>(files);
+        break;
+    default:
+        TryFiles<CRpLink_MemSavVer>(files);
+    }
     return 0;
 }

@@ -4,6 +4,7 @@
 #include "ECAbnormalData.h"
 #include "INumCnd.h"
 #include "SCBUICoreStrDef.h"
+#include "Support/CAllocFault.h"
 #include "Support/MakeTable.h"
 #include "VCBtn.h"
 #include "VCBtnClass.h"
@@ -160,6 +161,36 @@ TEST_F(CBUIDataMngrTest, AChangeOfVersionKeepsTheSelectionAndWhatComesOfIt)
         EXPECT_EQ(GetTargetRecs(), List({2, 3}));
         EXPECT_TRUE(env.SelectTheBtn(KIND, 3, false));
         EXPECT_TRUE(env.SelectTheBtn(SHOP, 2, true));
+    }
+}
+
+TEST_F(CBUIDataMngrTest, AChangeOfVersionThatRunsOutOfMemoryLeavesTheTablesInForce)
+{
+    constexpr auto MEM_SAV = SCBUICoreCom::LINKTBLVERTYPE_MEMSAV;
+    EXPECT_TRUE(env.SelectTheBtn(SHOP, 2, true));
+    CAllocFault memory;
+    for (const auto version : {MEM_SAV, ON_MEM}) {
+        const auto changes = {&CBUIDataMngr::ChangeVersionTypeOfBnLink,
+                              &CBUIDataMngr::ChangeVersionTypeOfRpLink};
+        for (const auto change : changes) {
+            const auto versions = [this] {
+                return std::pair(env.GetVersionTypeOfBnLink(), env.GetVersionTypeOfRpLink());
+            };
+            const std::size_t failures = memory.FailEachInTurn([&](auto attempt) {
+                const auto before = versions();
+                if (!attempt([&] { (env.*change)(version); })) {
+                    EXPECT_EQ(versions(), before);
+                }
+                EXPECT_EQ(GetTargetRecs(), List({0, 2}));
+                EXPECT_TRUE(env.SelectTheBtn(SHOP, 2, false));
+                EXPECT_TRUE(env.SelectTheBtn(KIND, 3, true));
+                EXPECT_EQ(GetTargetRecs(), List({2, 3}));
+                EXPECT_EQ(GetDisplayed(SHOP), List({2, 4}));
+                EXPECT_TRUE(env.SelectTheBtn(KIND, 3, false));
+                EXPECT_TRUE(env.SelectTheBtn(SHOP, 2, true));
+            });
+            EXPECT_GE(failures, 5u);
+        }
     }
 }
 

@@ -356,3 +356,58 @@ TEST(TCBtnIDAssArr, AgreesWithAMapOnRandomOperations)
         ASSERT_EQ(arr.Exist(btnID), model.count(btnID) == 1);
     }
 }
+
+TEST(TCBtnIDAssArr, AValueThatTellsAbsenceTakesNoFlag)
+{
+    static_assert(sizeof(TCBtnIDSlot<SRecordPos>) == sizeof(SRecordPos));
+    CRandom random;
+    TCBtnIDAssArr<SRecordPos> arr;
+    std::map<DWORD, DWORD> model; // button to position
+    for (int round = 0; round < 5000; ++round) {
+        const DWORD btnID =
+            random.IsOneOf(9) ? Com::BTN_ID_EMPVAL : Com::BTN_ID_CLL_BEGIN + random.GetBelow(30);
+        const DWORD recPos = random.IsOneOf(2) ? random.GetBelow(3) : 4294967295;
+        switch (random.GetBelow(4)) {
+        case 0:
+            EXPECT_EQ(arr.Remove(btnID), model.erase(btnID) == 1);
+            break;
+        case 1:
+            EXPECT_TRUE(arr.MakeRoom(btnID));
+            break;
+        default:
+            EXPECT_TRUE(arr.Set(btnID, SRecordPos{recPos, 0}));
+            model[btnID] = recPos;
+        }
+        if (random.IsOneOf(300)) {
+            arr.Clear();
+            model.clear();
+        }
+        ASSERT_EQ(arr.GetSize(), model.size());
+        ASSERT_EQ(arr.Exist(btnID), model.count(btnID) == 1);
+        std::map<DWORD, DWORD> entries;
+        for (auto it = arr.begin(); it != arr.end(); ++it)
+            entries[it.GetKey()] = it->recPos;
+        ASSERT_EQ(entries, model);
+    }
+    EXPECT_TRUE(SRecordPos::MakeAbsent().IsAbsent());
+    EXPECT_FALSE((SRecordPos{4294967295, 0}).IsAbsent());
+    EXPECT_FALSE((SRecordPos{0, 4294967295}).IsAbsent());
+}
+
+TEST(TCBtnIDAssArr, MakeRoomForTakesNoMoreThanAnotherArrayHas)
+{
+    CAllocFault memory;
+    TCBtnIDAssArr<DWORD> other;
+    for (DWORD btnID = Com::BTN_ID_NRM_BEGIN; btnID < Com::BTN_ID_NRM_BEGIN + 1000; ++btnID)
+        EXPECT_TRUE(other.Set(btnID, 5));
+    EXPECT_TRUE(other.Set(Com::BTN_ID_INC_BEGIN + 3, 5));
+    TCBtnIDAssArr<SRecordPos> arr;
+    memory.Arm(0);
+    arr.MakeRoomFor(other);
+    EXPECT_EQ(memory.GetLargestSize(), 1000 * sizeof(SRecordPos));
+    EXPECT_EQ(arr.GetSize(), 0u);
+    memory.Arm(1);
+    EXPECT_TRUE(arr.Set(Com::BTN_ID_NRM_BEGIN + 999, SRecordPos{1, 2}));
+    EXPECT_TRUE(arr.Set(Com::BTN_ID_INC_BEGIN + 3, SRecordPos{3, 4}));
+    EXPECT_FALSE(memory.Disarm());
+}

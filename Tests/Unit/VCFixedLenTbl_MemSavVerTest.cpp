@@ -162,13 +162,12 @@ TEST_P(VCFixedLenTbl_MemSavVerOfBothManners, HoldsCellsOfEveryKindAndGivesAnyStr
             ASSERT_EQ(table.GetCells(0), cells) << kind << " " << count;
             for (int i = 0; i < 20; ++i) {
                 const DWORD pos = random.GetBelow(count + 1);
-                Cells stretch(random.GetBelow(count - pos + 1));
-                const auto length = static_cast<DWORD>(stretch.size());
+                const DWORD length = random.GetBelow(count - pos + 1);
                 // Odd addresses too: what is given is bytes.
                 std::vector<unsigned char> bytes(length * sizeof(DWORD) + 1);
                 ASSERT_TRUE(table.GetData(0, pos, length, bytes.data() + i % 2));
-                std::memcpy(stretch.data(), bytes.data() + i % 2, length * sizeof(DWORD));
-                ASSERT_TRUE(std::equal(stretch.begin(), stretch.end(), cells.begin() + pos));
+                const Cells stretch(cells.begin() + pos, cells.begin() + pos + length);
+                ASSERT_EQ(MakeNumbers(std::string(bytes.begin() + i % 2, bytes.end() - 1 + i % 2)), stretch);
             }
         }
     }
@@ -714,6 +713,7 @@ TEST_P(VCFixedLenTbl_MemSavVerOfBothManners, IsAsItWasWhenMemoryRunsOut)
     };
     for (const auto& [name, operation] : operations) {
         const auto& run = operation;
+        const char* const what = name;
         const int failures = FailEveryAllocation(
             [&] {
                 auto table = std::make_unique<CTestCellTable>(MakeTable().fldCount, 0, nullptr, 4u,
@@ -724,8 +724,8 @@ TEST_P(VCFixedLenTbl_MemSavVerOfBothManners, IsAsItWasWhenMemoryRunsOut)
             },
             [&](std::unique_ptr<CTestCellTable>& table) { run(*table); },
             [&](std::unique_ptr<CTestCellTable>& table) {
-                EXPECT_EQ(table->GetContent(), (Content{first, second})) << name;
+                EXPECT_EQ(table->GetContent(), (Content{first, second})) << what;
             });
-        EXPECT_GE(failures, 3) << name;
+        EXPECT_GE(failures, 3) << what;
     }
 }

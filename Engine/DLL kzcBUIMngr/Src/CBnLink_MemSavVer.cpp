@@ -119,11 +119,6 @@ bool CBnLink_MemSavVer::GetBtnIDList(DWORD btnClassID, std::vector<DWORD>& btnID
     return true;
 }
 
-DWORD CBnLink_MemSavVer::GetRecCount() const
-{
-    return recCount;
-}
-
 bool CBnLink_MemSavVer::GetBtnID(DWORD btnClassID, DWORD recNum, DWORD& btnID) const
 {
     return GetData(btnClassID, recNum, 1, &btnID);
@@ -152,17 +147,6 @@ bool CBnLink_MemSavVer::GetBtnIDsOfRecs(DWORD btnClassID, DWORD listCount, const
 {
     DWORD fld = 0;
     return fldPos.Find(btnClassID, fld) && GetListedData(fld, recNumList, listCount, btnIDs);
-}
-
-bool CBnLink_MemSavVer::ExistFld(DWORD btnClassID) const
-{
-    DWORD fld = 0;
-    return fldPos.Find(btnClassID, fld);
-}
-
-void CBnLink_MemSavVer::GetBtnClassIDList(std::vector<DWORD>& btnClassIDs) const
-{
-    fldPos.GetBtnClassIDList(btnClassIDs);
 }
 
 } // namespace NSKZ::NSKZCore

@@ -1,8 +1,7 @@
 #ifndef CBNLINK_MEMSAVVER_H
 #define CBNLINK_MEMSAVVER_H
 
-#include "CFldPosOfBtnClass.h"
-#include "IBnLink.h"
+#include "VCBnLink.h"
 #include "VCFixedLenTbl_MemSavVer.h"
 
 namespace NSKZ::NSKZCore {
@@ -15,7 +14,7 @@ namespace NSKZ::NSKZCore {
 // 0 it does nothing. SetFldData with a count below that of the records overwrites the first ones. A list of
 // records with one that is no row is refused. GetBtnIDsOfRecs allocates nothing; the lists of buttons take a
 // buffer of as many cells as they look at.
-class CBnLink_MemSavVer : public IBnLink, private VCFixedLenTbl_MemSavVer
+class CBnLink_MemSavVer : public VCBnLink, private VCFixedLenTbl_MemSavVer
 {
 public:
     // An empty table.
@@ -36,21 +35,15 @@ public:
     bool GetBtnIDListOfRecList(DWORD btnClassID, DWORD listCount, const DWORD* recNumList,
                                std::vector<DWORD>& btnIDs) const override;
     bool GetBtnIDList(DWORD btnClassID, std::vector<DWORD>& btnIDs) const override;
-    DWORD GetRecCount() const override;
     bool GetBtnID(DWORD btnClassID, DWORD recNum, DWORD& btnID) const override;
     bool SetData(DWORD btnClassID, DWORD pos, DWORD count, const DWORD* btnIDs) override;
     void Clear() override;
     SCBUICoreCom::ELinkTableVerType GetVersionType() const override;
     bool GetBtnIDsOfRecs(DWORD btnClassID, DWORD listCount, const DWORD* recNumList,
                          DWORD* btnIDs) const override;
-    bool ExistFld(DWORD btnClassID) const override;
-    void GetBtnClassIDList(std::vector<DWORD>& btnClassIDs) const override;
 
 private:
     using Cells = VCFixedLenTbl_MemSavVer;
-
-    DWORD recCount = 0;       // rows of every column
-    CFldPosOfBtnClass fldPos; // which field of the base a class's column is
 };
 
 } // namespace NSKZ::NSKZCore

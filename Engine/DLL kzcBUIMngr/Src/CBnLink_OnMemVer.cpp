@@ -163,11 +163,6 @@ bool CBnLink_OnMemVer::GetBtnIDList(DWORD btnClassID, std::vector<DWORD>& btnIDs
     return true;
 }
 
-DWORD CBnLink_OnMemVer::GetRecCount() const
-{
-    return recCount;
-}
-
 bool CBnLink_OnMemVer::GetBtnID(DWORD btnClassID, DWORD recNum, DWORD& btnID) const
 {
     DWORD fld = 0;
@@ -208,17 +203,6 @@ bool CBnLink_OnMemVer::GetBtnIDsOfRecs(DWORD btnClassID, DWORD listCount, const 
     for (DWORD i = 0; i < listCount; ++i)
         btnIDs[i] = cells[recNumList[i]];
     return true;
-}
-
-bool CBnLink_OnMemVer::ExistFld(DWORD btnClassID) const
-{
-    DWORD fld = 0;
-    return fldPos.Find(btnClassID, fld);
-}
-
-void CBnLink_OnMemVer::GetBtnClassIDList(std::vector<DWORD>& btnClassIDs) const
-{
-    fldPos.GetBtnClassIDList(btnClassIDs);
 }
 
 } // namespace NSKZ::NSKZCore

@@ -3,8 +3,7 @@
 
 #include "CCriticalSection.h"
 #include "CDWORDArray.h"
-#include "CFldPosOfBtnClass.h"
-#include "IBnLink.h"
+#include "VCBnLink.h"
 
 namespace NSKZ::NSKZCore {
 
@@ -12,7 +11,7 @@ namespace NSKZ::NSKZCore {
 //
 // Where the interface leaves it to the table: InsertRec with a position behind the last row appends, and with
 // a count of 0 does nothing and takes no lock; DeleteRec refuses a stretch that ends behind the last row.
-class CBnLink_OnMemVer : public IBnLink
+class CBnLink_OnMemVer : public VCBnLink
 {
 public:
     // An empty table.
@@ -32,15 +31,12 @@ public:
     bool GetBtnIDListOfRecList(DWORD btnClassID, DWORD listCount, const DWORD* recNumList,
                                std::vector<DWORD>& btnIDs) const override;
     bool GetBtnIDList(DWORD btnClassID, std::vector<DWORD>& btnIDs) const override;
-    DWORD GetRecCount() const override;
     bool GetBtnID(DWORD btnClassID, DWORD recNum, DWORD& btnID) const override;
     bool SetData(DWORD btnClassID, DWORD pos, DWORD count, const DWORD* btnIDs) override;
     void Clear() override;
     SCBUICoreCom::ELinkTableVerType GetVersionType() const override;
     bool GetBtnIDsOfRecs(DWORD btnClassID, DWORD listCount, const DWORD* recNumList,
                          DWORD* btnIDs) const override;
-    bool ExistFld(DWORD btnClassID) const override;
-    void GetBtnClassIDList(std::vector<DWORD>& btnClassIDs) const override;
 
     // Makes this table a copy of another one. On std::bad_alloc it is as it was.
     virtual CBnLink_OnMemVer& operator=(const CBnLink_OnMemVer& other);
@@ -49,8 +45,6 @@ private:
     // Whether the rows pos to pos + count - 1 are all in the table.
     bool ContainsRecs(DWORD pos, DWORD count) const noexcept;
 
-    DWORD recCount = 0;               // rows of every column
-    CFldPosOfBtnClass fldPos;         // at which index a class's column stands
     std::vector<CDWORDArray> fldList; // the columns in the order of their insertion
     CCriticalSection lock;            // held by the operations that change the structure
 };

@@ -2,7 +2,6 @@
 
 #include "CCellTable.h"
 #include "CDWORDArray.h"
-#include "SCKZCoreStrDef.h"
 #include "SCLinkTableFile.h"
 #include "SCVector.h"
 #include "SRpLinkIndex.h"
@@ -150,12 +149,6 @@ void CRpLink_MemSavVer::DeleteFlds(const std::vector<DWORD>& btnClassIDs)
     SCVector::EraseMarked(recPosList, isDeleted);
 }
 
-bool CRpLink_MemSavVer::ExistFld(DWORD btnClassID) const
-{
-    DWORD fld = 0;
-    return fldPos.Find(btnClassID, fld);
-}
-
 bool CRpLink_MemSavVer::ReplaceRecList(DWORD fld, DWORD btnID, const DWORD* newList, DWORD newCount)
 {
     CRecPosMap& recPositions = recPosList[fld];
@@ -216,19 +209,6 @@ bool CRpLink_MemSavVer::DeleteRecList(DWORD btnClassID, DWORD btnID, const DWORD
     return found != 0 && ReplaceRecList(fld, btnID, recs, old.recCount - found);
 }
 
-bool CRpLink_MemSavVer::DeleteBtn(DWORD btnClassID, DWORD btnID)
-{
-    DWORD fld = 0;
-    return fldPos.Find(btnClassID, fld) && recPosList[fld].Exist(btnID) &&
-           ReplaceRecList(fld, btnID, nullptr, 0);
-}
-
-bool CRpLink_MemSavVer::SetRecList(DWORD btnClassID, DWORD btnID, const DWORD* recNumList, DWORD recCount)
-{
-    DWORD fld = 0;
-    return fldPos.Find(btnClassID, fld) && ReplaceRecList(fld, btnID, recNumList, recCount);
-}
-
 bool CRpLink_MemSavVer::GetRecList(DWORD btnClassID, DWORD btnID, DWORD* recNumList, DWORD& recCount) const
 {
     DWORD fld = 0;
@@ -259,14 +239,6 @@ bool CRpLink_MemSavVer::GetAllRecList(DWORD btnClassID, TCBtnIDAssArr<SRecordLis
 void CRpLink_MemSavVer::ReadArea(DWORD fld, DWORD* recs) const noexcept
 {
     GetData(fld, 0, recCountList[fld], CCellTable::GetBytes(recs));
-}
-
-void CRpLink_MemSavVer::ClearOfFixedSpec()
-{
-    std::vector<DWORD> btnClassIDs;
-    GetBtnClassIDList(btnClassIDs);
-    for (const DWORD btnClassID : btnClassIDs)
-        ClearOfFixedSpec(btnClassID);
 }
 
 bool CRpLink_MemSavVer::ClearFld(DWORD btnClassID)
@@ -316,16 +288,6 @@ bool CRpLink_MemSavVer::ClearOfFixedSpec(DWORD btnClassID)
     return true;
 }
 
-bool CRpLink_MemSavVer::GetRecCount(DWORD btnClassID, DWORD btnID, DWORD& recCount) const
-{
-    DWORD fld = 0;
-    if (!fldPos.Find(btnClassID, fld))
-        return false;
-    const SRecordPos* const slice = recPosList[fld].Find(btnID);
-    recCount = slice != nullptr ? slice->recCount : 0;
-    return true;
-}
-
 bool CRpLink_MemSavVer::GetRecCountOfFld(DWORD btnClassID, DWORD& recCount) const
 {
     DWORD fld = 0;
@@ -333,11 +295,6 @@ bool CRpLink_MemSavVer::GetRecCountOfFld(DWORD btnClassID, DWORD& recCount) cons
         return false;
     recCount = recCountList[fld];
     return true;
-}
-
-void CRpLink_MemSavVer::GetBtnClassIDList(std::vector<DWORD>& btnClassIDs) const
-{
-    fldPos.GetBtnClassIDList(btnClassIDs);
 }
 
 void CRpLink_MemSavVer::Clear()
@@ -353,9 +310,8 @@ void CRpLink_MemSavVer::InsertRec(DWORD btnClassID, DWORD pos, DWORD count,
     DWORD fld = 0;
     if (!fldPos.Find(btnClassID, fld))
         return;
-    if (SCRecPosMap::GetSumOfRecCounts(newRecLists) > newTotal)
-        throw ECAbnormalData(SCKZCoreStrDef::MSG_ABNORMAL_DATASIZE, "Src/CRpLink_MemSavVer",
-                             "NSKZ::NSKZCore::CRpLink_MemSavVer::InsertRec", __LINE__);
+    ProveTotal(newRecLists, newTotal, "Src/CRpLink_MemSavVer", "NSKZ::NSKZCore::CRpLink_MemSavVer::InsertRec",
+               __LINE__);
     const DWORD oldSize = recCountList[fld];
     CDWORDArray oldRecs(oldSize);
     ReadArea(fld, oldRecs.GetData());

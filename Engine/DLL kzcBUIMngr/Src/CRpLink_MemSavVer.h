@@ -1,10 +1,8 @@
 #ifndef CRPLINK_MEMSAVVER_H
 #define CRPLINK_MEMSAVVER_H
 
-#include "CFldPosOfBtnClass.h"
-#include "IRpLink.h"
-#include "SCRecPosMap.h"
 #include "VCFixedLenTbl_MemSavVer.h"
+#include "VCRpLink.h"
 
 namespace NSKZ::NSKZCore {
 
@@ -35,7 +33,7 @@ namespace NSKZ::NSKZCore {
 //
 // InsertFld, InsertRec, DeleteRec and ClearOfFixedSpec take plain copies of one area at a time, DeleteRec
 // besides the packed areas of all classes a second time, until all are ready.
-class CRpLink_MemSavVer : public IRpLink, private VCFixedLenTbl_MemSavVer
+class CRpLink_MemSavVer : public VCRpLink, private VCFixedLenTbl_MemSavVer
 {
 public:
     // An empty table.
@@ -50,18 +48,13 @@ public:
     bool InsertFld(DWORD btnClassID) override;
     bool InsertFld(DWORD btnClassID, const TCBtnIDAssArr<SRecordList>& recLists, DWORD total) override;
     bool DeleteFld(DWORD btnClassID) override;
-    bool ExistFld(DWORD btnClassID) const override;
     bool AddRecList(DWORD btnClassID, DWORD btnID, const DWORD* recNumList, DWORD recCount) override;
     bool DeleteRecList(DWORD btnClassID, DWORD btnID, const DWORD* recNumList, DWORD recCount) override;
-    bool DeleteBtn(DWORD btnClassID, DWORD btnID) override;
-    bool SetRecList(DWORD btnClassID, DWORD btnID, const DWORD* recNumList, DWORD recCount) override;
     bool GetRecList(DWORD btnClassID, DWORD btnID, DWORD* recNumList, DWORD& recCount) const override;
     bool GetAllRecList(DWORD btnClassID, TCBtnIDAssArr<SRecordList>& recLists, DWORD* recArea) const override;
-    void ClearOfFixedSpec() override;
+    using VCRpLink::ClearOfFixedSpec;
     bool ClearOfFixedSpec(DWORD btnClassID) override;
-    bool GetRecCount(DWORD btnClassID, DWORD btnID, DWORD& recCount) const override;
     bool GetRecCountOfFld(DWORD btnClassID, DWORD& recCount) const override;
-    void GetBtnClassIDList(std::vector<DWORD>& btnClassIDs) const override;
     void Clear() override;
     void InsertRec(DWORD btnClassID, DWORD pos, DWORD count, const TCBtnIDAssArr<SRecordList>& newRecLists,
                    DWORD newTotal) override;
@@ -76,13 +69,9 @@ private:
     // Adds a field of these cells; false, with nothing changed, if `btnClassID` is no class or has one
     // already.
     bool AppendFld(DWORD btnClassID, VCFixedLenTbl_MemSavVer& recArea, CRecPosMap&& recPositions);
-    // Gives a button the list `newList`; see SetRecList.
-    bool ReplaceRecList(DWORD fld, DWORD btnID, const DWORD* newList, DWORD newCount);
+    bool ReplaceRecList(DWORD fld, DWORD btnID, const DWORD* newList, DWORD newCount) override;
     // The whole area of a field.
     void ReadArea(DWORD fld, DWORD* recs) const noexcept;
-
-    CFldPosOfBtnClass fldPos;
-    std::vector<CRecPosMap> recPosList; // for each field: button to slice of the area
 };
 
 } // namespace NSKZ::NSKZCore

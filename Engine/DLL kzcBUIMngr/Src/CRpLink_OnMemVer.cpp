@@ -1,6 +1,5 @@
 #include "CRpLink_OnMemVer.h"
 
-#include "SCKZCoreStrDef.h"
 #include "SCLinkTableFile.h"
 #include "SCVector.h"
 #include "SRpLinkIndex.h"
@@ -107,12 +106,6 @@ void CRpLink_OnMemVer::DeleteFlds(const std::vector<DWORD>& btnClassIDs)
     SCVector::EraseMarked(recPosList, isDeleted);
 }
 
-bool CRpLink_OnMemVer::ExistFld(DWORD btnClassID) const
-{
-    DWORD fld = 0;
-    return fldPos.Find(btnClassID, fld);
-}
-
 bool CRpLink_OnMemVer::ReplaceRecList(DWORD fld, DWORD btnID, const DWORD* newList, DWORD newCount)
 {
     CDWORDArray& recArea = recAreaList[fld];
@@ -195,19 +188,6 @@ bool CRpLink_OnMemVer::DeleteRecList(DWORD btnClassID, DWORD btnID, const DWORD*
     return true;
 }
 
-bool CRpLink_OnMemVer::DeleteBtn(DWORD btnClassID, DWORD btnID)
-{
-    DWORD fld = 0;
-    return fldPos.Find(btnClassID, fld) && recPosList[fld].Exist(btnID) &&
-           ReplaceRecList(fld, btnID, nullptr, 0);
-}
-
-bool CRpLink_OnMemVer::SetRecList(DWORD btnClassID, DWORD btnID, const DWORD* recNumList, DWORD recCount)
-{
-    DWORD fld = 0;
-    return fldPos.Find(btnClassID, fld) && ReplaceRecList(fld, btnID, recNumList, recCount);
-}
-
 bool CRpLink_OnMemVer::GetRecList(DWORD btnClassID, DWORD btnID, DWORD* recNumList, DWORD& recCount) const
 {
     DWORD fld = 0;
@@ -232,14 +212,6 @@ bool CRpLink_OnMemVer::GetAllRecList(DWORD btnClassID, TCBtnIDAssArr<SRecordList
         recLists.Set(btnID, SRecordList{recArea + slice.recPos, slice.recCount});
     });
     return true;
-}
-
-void CRpLink_OnMemVer::ClearOfFixedSpec()
-{
-    std::vector<DWORD> btnClassIDs;
-    GetBtnClassIDList(btnClassIDs);
-    for (const DWORD btnClassID : btnClassIDs)
-        ClearOfFixedSpec(btnClassID);
 }
 
 bool CRpLink_OnMemVer::ClearFld(DWORD btnClassID)
@@ -286,16 +258,6 @@ bool CRpLink_OnMemVer::ClearOfFixedSpec(DWORD btnClassID)
     return true;
 }
 
-bool CRpLink_OnMemVer::GetRecCount(DWORD btnClassID, DWORD btnID, DWORD& recCount) const
-{
-    DWORD fld = 0;
-    if (!fldPos.Find(btnClassID, fld))
-        return false;
-    const SRecordPos* const slice = recPosList[fld].Find(btnID);
-    recCount = slice != nullptr ? slice->recCount : 0;
-    return true;
-}
-
 bool CRpLink_OnMemVer::GetRecCountOfFld(DWORD btnClassID, DWORD& recCount) const
 {
     DWORD fld = 0;
@@ -303,11 +265,6 @@ bool CRpLink_OnMemVer::GetRecCountOfFld(DWORD btnClassID, DWORD& recCount) const
         return false;
     recCount = recAreaList[fld].GetCount();
     return true;
-}
-
-void CRpLink_OnMemVer::GetBtnClassIDList(std::vector<DWORD>& btnClassIDs) const
-{
-    fldPos.GetBtnClassIDList(btnClassIDs);
 }
 
 void CRpLink_OnMemVer::Clear()
@@ -323,9 +280,8 @@ void CRpLink_OnMemVer::InsertRec(DWORD btnClassID, DWORD pos, DWORD count,
     DWORD fld = 0;
     if (!fldPos.Find(btnClassID, fld))
         return;
-    if (SCRecPosMap::GetSumOfRecCounts(newRecLists) > newTotal)
-        throw ECAbnormalData(SCKZCoreStrDef::MSG_ABNORMAL_DATASIZE, "Src/CRpLink_OnMemVer",
-                             "NSKZ::NSKZCore::CRpLink_OnMemVer::InsertRec", __LINE__);
+    ProveTotal(newRecLists, newTotal, "Src/CRpLink_OnMemVer", "NSKZ::NSKZCore::CRpLink_OnMemVer::InsertRec",
+               __LINE__);
     CDWORDArray& recArea = recAreaList[fld];
     CRecPosMap& recPositions = recPosList[fld];
     const DWORD oldSize = recArea.GetCount();

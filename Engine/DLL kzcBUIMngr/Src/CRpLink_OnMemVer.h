@@ -3,9 +3,7 @@
 
 #include "CCriticalSection.h"
 #include "CDWORDArray.h"
-#include "CFldPosOfBtnClass.h"
-#include "IRpLink.h"
-#include "SCRecPosMap.h"
+#include "VCRpLink.h"
 
 namespace NSKZ::NSKZCore {
 
@@ -25,8 +23,8 @@ namespace NSKZ::NSKZCore {
 // written.
 //
 // ReadFrom also refuses buttons whose identifiers lie so far apart that the arrays indexed by them would take
-// more than sixteen times the index file and some 12 MB.
-class CRpLink_OnMemVer : public IRpLink
+// more than eleven times the index file and some 8 MB.
+class CRpLink_OnMemVer : public VCRpLink
 {
 public:
     // An empty table.
@@ -40,18 +38,13 @@ public:
     bool InsertFld(DWORD btnClassID) override;
     bool InsertFld(DWORD btnClassID, const TCBtnIDAssArr<SRecordList>& recLists, DWORD total) override;
     bool DeleteFld(DWORD btnClassID) override;
-    bool ExistFld(DWORD btnClassID) const override;
     bool AddRecList(DWORD btnClassID, DWORD btnID, const DWORD* recNumList, DWORD recCount) override;
     bool DeleteRecList(DWORD btnClassID, DWORD btnID, const DWORD* recNumList, DWORD recCount) override;
-    bool DeleteBtn(DWORD btnClassID, DWORD btnID) override;
-    bool SetRecList(DWORD btnClassID, DWORD btnID, const DWORD* recNumList, DWORD recCount) override;
     bool GetRecList(DWORD btnClassID, DWORD btnID, DWORD* recNumList, DWORD& recCount) const override;
     bool GetAllRecList(DWORD btnClassID, TCBtnIDAssArr<SRecordList>& recLists, DWORD* recArea) const override;
-    void ClearOfFixedSpec() override;
+    using VCRpLink::ClearOfFixedSpec;
     bool ClearOfFixedSpec(DWORD btnClassID) override;
-    bool GetRecCount(DWORD btnClassID, DWORD btnID, DWORD& recCount) const override;
     bool GetRecCountOfFld(DWORD btnClassID, DWORD& recCount) const override;
-    void GetBtnClassIDList(std::vector<DWORD>& btnClassIDs) const override;
     void Clear() override;
     void InsertRec(DWORD btnClassID, DWORD pos, DWORD count, const TCBtnIDAssArr<SRecordList>& newRecLists,
                    DWORD newTotal) override;
@@ -66,12 +59,9 @@ public:
 private:
     // Adds a field made ready; false, with nothing changed, if `btnClassID` is no class or has one already.
     bool AppendFld(DWORD btnClassID, CDWORDArray&& recArea, CRecPosMap&& recPositions);
-    // Gives a button the list `newList`; see SetRecList.
-    bool ReplaceRecList(DWORD fld, DWORD btnID, const DWORD* newList, DWORD newCount);
+    bool ReplaceRecList(DWORD fld, DWORD btnID, const DWORD* newList, DWORD newCount) override;
 
-    CFldPosOfBtnClass fldPos;
     std::vector<CDWORDArray> recAreaList; // the record area of each field
-    std::vector<CRecPosMap> recPosList;   // for each field: button to slice of the area
     CCriticalSection lock;                // held by the operations that add and remove fields
 };
 

@@ -10,6 +10,10 @@ struct SRecordPos
 {
     DWORD recPos = 0;   // index in the area of the button's first record
     DWORD recCount = 0; // how many records the button has
+
+    // What stands for no slice: one that would end behind all that a DWORD numbers.
+    static constexpr SRecordPos MakeAbsent() noexcept { return {4294967295, 4294967295}; }
+    constexpr bool IsAbsent() const noexcept { return recPos == 4294967295 && recCount == 4294967295; }
 };
 
 } // namespace NSKZ::NSKZCore

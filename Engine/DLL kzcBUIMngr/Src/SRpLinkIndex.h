@@ -22,8 +22,8 @@ struct SRpLinkIndex
 
     // Reads it, into an object that is new, from a directory that is ready for reading. False too for an
     // index that contradicts itself, slices that are empty or share a cell among them, and for buttons whose
-    // identifiers lie so far apart that the arrays indexed by them would take more than sixteen times the
-    // index file and some 12 MB.
+    // identifiers lie so far apart that the arrays indexed by them would take more than eleven times the
+    // index file and some 8 MB.
     bool Read(const char* dir);
 };
 

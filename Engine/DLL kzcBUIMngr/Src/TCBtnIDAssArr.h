@@ -6,17 +6,55 @@
 #include "SCBUICoreStrDef.h"
 
 #include <algorithm>
+#include <concepts>
 #include <string>
 #include <vector>
 
 namespace NSKZ::NSKZCore {
+
+// A value type that tells by itself where there is no value: T::MakeAbsent() gives what stands for none.
+template <class T>
+concept CTellsAbsence = requires(const T& value)
+{
+    {
+        T::MakeAbsent()
+        } -> std::same_as<T>;
+    {
+        value.IsAbsent()
+        } -> std::same_as<bool>;
+};
+
+// The place of one key in the array below. Where the value tells it, no flag is needed beside.
+template <class T>
+struct TCBtnIDSlot
+{
+    bool IsPresent() const noexcept { return present; }
+    void Remove() noexcept { present = false; }
+    void Put(const T& newValue) noexcept
+    {
+        present = true;
+        value = newValue;
+    }
+
+    bool present = false;
+    T value{};
+};
+template <CTellsAbsence T>
+struct TCBtnIDSlot<T>
+{
+    bool IsPresent() const noexcept { return !value.IsAbsent(); }
+    void Remove() noexcept { value = T::MakeAbsent(); }
+    void Put(const T& newValue) noexcept { value = newValue; }
+
+    T value = T::MakeAbsent();
+};
 
 // Maps button identifiers to values of T through plain arrays: a look-up is a range test and an index, no
 // search and no hash. It stands on the hot paths of the relation.
 //
 // The price is memory: the store of a kind of button is as long as the largest key of that kind it has held.
 // Clear keeps what was allocated, so that one array used again and again allocates nothing. T is copied
-// without throwing.
+// without throwing. Where T tells absence, the value that stands for none is never set.
 //
 // An operation that throws std::bad_alloc has changed nothing.
 template <class T>
@@ -24,11 +62,7 @@ class TCBtnIDAssArr
 {
     using EBtnType = SCBUICoreCom::EBtnType;
 
-    struct SSlot
-    {
-        bool present = false;
-        T value{};
-    };
+    using SSlot = TCBtnIDSlot<T>;
 
 public:
     // Walks the entries: the empty value first, then normal, inc, cll and virtual inc buttons, each by
@@ -88,7 +122,7 @@ public:
             for (;;) {
                 const SSlot* const store = array->GetStore(type, "operator ++");
                 const DWORD size = array->GetStoreSize(type, "operator ++");
-                while (pos < size && !store[pos].present)
+                while (pos < size && !store[pos].IsPresent())
                     ++pos;
                 if (pos < size || type == SCBUICoreCom::BTNTYPE_VIRINC)
                     return;
@@ -139,7 +173,7 @@ public:
         incSlots.clear();
         cllSlots.clear();
         virIncSlots.clear();
-        empValSlot.present = false;
+        empValSlot.Remove();
         entryCount = 0;
     }
 
@@ -205,12 +239,12 @@ public:
     const T* Find(DWORD btnID) const noexcept
     {
         const SSlot* const slot = FindSlot(*this, btnID);
-        return slot != nullptr && slot->present ? &slot->value : nullptr;
+        return slot != nullptr && slot->IsPresent() ? &slot->value : nullptr;
     }
     T* Find(DWORD btnID) noexcept
     {
         SSlot* const slot = FindSlot(*this, btnID);
-        return slot != nullptr && slot->present ? &slot->value : nullptr;
+        return slot != nullptr && slot->IsPresent() ? &slot->value : nullptr;
     }
 
     // Whether a key has an entry.
@@ -220,13 +254,14 @@ public:
     bool ExistOfType(EBtnType type) const noexcept
     {
         const auto holdsEntry = [](const std::vector<SSlot>& slots) {
-            return std::any_of(slots.begin(), slots.end(), [](const SSlot& slot) { return slot.present; });
+            return std::any_of(slots.begin(), slots.end(),
+                               [](const SSlot& slot) { return slot.IsPresent(); });
         };
         switch (type) {
         case SCBUICoreCom::BTNTYPE_NORMAL:
             return holdsEntry(nrmSlots);
         case SCBUICoreCom::BTNTYPE_EMPVAL:
-            return empValSlot.present;
+            return empValSlot.IsPresent();
         case SCBUICoreCom::BTNTYPE_INC:
             return holdsEntry(incSlots);
         case SCBUICoreCom::BTNTYPE_VIRINC:
@@ -241,9 +276,9 @@ public:
     bool Remove(DWORD btnID) noexcept
     {
         SSlot* const slot = FindSlot(*this, btnID);
-        if (slot == nullptr || !slot->present)
+        if (slot == nullptr || !slot->IsPresent())
             return false;
-        slot->present = false;
+        slot->Remove();
         --entryCount;
         return true;
     }
@@ -268,7 +303,7 @@ private:
     template <class TArr, class TVisit>
     static void VisitAll(TArr& arr, TVisit& visit)
     {
-        if (arr.empValSlot.present)
+        if (arr.empValSlot.IsPresent())
             visit(SCBUICoreCom::BTN_ID_EMPVAL, arr.empValSlot.value);
         VisitStore(arr.nrmSlots, SCBUICoreCom::BTN_ID_NRM_BEGIN, visit);
         VisitStore(arr.incSlots, SCBUICoreCom::BTN_ID_INC_BEGIN, visit);
@@ -280,7 +315,7 @@ private:
     {
         DWORD btnID = firstBtnID;
         for (auto& slot : slots) {
-            if (slot.present)
+            if (slot.IsPresent())
                 visit(btnID, slot.value);
             ++btnID;
         }
@@ -294,11 +329,9 @@ private:
 
     void Store(SSlot& slot, const T& value) noexcept
     {
-        if (!slot.present) {
-            slot.present = true;
+        if (!slot.IsPresent())
             ++entryCount;
-        }
-        slot.value = value;
+        slot.Put(value);
     }
 
     // The slot of a key, present or not; null when the key is no button or past the end of its store. The

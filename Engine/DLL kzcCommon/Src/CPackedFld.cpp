@@ -103,9 +103,15 @@ bool FailAsInvalid() noexcept
 
 } // namespace
 
-std::size_t CPackedFld::FindBlock(DWORD pos) const noexcept
+std::size_t CPackedFld::FindBlock(const SCellForm& form, DWORD pos) const noexcept
 {
-    return static_cast<std::size_t>(std::upper_bound(firsts.begin(), firsts.end(), pos) - firsts.begin()) - 1;
+    // Where all blocks are full it is this one, and otherwise none before it.
+    const std::size_t earliest = pos / form.cellsOfBlock;
+    if (earliest + 1 == blocks.size() || (earliest + 1 < blocks.size() && pos < firsts[earliest + 1]))
+        return earliest;
+    const auto behind =
+        std::upper_bound(firsts.begin() + static_cast<std::ptrdiff_t>(earliest), firsts.end(), pos);
+    return static_cast<std::size_t>(behind - firsts.begin()) - 1;
 }
 
 CPackedFld::SChange CPackedFld::Prepare(const SCellForm& form, DWORD pos, DWORD oldCount, DWORD newCount,
@@ -122,8 +128,8 @@ CPackedFld::SChange CPackedFld::Prepare(const SCellForm& form, DWORD pos, DWORD 
     DWORD keptBegin = pos;
     DWORD keptEnd = behindOld;
     if (!blocks.empty()) {
-        change.blockBegin = FindBlock(std::min(pos, count - 1));
-        change.blockEnd = FindBlock(oldCount != 0 ? behindOld - 1 : std::min(pos, count - 1)) + 1;
+        change.blockBegin = FindBlock(form, std::min(pos, count - 1));
+        change.blockEnd = FindBlock(form, oldCount != 0 ? behindOld - 1 : std::min(pos, count - 1)) + 1;
         keptBegin = firsts[change.blockBegin];
         keptEnd = GetEnd(change.blockEnd - 1);
         // A small block is joined to a neighbour, so that there are never many of them.
@@ -183,7 +189,7 @@ void CPackedFld::Read(const SCellForm& form, DWORD pos, DWORD readCount, DWORD* 
 {
     if (readCount == 0)
         return;
-    for (std::size_t block = FindBlock(pos); readCount != 0; ++block) {
+    for (std::size_t block = FindBlock(form, pos); readCount != 0; ++block) {
         const DWORD taken = std::min(readCount, GetEnd(block) - pos);
         blocks[block].Read(form, pos - firsts[block], taken, cells);
         pos += taken;
@@ -198,7 +204,7 @@ bool CPackedFld::ReadListed(const SCellForm& form, const DWORD* positions, DWORD
     for (DWORD done = 0; done < listCount;) {
         if (positions[done] >= count)
             return false;
-        const std::size_t block = FindBlock(positions[done]);
+        const std::size_t block = FindBlock(form, positions[done]);
         done +=
             blocks[block].ReadListed(form, firsts[block], positions + done, listCount - done, cells + done);
     }

@@ -51,7 +51,7 @@ public:
 
 private:
     // The block that holds a cell that is there.
-    std::size_t FindBlock(DWORD pos) const noexcept;
+    std::size_t FindBlock(const SCellForm& form, DWORD pos) const noexcept;
     DWORD GetEnd(std::size_t block) const noexcept { return firsts[block] + blocks[block].GetCount(); }
 
     std::vector<CCellBlock> blocks; // none is empty
