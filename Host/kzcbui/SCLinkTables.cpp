@@ -28,9 +28,4 @@ bool SCLinkTables::ReadName(const std::string& name, SCBUICoreCom::ELinkTableVer
     return true;
 }
 
-std::string SCLinkTables::DescribeLack(SCBUICoreCom::ELinkTableVerType version)
-{
-    return "This engine has no " + GetName(version) + " link tables.";
-}
-
 } // namespace NSKZ::Host

@@ -18,8 +18,6 @@ public:
     static const std::string& GetName(NSKZCore::SCBUICoreCom::ELinkTableVerType version);
     // False, with `version` untouched, for any other word.
     static bool ReadName(const std::string& name, NSKZCore::SCBUICoreCom::ELinkTableVerType& version);
-    // That the engine has no tables of this version, as a sentence.
-    static std::string DescribeLack(NSKZCore::SCBUICoreCom::ELinkTableVerType version);
 };
 
 } // namespace NSKZ::Host

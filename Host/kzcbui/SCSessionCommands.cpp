@@ -5,7 +5,6 @@
 #include "CTextOutput.h"
 #include "CWorkspace.h"
 #include "ECCommandError.h"
-#include "ECInaccurateCode.h"
 #include "SCLinkTables.h"
 #include "SCommandContext.h"
 
@@ -110,8 +109,6 @@ CAnswer RunLinkTables(SCommandContext& context, const CCommandArgs& args)
                 env.ChangeVersionTypeOfBnLink(version);
             if (only != NAME_OF_BNLINK)
                 env.ChangeVersionTypeOfRpLink(version);
-        } catch (const NSKZCore::ECInaccurateCode&) {
-            throw ECCommandError(SCLinkTables::DescribeLack(version));
         } catch (const std::bad_alloc&) {
             // The first one may have changed already. Either version answers the same.
             if (env.GetVersionTypeOfBnLink() != former) {

@@ -539,6 +539,25 @@ TEST_P(CBUIDataMngr_SourceChangeRowsTest, RowsOfSpecialButtonsGrowByTheRecordsOf
     EXPECT_EQ(Recs(SHOP, nested), Union(Shops(0, 840)));
 }
 
+TEST_P(CBUIDataMngr_SourceChangeRowsTest, RowsGoOneByOneAndTakeNoOtherListsWithThem)
+{
+    const DWORD low = Create(SHOP, INC_TYPE, Shops(0, 500));
+    InsertShops(0); // the list of the new shop comes behind the row
+    Create(SHOP, CLL_TYPE, Shops(400, 500));
+    Create(SHOP, INC_TYPE, Shops(100, 450));
+    CSavedEnv saved;
+    ASSERT_TRUE(saved.Save(env));
+    const std::string before = Picture();
+    CBUIDataMngr restored(1, GetParam(), GetParam(), table, &sums);
+    ASSERT_EQ(saved.LoadCommon(restored, table.GetRecCount()), CXMLReader::READXML_OK);
+    EXPECT_EQ(restored.GetRecCountOfSrcData(), env.GetRecCountOfSrcData());
+    ASSERT_EQ(saved.LoadFixed(restored), CXMLReader::READXML_OK);
+    EXPECT_EQ(CEnvPicture::ByIDs(restored), before);
+    EXPECT_EQ(Recs(SHOP, low), Union(Shops(0, 500)));
+    env.ClearOfFixedSpec();
+    ExpectAsBuiltAnew();
+}
+
 TEST_P(CBUIDataMngr_SourceChangeRowsTest, RowsOfVirtualItemsGrowWithTheItemsTheyReferTo)
 {
     const DWORD virtualItem = CreateVirClass();

@@ -139,6 +139,7 @@ void CBUIDataMngr::ClearOfFixedSpec()
         std::vector<DWORD> fixedIDs;
         for (auto fixedOne = fixedOnes; fixedOne != btnClasses.end(); ++fixedOne)
             fixedIDs.push_back(fixedOne->first);
+        DropRowsOfSpBtns();
         rpLink->ClearOfFixedSpec();
         rpLink->DeleteFlds(fixedIDs);
     } catch (...) { // some classes may have lost their rows
@@ -158,6 +159,26 @@ void CBUIDataMngr::ClearOfFixedSpec()
     ClearLimitedRecList();
     sumValueCacheMngr->ClearSumValueCache();
     undoStack.clear();
+}
+
+// Row by row, so that the table has none left to clear at once: the memory-saving one would take other lists
+// with them (Doc/known-traits.md).
+void CBUIDataMngr::DropRowsOfSpBtns()
+{
+    std::vector<DWORD> btnClassIDs;
+    rpLink->GetBtnClassIDList(btnClassIDs);
+    std::vector<DWORD> recArea;
+    TCBtnIDAssArr<SRecordList> recLists;
+    for (const DWORD btnClassID : btnClassIDs) {
+        DWORD recCountOfFld = 0;
+        rpLink->GetRecCountOfFld(btnClassID, recCountOfFld);
+        recArea.resize(recCountOfFld);
+        rpLink->GetAllRecList(btnClassID, recLists, recArea.data());
+        recLists.ForEach([&](DWORD btnID, const SRecordList&) {
+            if (SCBUICoreCom::IsIncBtn(btnID) || SCBUICoreCom::IsCllBtn(btnID))
+                rpLink->DeleteBtn(btnClassID, btnID);
+        });
+    }
 }
 
 bool CBUIDataMngr::CreateBnLink(SCBUICoreCom::ELinkTableVerType verType)

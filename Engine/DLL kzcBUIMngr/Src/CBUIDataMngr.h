@@ -715,6 +715,7 @@ private:
     void Clear();
     bool CreateBnLink(SCBUICoreCom::ELinkTableVerType verType);
     bool CreateRpLink(SCBUICoreCom::ELinkTableVerType verType);
+    void DropRowsOfSpBtns();
     // Carry the content of a table of another version: all fields of the first; the columns of effective
     // classes, up to the first that is not to be had, of the second. False for null; a table of the same
     // version is not carried, and one that there is not is made empty in the version of the other.

@@ -496,7 +496,7 @@ void CBUIDataMngr::DropFldsWithoutBtnClass()
     std::erase_if(btnClassIDs, [this](DWORD btnClassID) { return ExistBtnClass(btnClassID); });
     rpLink->DeleteFlds(btnClassIDs);
     // Rows of special buttons are made anew: they may be those of other members.
-    rpLink->ClearOfFixedSpec();
+    DropRowsOfSpBtns();
     for (const auto& [btnClassID, btnClass] : btnClasses) {
         if (SCBUICoreCom::IsVirBtnClass(btnClassID))
             rpLink->ClearFld(btnClassID);
