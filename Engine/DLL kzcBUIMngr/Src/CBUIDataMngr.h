@@ -576,8 +576,8 @@ public:
     // If memory is exhausted in a change of records the environment is as it was before; where there is not
     // even memory to go back, or records have left one table but not the other, the link tables are lost as
     // in a restoring (GetRecCountOfSrcData() is 0, no button has a record) and AdjstAccordingToInsertRec(0,
-    // all) builds them again. In a change of fields the fields before the one at which it happened are
-    // followed, as the entry in the history tells.
+    // all) builds them again; if there is no memory at all the environment is left empty. In a change of
+    // fields the fields before the one at which it happened are followed, as the entry in the history tells.
 
     // `recCountOfChange` records were inserted before record `startRec`, or behind all others if that is not
     // less than the number of records. Their values are read from the source table. False, with nothing

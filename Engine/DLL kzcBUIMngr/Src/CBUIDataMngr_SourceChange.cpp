@@ -65,7 +65,8 @@ bool IsKnownOpeType(unsigned int opeType)
 class CBUIDataMngr::CNewUndoEntry
 {
 public:
-    CNewUndoEntry(CBUIDataMngr& env, ESrcDataOpeType opeType) : stack(env.undoStack)
+    CNewUndoEntry(CBUIDataMngr& env, ESrcDataOpeType opeType)
+        : stack(env.undoStack), sizeBefore(env.undoStack.size())
     {
         SSrcDataUndo entry;
         entry.opeType = opeType;
@@ -74,7 +75,7 @@ public:
     }
     ~CNewUndoEntry()
     {
-        if (!isKept)
+        if (!isKept && stack.size() > sizeBefore) // it may have gone with the whole environment
             stack.pop_back();
     }
     CNewUndoEntry(const CNewUndoEntry&) = delete;
@@ -96,6 +97,7 @@ public:
 
 private:
     std::deque<SSrcDataUndo>& stack;
+    std::size_t sizeBefore;
     bool isKept = false;
 };
 
@@ -216,7 +218,9 @@ void CBUIDataMngr::LoseLinkTablesOrAll() noexcept
         sumValueCacheMngr->ClearSumValueCache();
         ClearAllBtnSelections(true);
     } catch (...) {
+        const DWORD keptID = id;
         ClearButCollaborators();
+        id = keptID;
     }
 }
 
