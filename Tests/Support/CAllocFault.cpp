@@ -11,6 +11,7 @@ using NSKZ::NSKZCore::SCMemory;
 
 thread_local std::size_t allocCount = 0;
 thread_local std::size_t failingAlloc = 0; // 0: none
+thread_local bool failsOn = false;         // all behind it fail too
 thread_local bool hasFailed = false;
 thread_local std::size_t largestSize = 0;
 thread_local std::ptrdiff_t liveBlockCount = 0;
@@ -19,7 +20,8 @@ bool IsToFail(std::size_t size) noexcept
 {
     ++allocCount;
     largestSize = std::max(largestSize, size);
-    if (allocCount != failingAlloc)
+    const bool isBehind = failsOn && failingAlloc != 0 && allocCount > failingAlloc;
+    if (allocCount != failingAlloc && !isBehind)
         return false;
     hasFailed = true;
     return true;
@@ -151,10 +153,17 @@ CAllocFault::~CAllocFault()
 
 void CAllocFault::Arm(std::size_t nth) noexcept
 {
+    failsOn = false;
     allocCount = 0;
     largestSize = 0;
     hasFailed = false;
     failingAlloc = nth;
+}
+
+void CAllocFault::ArmFrom(std::size_t nth) noexcept
+{
+    Arm(nth);
+    failsOn = true;
 }
 
 bool CAllocFault::Disarm() noexcept

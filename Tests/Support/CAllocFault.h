@@ -21,6 +21,8 @@ public:
     // The `nth` allocation from now on, counted from 1, fails, and no other. The count of allocations starts
     // at 0.
     void Arm(std::size_t nth) noexcept;
+    // The same, and every one behind it fails too.
+    void ArmFrom(std::size_t nth) noexcept;
     // No allocation fails. Returns whether one had.
     bool Disarm() noexcept;
     // How many allocations and reallocations there have been since the last Arm or the start.

@@ -16,6 +16,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <functional>
 #include <numeric>
 
 using namespace NSKZ::NSKZCore;
@@ -1259,6 +1260,112 @@ TEST_P(CBUIDataMngr_SourceChangeTest, AnInsertionWithoutMemoryLeavesTheEnvironme
         EXPECT_EQ(Picture(), before);
     });
     EXPECT_GT(atOnce, 20u);
+}
+
+// What an environment is after an operation that memory ended: whatever has become of it, it can be used.
+void ExpectToBeOfUse(CProbeEnv& env, const CSourceDataMngr& table)
+{
+    if (env.GetRecCountOfSrcData() == 0 && table.GetRecCount() != 0) { // the tables are lost, or all is
+        EXPECT_TRUE(env.AdjstAccordingToInsertRec(0, table.GetRecCount()));
+    }
+    List recs(env.GetRecCountOfSrcData() + std::size_t{1}, 4711);
+    DWORD count = 0;
+    env.GetTargetRecList(recs.data(), count);
+    EXPECT_LE(count, env.GetRecCountOfSrcData());
+    EXPECT_EQ(recs.back(), 4711u);
+    env.ClearAllBtnSelections(true);
+    List classIDs;
+    env.GetAllBtnClassIDList(classIDs, false);
+    for (const DWORD btnClassID : classIDs) {
+        List btnIDs;
+        env.GetAllBtnIDListOfBtnClass(btnClassID, btnIDs, false);
+        for (const DWORD btnID : btnIDs)
+            env.SelectTheBtn(btnClassID, btnID, true);
+        env.ClearAllBtnSelections(true);
+    }
+    CEnvPicture::ByIDs(env);
+}
+
+TEST_P(CBUIDataMngr_SourceChangeTest, MemoryThatIsExhaustedForGoodLeavesAnEnvironmentThatCanBeUsed)
+{
+    using Operation = std::function<void(CProbeEnv&)>;
+    const CSourceDataMngr former(CopyOfTable());
+    const Operation insert = [](CProbeEnv& changed) { changed.AdjstAccordingToInsertRec(1, 2); };
+    const Operation remove = [](CProbeEnv& changed) { changed.AdjstAccordingToDeleteRec(1, 3); };
+    const Operation data = [](CProbeEnv& changed) {
+        changed.AdjstAccordingToChangeFldData(&KIND, 1, nullptr);
+    };
+    const Operation fields = [](CProbeEnv& changed) { changed.AdjstAccordingToDeleteFld(&KIND, 1); };
+    const Operation types = [](CProbeEnv& changed) {
+        changed.AdjstAccordingToChangeFldDataSpec(&AMOUNT, 1, nullptr);
+    };
+    const Operation undo = [](CProbeEnv& changed) { changed.AdjstAccordingToUndoOpeOfTheSrcData(); };
+    const Operation clear = [](CProbeEnv& changed) { changed.ClearUndoOfTheSrcData(); };
+    struct SCase
+    {
+        std::vector<Operation> before; // without a failure
+        Operation failing;
+        DWORD inserted = 0; // records that come to the table for it
+        DWORD deleted = 0;
+        DWORD fieldOut = 0;
+        bool typeChanges = false;
+    };
+    const std::vector<SCase> cases = {{{}, insert, 2},
+                                      {{}, remove, 0, 3},
+                                      {{}, data},
+                                      {{}, fields, 0, 0, KIND},
+                                      {{}, types, 0, 0, 0, true},
+                                      {{fields}, undo},
+                                      {{fields}, clear, 0, 0, KIND},
+                                      {{types}, undo}};
+    for (std::size_t number = 0; number < cases.size(); ++number) {
+        const SCase& tried = cases[number];
+        for (const bool forGood : {false, true}) {
+            for (std::size_t nth = 1;; ++nth) {
+                SCOPED_TRACE(testing::Message() << "case " << number << ", allocation " << nth);
+                PutBack(former);
+                CProbeEnv changed(3, GetParam(), GetParam(), table, &sums, nullptr);
+                DWORD made = 0;
+                const List members{A, C};
+                changed.CreateSpBtn(made, SHOP, INC_TYPE, "special", SELECT, &members, nullptr);
+                DWORD virtualItem = 0;
+                changed.CreateVirBtnClass("virtual", false, virtualItem);
+                changed.CreateSpBtn(made, virtualItem, SCBUICoreCom::BTNTYPE_VIRINC, "over", SELECT, &members,
+                                    nullptr, KIND);
+                const List limited{0, 1, 2, 4, 5};
+                changed.SetLimitedRecList(limited.data(), 5);
+                changed.SelectTheBtn(KIND, X, true);
+                changed.SelectTheBtn(SHOP, B, true);
+                if (tried.typeChanges || (!tried.before.empty() && number == 7))
+                    SetType(AMOUNT, TEXT);
+                for (const Operation& operation : tried.before)
+                    operation(changed);
+                if (number == 7)
+                    SetType(AMOUNT, NUM);
+                if (tried.inserted != 0)
+                    InsertRows(1, std::vector<Texts>(tried.inserted, {"N", "n", "100", "2026-09-09"}));
+                if (tried.deleted != 0)
+                    DeleteRows(1, tried.deleted);
+                if (tried.fieldOut != 0) {
+                    table.DeleteFld(tried.fieldOut);
+                    sums.Refresh();
+                }
+                CAllocFault fault;
+                if (forGood)
+                    fault.ArmFrom(nth);
+                else
+                    fault.Arm(nth);
+                try {
+                    tried.failing(changed);
+                } catch (const std::bad_alloc&) {
+                }
+                const bool hasFailed = fault.Disarm();
+                ExpectToBeOfUse(changed, table);
+                if (!hasFailed || HasFatalFailure())
+                    break;
+            }
+        }
+    }
 }
 
 constexpr SCBUICoreCom::ELinkTableVerType VERSIONS[] = {SCBUICoreCom::LINKTBLVERTYPE_ONMEM,

@@ -573,11 +573,12 @@ public:
     // not in it. Each operation that does its work adds an entry to the history, from which it can be taken
     // back.
     //
-    // If memory is exhausted in a change of records the environment is as it was before; where there is not
-    // even memory to go back, or records have left one table but not the other, the link tables are lost as
-    // in a restoring (GetRecCountOfSrcData() is 0, no button has a record) and AdjstAccordingToInsertRec(0,
-    // all) builds them again; if there is no memory at all the environment is left empty. In a change of
-    // fields the fields before the one at which it happened are followed, as the entry in the history tells.
+    // If memory is exhausted in a change of records the environment is as it was before, or the change is
+    // done, with its entry in the history, and ClearAllBtnSelections(true) brings the display up to date.
+    // Where there is not even memory to go back or on, the link tables are lost as in a restoring
+    // (GetRecCountOfSrcData() is 0, no button has a record) and AdjstAccordingToInsertRec(0, all) builds them
+    // again; where there is none at all the environment is left empty. In a change of fields the fields
+    // before the one at which it happened are followed, as the entry in the history tells.
 
     // `recCountOfChange` records were inserted before record `startRec`, or behind all others if that is not
     // less than the number of records. Their values are read from the source table. False, with nothing
@@ -872,6 +873,7 @@ private:
     void PutBtnClassBackIntoFld(DWORD fldID, DWORD btnClassID);
     bool HasButtonInEachRec(DWORD btnClassID) const;
     void ReadBtnClassAnew(VCBtnClass& btnClass, DWORD fldID);
+    void LetLevelsGo() noexcept;
     void LetLimitationFollowInsertion(DWORD startRec, DWORD count) noexcept;
     void LetLimitationFollowDeletion(DWORD startRec, DWORD count) noexcept;
     void UndoOpeOfTheSrcData(const SSrcDataUndo& undone);

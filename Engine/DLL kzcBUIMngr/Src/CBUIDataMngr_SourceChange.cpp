@@ -180,6 +180,14 @@ void CBUIDataMngr::BuildOutdatedRows()
     VCBtnClass::BuildOutdatedRows(classesWithSpBtns);
 }
 
+// What is left of the selection is cleared by the closing; levels and pair name records and buttons of
+// before.
+void CBUIDataMngr::LetLevelsGo() noexcept
+{
+    ClearHierInfo();
+    ClearDiffInfo();
+}
+
 void CBUIDataMngr::LetLimitationFollowInsertion(DWORD startRec, DWORD count) noexcept
 {
     RenumberAfterInsertion(limitedRecList.get(), limitedRecCount, startRec, count);
@@ -281,6 +289,7 @@ bool CBUIDataMngr::FollowInsertedRecs(DWORD startRec, DWORD count, const std::se
     }
     recCount += count;
     LetLimitationFollowInsertion(startRec, count);
+    LetLevelsGo();
     return isRead;
 }
 
@@ -456,12 +465,22 @@ void CBUIDataMngr::FollowDeletedRecs(DWORD startRec, DWORD count)
     rpLink->DeleteRec(startRec, count); // if this fails nothing has changed
     try {
         bnLink->DeleteRec(startRec, count);
-        recCount -= count;
-        LetLimitationFollowDeletion(startRec, count);
-        LetBtnClassesFollowDeletion(startRec);
     } catch (...) {
         LoseLinkTablesOrAll();
         throw;
+    }
+    recCount -= count;
+    LetLimitationFollowDeletion(startRec, count);
+    LetLevelsGo();
+    try {
+        LetBtnClassesFollowDeletion(startRec);
+    } catch (...) {
+        try {
+            LetBtnClassesFollowDeletion(startRec); // there may be memory again: it goes on where it was
+        } catch (...) {
+            LoseLinkTablesOrAll();
+            throw;
+        }
     }
 }
 
