@@ -1262,6 +1262,37 @@ TEST_P(CBUIDataMngr_SourceChangeTest, AnInsertionWithoutMemoryLeavesTheEnvironme
     EXPECT_GT(atOnce, 20u);
 }
 
+TEST_P(CBUIDataMngr_SourceChangeTest, ADataChangeThatMemoryEndsHalfWayIsTakenBackWithItsLimitation)
+{
+    Limit({0, 1, 4});
+    env.SelectTheBtn(SHOP, C, true);
+    const std::string before = Picture();
+    const CSourceDataMngr former(CopyOfTable());
+    SetData(KIND, {"y", "y", "y", "y", "new", "y"});
+    const CSourceDataMngr latter(CopyOfTable());
+    DWORD halfWay = 0;
+    CAllocFault fault;
+    fault.FailEachInTurn([&](auto&& attempt) {
+        PutBack(latter);
+        const bool isDone = attempt([&] { env.AdjstAccordingToChangeFldData(&KIND, 1, nullptr); });
+        halfWay += !isDone && env.GetRecCountOfSrcData() == 0 ? 1 : 0;
+        if (halfWay != 0 && env.GetRecCountOfSrcData() == 0)
+            EXPECT_FALSE(env.IsRecListLimitationExecuted());
+        PutBack(former);
+        while (env.GetUndoOpeCountOfTheSrcData() != 0)
+            env.AdjstAccordingToUndoOpeOfTheSrcData();
+        if (env.GetRecCountOfSrcData() == 0) // the tables are lost
+            env.AdjstAccordingToInsertRec(0, 6);
+        env.ClearUndoOfTheSrcData();
+        if (!env.IsRecListLimitationExecuted())
+            Limit({0, 1, 4});
+        env.ClearAllBtnSelections(true);
+        env.SelectTheBtn(SHOP, C, true);
+        EXPECT_EQ(Picture(), before);
+    });
+    EXPECT_GT(halfWay, 10u);
+}
+
 // What an environment is after an operation that memory ended: whatever has become of it, it can be used.
 void ExpectToBeOfUse(CProbeEnv& env, const CSourceDataMngr& table)
 {

@@ -297,16 +297,21 @@ void CBUIDataMngr::TellLimitationToBtns(const BtnIDsOfClasses& reached)
         VCBtnClass::ResetLiveMemberInfoOfAllSpBtns(classesWithSpBtns);
     } catch (...) {
         // A limitation that is not told to all special buttons would hide what it must not.
-        DropLimitedRecList();
-        SetVisibleInfoBasedOnLimitedRecListOfAllBtns(true);
-        bool hasChanged = true;
-        for (std::size_t round = 0; hasChanged && round <= btnClasses.size(); ++round) {
-            hasChanged = false;
-            for (const auto& [btnClassID, btnClass] : btnClasses)
-                hasChanged = btnClass->ResetLiveMemberInfoOfAllSpBtnsWithoutMemory() || hasChanged;
-        }
+        DropLimitationWithoutMemory();
         sumValueCacheMngr->ClearSumValueCache();
         throw;
+    }
+}
+
+void CBUIDataMngr::DropLimitationWithoutMemory() noexcept
+{
+    DropLimitedRecList();
+    SetVisibleInfoBasedOnLimitedRecListOfAllBtns(true);
+    bool hasChanged = true;
+    for (std::size_t round = 0; hasChanged && round <= btnClasses.size(); ++round) {
+        hasChanged = false;
+        for (const auto& [btnClassID, btnClass] : btnClasses)
+            hasChanged = btnClass->ResetLiveMemberInfoOfAllSpBtnsWithoutMemory() || hasChanged;
     }
 }
 

@@ -594,7 +594,9 @@ public:
     // The data of fields has changed: all records of all fields are read again, which takes two entries in
     // the history, the deletion of all records and the insertion of all. The limitation stays. Which fields
     // it are does not matter but for `count`: with 0 nothing is done. `progressStatus` may be null; it is
-    // told the way, and cannot cancel. False as AdjstAccordingToInsertRec.
+    // told the way, and cannot cancel. False as AdjstAccordingToInsertRec. If the insertion fails as a whole
+    // or memory is exhausted in it there is no record and no limitation: taking the deletion back brings
+    // both.
     bool AdjstAccordingToChangeFldData(const DWORD* fldIDs, unsigned int count,
                                        CProgressStatus* progressStatus);
     // Fields were inserted: each gets a class, as in a build. Returns what the build did; with
@@ -835,7 +837,21 @@ private:
 
     // Following the source data
     class CNewUndoEntry;
-    class CDeferredRows;
+    // While it lives no rows of special buttons are made: they would be made of tables of which some have
+    // followed a change and others not.
+    class CDeferredRows
+    {
+    public:
+        explicit CDeferredRows(CBUIDataMngr& envToFollow);
+        ~CDeferredRows();
+        CDeferredRows(const CDeferredRows&) = delete;
+        CDeferredRows& operator=(const CDeferredRows&) = delete;
+
+    private:
+        void Defer(bool deferred) noexcept;
+
+        CBUIDataMngr& env;
+    };
     class CRatioOfSteps;
     using RecListsOfBtns = std::map<DWORD, std::vector<DWORD>>;
     using RecListsOfBtnClasses = std::map<DWORD, RecListsOfBtns>;
@@ -948,6 +964,7 @@ private:
     // `reached`: the buttons of the limited records, if there is a limitation.
     void ResetVisibleInfoBasedOnLimitedRecListOfAllBtns(const BtnIDsOfClasses& reached);
     void DropLimitedRecList() noexcept;
+    void DropLimitationWithoutMemory() noexcept;
     void AdjstToLimitation(const BtnIDsOfClasses& reached);
     // The part of it that concerns the buttons alone.
     void TellLimitationToBtns(const BtnIDsOfClasses& reached);
