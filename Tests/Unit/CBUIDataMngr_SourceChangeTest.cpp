@@ -1276,8 +1276,9 @@ TEST_P(CBUIDataMngr_SourceChangeTest, ADataChangeThatMemoryEndsHalfWayIsTakenBac
         PutBack(latter);
         const bool isDone = attempt([&] { env.AdjstAccordingToChangeFldData(&KIND, 1, nullptr); });
         halfWay += !isDone && env.GetRecCountOfSrcData() == 0 ? 1 : 0;
-        if (halfWay != 0 && env.GetRecCountOfSrcData() == 0)
+        if (env.GetRecCountOfSrcData() == 0) {
             EXPECT_FALSE(env.IsRecListLimitationExecuted());
+        }
         PutBack(former);
         while (env.GetUndoOpeCountOfTheSrcData() != 0)
             env.AdjstAccordingToUndoOpeOfTheSrcData();

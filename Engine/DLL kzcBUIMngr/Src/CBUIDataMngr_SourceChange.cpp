@@ -490,33 +490,32 @@ bool CBUIDataMngr::ReadAllRecsAnew(CProgressStatus* progressStatus)
     // The records are the same, and so is the limitation.
     const bool wasLimited = recListLimited;
     std::vector<DWORD> limitedRecs(limitedRecList.get(), limitedRecList.get() + limitedRecCount);
-    if (!AdjstAccordingToDeleteRec(0, recCount))
-        return false;
     const std::size_t entryCount = undoStack.size();
-    undoStack.back().isOfDataChange = true;
-    const auto isInserted = [&] { return undoStack.size() > entryCount; };
-    // What cannot be in force now comes back when the deletion is taken back.
-    const auto keepLimitationInEntry = [&]() noexcept {
-        if (!wasLimited || undoStack.size() < entryCount)
+    // What cannot be in force where the insertion is missing comes back when the deletion is taken back.
+    const auto endHalfWay = [&]() noexcept {
+        for (std::size_t entry = entryCount; entry < undoStack.size(); ++entry)
+            undoStack[entry].isOfDataChange = true;
+        if (!wasLimited || undoStack.size() <= entryCount)
             return;
-        undoStack[entryCount - 1].hasLimitation = true;
-        undoStack[entryCount - 1].limitedRecs = std::move(limitedRecs);
+        undoStack[entryCount].hasLimitation = true;
+        undoStack[entryCount].limitedRecs = std::move(limitedRecs);
         DropLimitationWithoutMemory();
     };
     try {
+        if (!AdjstAccordingToDeleteRec(0, recCount))
+            return false;
         const bool isRead = AdjstAccordingToInsertRec(0, srcDataMngr->GetRecCount(), {}, progressStatus);
-        if (!isInserted()) {
-            keepLimitationInEntry();
+        if (undoStack.size() == entryCount + 1) {
+            endHalfWay();
             return false;
         }
-        undoStack.back().isOfDataChange = true;
+        undoStack[entryCount].isOfDataChange = true;
+        undoStack[entryCount + 1].isOfDataChange = true;
         if (wasLimited && !limitedRecs.empty())
             SetLimitedRecList(limitedRecs.data(), static_cast<DWORD>(limitedRecs.size()));
         return isRead;
     } catch (...) {
-        if (isInserted())
-            undoStack.back().isOfDataChange = true;
-        keepLimitationInEntry();
+        endHalfWay();
         throw;
     }
 }
