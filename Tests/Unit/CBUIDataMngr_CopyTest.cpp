@@ -335,6 +335,44 @@ TEST_F(CBUIDataMngr_CopyTest, TablesThatDoNotFitTheCopyAreDropped)
     EXPECT_EQ(Picture(target), Picture(*source));
 }
 
+TEST_F(CBUIDataMngr_CopyTest, WhatTablesHoldOfStrangersDoesNotKeepNewFieldsOut)
+{
+    CSourceDataMngr two(MakeTable({{"shop", TEXT, {"A", "B"}}, {"kind", TEXT, {"x", "y"}}}));
+    const CSourceDataMngr five(MakeTable({{"1", TEXT, {"A", "B"}},
+                                          {"2", TEXT, {"x", "y"}},
+                                          {"3", TEXT, {"1", "2"}},
+                                          {"4", TEXT, {"1", "2"}},
+                                          {"5", TEXT, {"1", "2"}}}));
+    const CBUIDataMngr ofTwo(1, ON_MEM, ON_MEM, two, nullptr, nullptr);
+    CBUIDataMngr target(2, ON_MEM, ON_MEM, five, nullptr, nullptr);
+    ASSERT_TRUE(target.Copy(ofTwo, &two, nullptr));
+    CSourceDataMngr::SFldInfo info;
+    CFldValueList values;
+    values.Append("p");
+    values.Append("q");
+    DWORD fldID = 0;
+    ASSERT_TRUE(two.AddFld(info, std::move(values), fldID));
+    EXPECT_EQ(target.AdjstAccordingToInsertFld(&fldID, 1, nullptr), CBUIDataMngr::CREATESRC_OK);
+    DWORD btnClassID = 0;
+    ASSERT_TRUE(target.GetBtnClassID(fldID, btnClassID));
+    List recs(2);
+    DWORD count = 0;
+    ASSERT_TRUE(target.GetRecListThatRelatesToBtn(btnClassID, 3, recs.data(), count));
+    EXPECT_EQ(count, 1u);
+    EXPECT_EQ(recs[0], 1u);
+}
+
+TEST_F(CBUIDataMngr_CopyTest, RecordsThatComeToACopyWithoutItsTablesAreRefused)
+{
+    const std::unique_ptr<CBUIDataMngr> copy = MakeEmpty(table, sums);
+    ASSERT_TRUE(copy->Copy(*source, &table, &sums));
+    EXPECT_FALSE(copy->AdjstAccordingToInsertRec(0, 1));
+    EXPECT_FALSE(copy->AdjstAccordingToDeleteRec(0, 1));
+    EXPECT_EQ(copy->GetRecCountOfSrcData(), 6u);
+    ASSERT_TRUE(copy->CopyLinkTables(*source));
+    EXPECT_TRUE(copy->AdjstAccordingToDeleteRec(0, 1));
+}
+
 TEST_F(CBUIDataMngr_CopyTest, TablesOfOtherRecordsOrButtonsAreRefused)
 {
     const CSourceDataMngr other(MakeTable({{"shop", TEXT, {"1", "2", "3", "4", "5", "6"}}}));

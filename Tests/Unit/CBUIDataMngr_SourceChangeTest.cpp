@@ -1333,6 +1333,12 @@ TEST_P(CBUIDataMngr_SourceChangeTest, MemoryThatIsExhaustedForGoodLeavesAnEnviro
     };
     const Operation undo = [](CProbeEnv& changed) { changed.AdjstAccordingToUndoOpeOfTheSrcData(); };
     const Operation clear = [](CProbeEnv& changed) { changed.ClearUndoOfTheSrcData(); };
+    DWORD color = 0;
+    const Operation insertedField = [&](CProbeEnv& changed) {
+        changed.AdjstAccordingToInsertFld(&color, 1, nullptr);
+    };
+    const Operation forms = [](CProbeEnv& changed) { changed.AdjstAccordingToChangeFldDataForm(&DAY, 1); };
+    const Operation criteria = [](CProbeEnv& changed) { changed.AdjstAccordingToChangeDateCriterionInfo(); };
     struct SCase
     {
         std::vector<Operation> before; // without a failure
@@ -1341,6 +1347,7 @@ TEST_P(CBUIDataMngr_SourceChangeTest, MemoryThatIsExhaustedForGoodLeavesAnEnviro
         DWORD deleted = 0;
         DWORD fieldOut = 0;
         bool typeChanges = false;
+        bool hasNewField = false;
     };
     const std::vector<SCase> cases = {{{}, insert, 2},
                                       {{}, remove, 0, 3},
@@ -1349,7 +1356,12 @@ TEST_P(CBUIDataMngr_SourceChangeTest, MemoryThatIsExhaustedForGoodLeavesAnEnviro
                                       {{}, types, 0, 0, 0, true},
                                       {{fields}, undo},
                                       {{fields}, clear, 0, 0, KIND},
-                                      {{types}, undo}};
+                                      {{types}, undo},
+                                      {{}, insertedField, 0, 0, 0, false, true},
+                                      {{}, forms},
+                                      {{}, criteria},
+                                      {{remove}, undo},
+                                      {{insert}, undo}};
     for (std::size_t number = 0; number < cases.size(); ++number) {
         const SCase& tried = cases[number];
         for (const bool forGood : {false, true}) {
@@ -1368,6 +1380,9 @@ TEST_P(CBUIDataMngr_SourceChangeTest, MemoryThatIsExhaustedForGoodLeavesAnEnviro
                 changed.SetLimitedRecList(limited.data(), 5);
                 changed.SelectTheBtn(KIND, X, true);
                 changed.SelectTheBtn(SHOP, B, true);
+                changed.SetDispFormOfDateBtnClass(DAY, MakeDateForm(5, 0, 0, "{m}"));
+                if (tried.hasNewField)
+                    color = AddField("color", TEXT, Texts(6, "r"));
                 if (tried.typeChanges || (!tried.before.empty() && number == 7))
                     SetType(AMOUNT, TEXT);
                 for (const Operation& operation : tried.before)

@@ -11,6 +11,7 @@
 #include "INumCnd.h"
 #include "SCBUICoreStrDef.h"
 #include "SCKZCoreCom.h"
+#include "SCRecLists.h"
 #include "VCSrcBtnClass.h"
 
 #include <algorithm>
@@ -165,20 +166,12 @@ void CBUIDataMngr::ClearOfFixedSpec()
 // with them (Doc/known-traits.md).
 void CBUIDataMngr::DropRowsOfSpBtns()
 {
-    std::vector<DWORD> btnClassIDs;
-    rpLink->GetBtnClassIDList(btnClassIDs);
-    std::vector<DWORD> recArea;
-    TCBtnIDAssArr<SRecordList> recLists;
-    for (const DWORD btnClassID : btnClassIDs) {
-        DWORD recCountOfFld = 0;
-        rpLink->GetRecCountOfFld(btnClassID, recCountOfFld);
-        recArea.resize(recCountOfFld);
-        rpLink->GetAllRecList(btnClassID, recLists, recArea.data());
+    SCRecLists::VisitFlds(*rpLink, [this](DWORD btnClassID, TCBtnIDAssArr<SRecordList>& recLists, DWORD) {
         recLists.ForEach([&](DWORD btnID, const SRecordList&) {
             if (SCBUICoreCom::IsIncBtn(btnID) || SCBUICoreCom::IsCllBtn(btnID))
                 rpLink->DeleteBtn(btnClassID, btnID);
         });
-    }
+    });
 }
 
 bool CBUIDataMngr::CreateBnLink(SCBUICoreCom::ELinkTableVerType verType)

@@ -102,7 +102,7 @@ public:
     // and history of its own, on another source table and sum manager; the latter may be null. The identifier
     // stays, and so do the versions of the link tables. Of the tables' content only that of the
     // button-to-record table is carried, and that only to one of another version; where a table's content
-    // does not fit the records and buttons, it is dropped, and the environment cannot be pressed until
+    // does not fit the records and buttons, it is dropped: presses answer false or throw ECAbnormalData until
     // CopyLinkTables has followed. With itself nothing changes. False, with nothing changed, without a source
     // table. Throws std::bad_alloc with nothing changed. Linear in all that is copied.
     virtual bool Copy(const CBUIDataMngr& other, const CSourceDataMngr* srcDataMngr,
@@ -574,11 +574,12 @@ public:
     // back.
     //
     // If memory is exhausted in a change of records the environment is as it was before, or the change is
-    // done, with its entry in the history, and ClearAllBtnSelections(true) brings the display up to date.
-    // Where there is not even memory to go back or on, the link tables are lost as in a restoring
-    // (GetRecCountOfSrcData() is 0, no button has a record) and AdjstAccordingToInsertRec(0, all) builds them
-    // again; where there is none at all the environment is left empty. In a change of fields the fields
-    // before the one at which it happened are followed, as the entry in the history tells.
+    // done, with its entry in the history, and ClearAllBtnSelections(true) brings the display up to date; a
+    // limitation may be gone then. Where there is not even memory to go back or on, the link tables are lost
+    // as in a restoring (GetRecCountOfSrcData() is 0, no button has a record) and
+    // AdjstAccordingToInsertRec(0, all) builds them again; where there is none at all the environment is left
+    // empty. In a change of fields the fields before the one at which it happened are followed, as the entry
+    // in the history tells.
 
     // `recCountOfChange` records were inserted before record `startRec`, or behind all others if that is not
     // less than the number of records. Their values are read from the source table. False, with nothing
@@ -638,7 +639,9 @@ public:
     // table back before. A deletion of records is taken back by reading as many as it took out. Then the
     // selection of the moment before the change is made again, whose result is the result. False without an
     // entry. Groups of dates and times are not made anew by taking back a change of form or criteria. Throws
-    // ECAbnormalData for an entry of an unknown kind, which stays. If memory is exhausted the entry stays.
+    // ECAbnormalData for an entry of an unknown kind, which stays. If memory is exhausted the entry stays,
+    // and this is to be called again; or it is gone (GetUndoOpeCountOfTheSrcData), and the change is taken
+    // back without its selection.
     bool AdjstAccordingToUndoOpeOfTheSrcData();
     // Empties the history. The classes of deleted and replaced fields go, unless they are in use again.
     void ClearUndoOfTheSrcData();

@@ -130,6 +130,8 @@ CBUIDataMngr::CreateSrcBtnClass(DWORD fldID, SCDeclareConstant::EDataType dataTy
     // What the tables hold of a class that does not come about goes again; a build that is cancelled leaves
     // it.
     try {
+        bnLink->DeleteFld(btnClassID); // tables that a copy was made onto may hold a stranger's
+        rpLink->DeleteFld(btnClassID);
         rpLink->InsertFld(btnClassID, areas.btnRecLists, areas.recCount);
         btnClass.ResetInsideInfoForSpBtnsOfSrcBtns(true, true);
         if (!progress.Step(0.4))

@@ -5,7 +5,7 @@
 #include "CVirBtnClass.h"
 #include "IBnLink.h"
 #include "INumCnd.h"
-#include "IRpLink.h"
+#include "SCRecLists.h"
 #include "VCSrcBtnClass.h"
 
 #include <algorithm>
@@ -40,22 +40,9 @@ void CarryBnLink(const IBnLink& from, IBnLink& to)
 
 void CarryRpLink(const IRpLink& from, IRpLink& to)
 {
-    std::vector<DWORD> btnClassIDs;
-    from.GetBtnClassIDList(btnClassIDs);
-    DWORD largest = 0;
-    for (const DWORD btnClassID : btnClassIDs) {
-        DWORD recCountOfFld = 0;
-        from.GetRecCountOfFld(btnClassID, recCountOfFld);
-        largest = std::max(largest, recCountOfFld);
-    }
-    const std::unique_ptr<DWORD[]> recArea(new DWORD[largest]);
-    TCBtnIDAssArr<SRecordList> recLists;
-    for (const DWORD btnClassID : btnClassIDs) {
-        DWORD recCountOfFld = 0;
-        from.GetRecCountOfFld(btnClassID, recCountOfFld);
-        from.GetAllRecList(btnClassID, recLists, recArea.get());
-        to.InsertFld(btnClassID, recLists, recCountOfFld);
-    }
+    SCRecLists::VisitFlds(from, [&to](DWORD btnClassID, TCBtnIDAssArr<SRecordList>& recLists, DWORD size) {
+        to.InsertFld(btnClassID, recLists, size);
+    });
 }
 
 } // namespace
@@ -180,26 +167,17 @@ bool CBUIDataMngr::DoesBnLinkFit(const std::map<DWORD, std::unique_ptr<VCBtnClas
 // Whether the lists are lists of so many records, of which none belongs to two source buttons of a class.
 bool CBUIDataMngr::DoesRpLinkFit(DWORD ofRecCount) const
 {
-    std::vector<DWORD> btnClassIDs;
-    rpLink->GetBtnClassIDList(btnClassIDs);
-    std::vector<DWORD> recArea;
-    TCBtnIDAssArr<SRecordList> recLists;
-    for (const DWORD btnClassID : btnClassIDs) {
-        DWORD recCountOfFld = 0;
-        rpLink->GetRecCountOfFld(btnClassID, recCountOfFld);
-        recArea.resize(recCountOfFld);
-        rpLink->GetAllRecList(btnClassID, recLists, recArea.data());
+    bool fits = true;
+    SCRecLists::VisitFlds(*rpLink, [&](DWORD, TCBtnIDAssArr<SRecordList>& recLists, DWORD) {
         unsigned long long ofSrcBtns = 0;
-        bool areRecs = true;
         recLists.ForEach([&](DWORD btnID, const SRecordList& list) {
             ofSrcBtns += SCBUICoreCom::IsSrcBtn(btnID) ? list.recCount : 0;
-            for (DWORD i = 0; i < list.recCount && areRecs; ++i)
-                areRecs = list.recList[i] < ofRecCount && (i == 0 || list.recList[i] > list.recList[i - 1]);
+            for (DWORD i = 0; i < list.recCount && fits; ++i)
+                fits = list.recList[i] < ofRecCount && (i == 0 || list.recList[i] > list.recList[i - 1]);
         });
-        if (!areRecs || ofSrcBtns > ofRecCount)
-            return false;
-    }
-    return true;
+        fits = fits && ofSrcBtns <= ofRecCount;
+    });
+    return fits;
 }
 
 bool CBUIDataMngr::CopyRpLink(IRpLink* other)

@@ -191,11 +191,15 @@ void CBUIDataMngr::LetLimitationFollowDeletion(DWORD startRec, DWORD count) noex
 // A record-to-button table that never had a column does not know how many records there are, and is told.
 bool CBUIDataMngr::AreLinkTablesOfRecs()
 {
+    bool hasColumn = false;
+    for (const auto& [btnClassID, btnClass] : btnClasses) {
+        const bool isHeld = bnLink->ExistFld(btnClassID);
+        if (!isHeld && SCBUICoreCom::IsSrcBtnClass(btnClassID) && btnClass->IsEffective())
+            return false;
+        hasColumn = hasColumn || isHeld;
+    }
     if (bnLink->GetRecCount() == recCount)
         return true;
-    const bool hasColumn = std::any_of(btnClasses.begin(), btnClasses.end(), [this](const auto& idAndClass) {
-        return bnLink->ExistFld(idAndClass.first);
-    });
     if (hasColumn)
         return false;
     bnLink->Clear();
@@ -551,6 +555,7 @@ void CBUIDataMngr::TakeRecsIfThereAreNone()
 
 void CBUIDataMngr::TakeBtnClassOutOfFld(DWORD fldID, DWORD btnClassID)
 {
+    const CDeferredRows deferredRows(*this); // the closing makes each of them once
     if (VCBtnClass* const btnClass = FindBtnClass(btnClassID))
         btnClass->SetEffective(false);
     btnClassIDOfFld.erase(fldID);

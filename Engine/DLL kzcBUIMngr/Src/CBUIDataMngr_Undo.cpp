@@ -76,7 +76,6 @@ void CBUIDataMngr::ReadBtnClassAnew(VCBtnClass& btnClass, DWORD fldID)
     if (!rpLink->ExistFld(btnClassID))
         rpLink->InsertFld(btnClassID);
     rpLink->ClearFld(btnClassID);
-    const CDeferredRows deferredRows(*this);
     btnClass.CallRowsOutdated();
     btnClass.DeleteRecs(0, btnClass.GetRecCount());
     if (!AddRecsToBtnClass(btnClass, fldID, 0, areas, addedOfOtherBtnClasses, following))
@@ -85,13 +84,14 @@ void CBUIDataMngr::ReadBtnClassAnew(VCBtnClass& btnClass, DWORD fldID)
 
 void CBUIDataMngr::PutBtnClassBackIntoFld(DWORD fldID, DWORD btnClassID)
 {
+    const CDeferredRows deferredRows(*this); // the closing makes each of them once
+    VCBtnClass* const btnClass = FindBtnClass(btnClassID);
+    if (btnClass != nullptr && !HasButtonInEachRec(btnClassID)) // records came, or the table was made anew
+        ReadBtnClassAnew(*btnClass, fldID);
     btnClassIDOfFld.emplace(fldID, btnClassID);
     fldIDOfBtnClass.emplace(btnClassID, fldID);
-    VCBtnClass* const btnClass = FindBtnClass(btnClassID);
     if (btnClass == nullptr)
         return;
-    if (!HasButtonInEachRec(btnClassID)) // records came meanwhile, or the table was made anew
-        ReadBtnClassAnew(*btnClass, fldID);
     // A class without its field knows no form of its dates, and so no groups.
     if (auto* const dateTimeBtnClass = dynamic_cast<VCDateTimeBtnClass*>(btnClass))
         dateTimeBtnClass->ResetInsideInfoForSpBtnsOfBtns({}, false);

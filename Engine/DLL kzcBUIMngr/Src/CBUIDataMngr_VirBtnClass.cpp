@@ -156,7 +156,11 @@ bool CBUIDataMngr::SetEffectiveInfoOfVirBtnClass(DWORD btnClassID, bool effectiv
         return false;
     const bool wasSelected = HasSelection();
     return ChangeSpBtn([&] {
-        virBtnClass->SetEffective(effective);
+        {
+            const CDeferredRows deferredRows(*this);
+            virBtnClass->SetEffective(effective);
+        }
+        BuildOutdatedRows();
         sumValueCacheMngr->ClearSumValueCache();
         ClearAllBtnSelections(wasSelected || HasSelection());
         return true;
