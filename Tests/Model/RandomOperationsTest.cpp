@@ -500,6 +500,23 @@ TEST(RandomOperations, AgreeWithTheModelOnTablesThatSaveMemory)
     RunOperations(leaning, OPERATIONS_OF_A_TEST / 4);
 }
 
+// Rows of special buttons stand in several stretches of a table, with what came between.
+TEST(RandomOperations, AgreeWithTheModelAcrossChangesOfTablesThatSaveMemoryUnderHundredsOfButtons)
+{
+    SLeaning leaning = LeanToVirtualItems();
+    leaning.table.minValueCount = 450;
+    leaning.table.maxRecCount = 600;
+    leaning.table.maxFldCount = 3;
+    leaning.memberChanges = 12;
+    leaning.sourceChanges = 5;
+    leaning.restoring = 20;
+    leaning.clearing = 40;
+    leaning.versionChange = 60;
+    leaning.operationsOfATable = 100;
+    leaning.linkTables = NSKZCore::SCBUICoreCom::LINKTBLVERTYPE_MEMSAV;
+    RunOperations(leaning, OPERATIONS_OF_A_TEST / 200);
+}
+
 TEST(RandomOperations, AgreeWithTheModelWhileTheVersionsOfTablesChange)
 {
     SLeaning leaning = LeanToSpecialBtns();

@@ -17,6 +17,7 @@
 
 #include <cstring>
 #include <functional>
+#include <memory>
 #include <numeric>
 
 using namespace NSKZ::NSKZCore;
@@ -31,9 +32,6 @@ constexpr auto INC_TYPE = SCBUICoreCom::BTNTYPE_INC;
 constexpr auto CLL_TYPE = SCBUICoreCom::BTNTYPE_CLL;
 constexpr auto SELECT = VCSpBtn::MMBBTNSELMTH_SELECT;
 constexpr auto CONDITION = VCSpBtn::MMBBTNSELMTH_CONDITION;
-constexpr DWORD INC = SCBUICoreCom::BTN_ID_INC_BEGIN;
-constexpr DWORD CLL = SCBUICoreCom::BTN_ID_CLL_BEGIN;
-constexpr DWORD VIRINC = SCBUICoreCom::BTN_ID_VIRINC_BEGIN;
 
 // Both the class and the field.
 constexpr DWORD SHOP = 1;
@@ -1415,10 +1413,147 @@ TEST_P(CBUIDataMngr_SourceChangeTest, MemoryThatIsExhaustedForGoodLeavesAnEnviro
     }
 }
 
+// An environment on the table of shops with all that a change of fields or records has to bring along.
+class CBUIDataMngr_SourceChangeFaultTest : public CBUIDataMngr_SourceChangeRowsTest
+{
+protected:
+    using Change = std::function<void(CProbeEnv&)>;
+
+    std::unique_ptr<CProbeEnv> MakeEnv(const Change& prepare) const
+    {
+        auto made = std::make_unique<CProbeEnv>(1, GetParam(), GetParam(), table, &sums, nullptr);
+        DWORD btnID = 0;
+        const List many(Shops(0, 450));
+        EXPECT_EQ(made->CreateSpBtn(btnID, SHOP, INC_TYPE, "many", SELECT, &many, nullptr),
+                  VCBtnClass::CREATESPBTN_OK);
+        DWORD item = 0;
+        EXPECT_EQ(made->CreateVirBtnClass("virtual", true, item), CBUIDataMngr::CREATEVIR_OK);
+        for (const DWORD refBtnClassID : {SHOP, KIND}) {
+            const List members(refBtnClassID == SHOP ? many : List{X, Y});
+            EXPECT_EQ(made->CreateSpBtn(btnID, item, SCBUICoreCom::BTNTYPE_VIRINC, "over", SELECT, &members,
+                                        nullptr, refBtnClassID),
+                      VCBtnClass::CREATESPBTN_OK);
+        }
+        EXPECT_TRUE(made->SelectTheBtn(SHOP, A, true));
+        prepare(*made);
+        return made;
+    }
+    static std::string PictureWithoutSelection(CProbeEnv& shown)
+    {
+        shown.ClearAllBtnSelections(true);
+        return CEnvPicture::ByIDs(shown);
+    }
+    // Lets each allocation of the change fail: it is done then, or not begun.
+    void ExpectAllOrNothing(const Change& prepare, const Change& change) const
+    {
+        const std::string before = PictureWithoutSelection(*MakeEnv(prepare));
+        const std::unique_ptr<CProbeEnv> changed = MakeEnv(prepare);
+        change(*changed);
+        const std::string done = PictureWithoutSelection(*changed);
+        CAllocFault fault;
+        const std::size_t failures = fault.FailEachInTurn([&](auto&& attempt) {
+            const std::unique_ptr<CProbeEnv> tried = MakeEnv(prepare);
+            const bool isDone = attempt([&] { change(*tried); });
+            const std::string after = PictureWithoutSelection(*tried);
+            EXPECT_TRUE(after == done || (!isDone && after == before));
+        });
+        EXPECT_GT(failures, 0u);
+    }
+};
+
+TEST_P(CBUIDataMngr_SourceChangeFaultTest, ADeletionOfAFieldWithoutMemoryIsDoneOrNotBegun)
+{
+    for (const DWORD fldID : {SHOP, KIND, AMOUNT})
+        ExpectAllOrNothing([](CProbeEnv&) {},
+                           [fldID](CProbeEnv& changed) { changed.AdjstAccordingToDeleteFld(&fldID, 1); });
+}
+
+TEST_P(CBUIDataMngr_SourceChangeFaultTest, TakingADeletionOfAFieldBackWithoutMemoryIsDoneOrToBeRepeated)
+{
+    const std::string done = PictureWithoutSelection(*MakeEnv([](CProbeEnv&) {}));
+    CAllocFault fault;
+    for (const DWORD fldID : {SHOP, KIND}) {
+        const std::size_t failures = fault.FailEachInTurn([&](auto&& attempt) {
+            const std::unique_ptr<CProbeEnv> tried =
+                MakeEnv([fldID](CProbeEnv& changed) { changed.AdjstAccordingToDeleteFld(&fldID, 1); });
+            attempt([&] { tried->AdjstAccordingToUndoOpeOfTheSrcData(); });
+            if (!tried->undoStack.empty())
+                tried->AdjstAccordingToUndoOpeOfTheSrcData();
+            EXPECT_TRUE(tried->undoStack.empty());
+            EXPECT_EQ(PictureWithoutSelection(*tried), done);
+        });
+        EXPECT_GT(failures, 0u);
+    }
+}
+
+TEST_P(CBUIDataMngr_SourceChangeFaultTest, AnInsertionOfAFieldWithoutMemoryIsDoneOrNotBegun)
+{
+    ExpectAllOrNothing(
+        [](CProbeEnv& changed) {
+            changed.AdjstAccordingToDeleteFld(&KIND, 1);
+            changed.ClearUndoOfTheSrcData();
+        },
+        [](CProbeEnv& changed) { changed.AdjstAccordingToInsertFld(&KIND, 1, nullptr); });
+}
+
+TEST_P(CBUIDataMngr_SourceChangeFaultTest, ClearingTheHistoryWithoutMemoryIsDoneOrToBeRepeated)
+{
+    const auto prepare = [](CProbeEnv& changed) {
+        changed.AdjstAccordingToDeleteFld(&SHOP, 1);
+        changed.AdjstAccordingToDeleteFld(&KIND, 1);
+    };
+    CAllocFault fault;
+    fault.FailEachInTurn([&](auto&& attempt) {
+        const std::unique_ptr<CProbeEnv> tried = MakeEnv(prepare);
+        if (!attempt([&] { tried->ClearUndoOfTheSrcData(); }))
+            tried->ClearUndoOfTheSrcData();
+        EXPECT_TRUE(tried->undoStack.empty());
+        EXPECT_FALSE(tried->ExistBtnClass(SHOP));
+        EXPECT_FALSE(tried->ExistBtnClass(KIND));
+        EXPECT_TRUE(tried->SelectTheBtn(AMOUNT, X, true));
+    });
+}
+
+TEST_P(CBUIDataMngr_SourceChangeFaultTest, ChangesOfTheTablesVersionsWithoutMemoryAreDoneOrNotBegun)
+{
+    const auto other = GetParam() == ON_MEM ? SCBUICoreCom::LINKTBLVERTYPE_MEMSAV : ON_MEM;
+    ExpectAllOrNothing([](CProbeEnv&) {},
+                       [other](CProbeEnv& changed) { changed.ChangeVersionTypeOfBnLink(other); });
+    ExpectAllOrNothing([](CProbeEnv&) {},
+                       [other](CProbeEnv& changed) { changed.ChangeVersionTypeOfRpLink(other); });
+}
+
+TEST_P(CBUIDataMngr_SourceChangeFaultTest, ADeletionOfRecordsWithoutMemoryIsDoneOrNotBegunOrLosesTheTables)
+{
+    const auto change = [](CProbeEnv& changed) { changed.AdjstAccordingToDeleteRec(3, 1000); };
+    const std::string before = PictureWithoutSelection(*MakeEnv([](CProbeEnv&) {}));
+    const std::unique_ptr<CProbeEnv> changed = MakeEnv(change);
+    const std::string done = PictureWithoutSelection(*changed);
+    const CSourceDataMngr former(CopyOfTable());
+    DeleteRows(3, 1000);
+    const CSourceDataMngr latter(CopyOfTable());
+    CAllocFault fault;
+    fault.FailEachInTurn([&](auto&& attempt) {
+        PutBack(former);
+        const std::unique_ptr<CProbeEnv> tried = MakeEnv([](CProbeEnv&) {});
+        const bool isDone = attempt([&] { change(*tried); });
+        if (tried->GetRecCountOfSrcData() == 0) {
+            EXPECT_FALSE(isDone);
+            PutBack(latter);
+            EXPECT_TRUE(tried->AdjstAccordingToInsertRec(0, latter.GetRecCount()));
+            EXPECT_EQ(PictureWithoutSelection(*tried), done);
+        } else {
+            const std::string after = PictureWithoutSelection(*tried);
+            EXPECT_TRUE(after == done || (!isDone && after == before));
+        }
+    });
+}
+
 constexpr SCBUICoreCom::ELinkTableVerType VERSIONS[] = {SCBUICoreCom::LINKTBLVERTYPE_ONMEM,
                                                         SCBUICoreCom::LINKTBLVERTYPE_MEMSAV};
 INSTANTIATE_TEST_SUITE_P(OnEachVersion, CBUIDataMngr_SourceChangeTest, testing::ValuesIn(VERSIONS));
 INSTANTIATE_TEST_SUITE_P(OnEachVersion, CBUIDataMngr_SourceChangeRowsTest, testing::ValuesIn(VERSIONS));
 INSTANTIATE_TEST_SUITE_P(OnEachVersion, CBUIDataMngr_SourceChangeGroupsTest, testing::ValuesIn(VERSIONS));
+INSTANTIATE_TEST_SUITE_P(OnEachVersion, CBUIDataMngr_SourceChangeFaultTest, testing::ValuesIn(VERSIONS));
 
 } // namespace

@@ -118,7 +118,9 @@ public:
     // numeric condition, a hidden empty value) and keeps what follows from the source data, and the common
     // virtual classes with their virtual inc buttons. Aliases, the relation mode and multiple selection stay.
     // A virtual inc button keeps naming special buttons that went with the rest: they are no part of it until
-    // there are buttons of those identifiers again.
+    // there are buttons of those identifiers again. The history of changes of the source data is emptied; the
+    // classes of deleted fields that it named stay switched off until the environment goes, so a host that
+    // wants them gone calls ClearUndoOfTheSrcData before.
     void ClearOfFixedSpec();
 
     // --- Saving and restoring. The environment is saved as two documents with the root "BUIDataMngr" and, if
@@ -573,7 +575,8 @@ public:
     // not in it. Each operation that does its work adds an entry to the history, from which it can be taken
     // back.
     //
-    // If memory is exhausted in a change of records the environment is as it was before, or the change is
+    // If memory is exhausted in a change of records the environment is as it was before, but for buttons of
+    // new values that have come and have no record, or the change is
     // done, with its entry in the history, and ClearAllBtnSelections(true) brings the display up to date; a
     // limitation may be gone then. Where there is not even memory to go back or on, the link tables are lost
     // as in a restoring (GetRecCountOfSrcData() is 0, no button has a record) and

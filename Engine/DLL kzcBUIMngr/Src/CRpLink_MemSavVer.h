@@ -14,22 +14,20 @@ namespace NSKZ::NSKZCore {
 // called, no slice is read beyond its area. These things are different here:
 //
 // - DeleteRecList does not consult `recCount`: the records must end in a number that is no record of the
-// list, and
-//   none behind it is looked at. Where a record is found, what stands behind it in the list is moved down by
-//   as many bytes as there are records, not by as many records, and the record that comes into its place is
-//   not looked at. Only the last record of a list is sure to come out cleanly by it. False if no record was
-//   found. A list that is emptied loses its entry, and the buttons behind move by what was found.
-// - ClearOfFixedSpec takes the slices to drop out one after the other at the positions they had before: where
-// there
-//   are several of them, with slices of other kinds of buttons between or behind them, those behind the first
-//   stretch are others than meant, or, behind the end of what is left, none; the buttons that stay may have
-//   the records of others then. Buttons of the inc and cll kinds that stand behind all others, in one
-//   stretch, are dropped as they should be.
+//   list, and none behind it is looked at. Where a record is found, what stands behind it in the list is
+//   moved down by as many bytes as there are records, not by as many records, and the record that comes into
+//   its place is not looked at. Only the last record of a list is sure to come out cleanly by it. False if
+//   no record was found. A list that is emptied loses its entry, and the buttons behind move by what was
+//   found.
+// - ClearOfFixedSpec takes the slices to drop out one after the other at the positions they had before:
+//   where there are several of them, with slices of other kinds of buttons between or behind them, those
+//   behind the first stretch are others than meant, or, behind the end of what is left, none; the buttons
+//   that stay may have the records of others then. Buttons of the inc and cll kinds that stand behind all
+//   others, in one stretch, are dropped as they should be.
 // - SetRecList and AddRecList that find no room for a new list, in an area of nearly 4294967295 cells, give
-// false and
-//   leave an entry without records behind: GetRecCount tells the count that was wanted, GetRecList gives
-//   false, and ReadFrom refuses what WriteTo writes of it. The next change of the records of all classes
-//   removes it.
+//   false and leave an entry without records behind: GetRecCount tells the count that was wanted, GetRecList
+//   gives false, and ReadFrom refuses what WriteTo writes of it. The next change of the records of all
+//   classes removes it.
 //
 // InsertFld, InsertRec, DeleteRec and ClearOfFixedSpec take plain copies of one area at a time, DeleteRec
 // besides the packed areas of all classes a second time, until all are ready.

@@ -25,17 +25,14 @@ struct SCellForm
 // Cells lie in groups, and each group is packed in the manner that takes the fewest bits for it:
 //
 // - even: every cell is the smallest one of its group and a rest, which takes as many bits as the largest
-// rest
-//   needs;
+//   rest needs;
 // - rising: the same, with what is left when each cell is lowered by its place in the group, so that numbers
-// in
-//   unbroken sequence take no bits at all;
+//   in unbroken sequence take no bits at all;
 // - ascending (where the form allows it): cells that mostly rise. A cell that does not is taken for a new
-// round,
-//   as if the next power of two had been added to it and to all behind it, so that all rise by 1 or more. Of
-//   what a cell is above the first one, less its place, the low bits lie side by side; the high ones are told
-//   by unary code: a 1 for each cell, behind as many 0 as the high part has risen since the cell before. That
-//   is some 2.5 bits and the logarithm of the mean step for a cell, one round or many.
+//   round, as if the next power of two had been added to it and to all behind it, so that all rise by 1 or
+//   more. Of what a cell is above the first one, less its place, the low bits lie side by side; the high
+//   ones are told by unary code: a 1 for each cell, behind as many 0 as the high part has risen since the
+//   cell before. That is some 2.5 bits and the logarithm of the mean step for a cell, one round or many.
 //
 // A cell of an even or a rising group is read by itself; of an ascending one, all before it are passed over.
 //
