@@ -576,13 +576,12 @@ public:
     // back.
     //
     // If memory is exhausted in a change of records the environment is as it was before, but for buttons of
-    // new values that have come and have no record, or the change is
-    // done, with its entry in the history, and ClearAllBtnSelections(true) brings the display up to date; a
-    // limitation may be gone then. Where there is not even memory to go back or on, the link tables are lost
-    // as in a restoring (GetRecCountOfSrcData() is 0, no button has a record) and
-    // AdjstAccordingToInsertRec(0, all) builds them again; where there is none at all the environment is left
-    // empty. In a change of fields the fields before the one at which it happened are followed, as the entry
-    // in the history tells.
+    // new values that have come and have no record; or the change is done, with its entry in the history, and
+    // ClearAllBtnSelections(true) brings the display up to date, though a limitation may be gone. Where there
+    // is not even memory to go back or on, the link tables are lost as in a restoring (GetRecCountOfSrcData()
+    // is 0, no button has a record) and AdjstAccordingToInsertRec(0, all) builds them again; where there is
+    // none at all the environment is left empty. In a change of fields the fields before the one at which it
+    // happened are followed, as the entry in the history tells.
 
     // `recCountOfChange` records were inserted before record `startRec`, or behind all others if that is not
     // less than the number of records. Their values are read from the source table. False, with nothing
