@@ -2,6 +2,7 @@
 
 #include "CBUIDataMngr.h"
 #include "CCoreSumMngr.h"
+#include "CRpLink_MemSavVer.h"
 #include "ECAbnormalData.h"
 #include "SCBUICoreStrDef.h"
 #include "Support/CAllocFault.h"
@@ -13,6 +14,7 @@
 #include <gtest/gtest.h>
 
 #include <map>
+#include <numeric>
 
 using namespace NSKZ::NSKZCore;
 using namespace NSKZ::Test;
@@ -972,6 +974,31 @@ TEST_F(CBUIDataMngrXMLDamage, ANumberWithAnAliasLeavesItsOrderWhenTheTablesAreLo
     List order;
     back.env.GetBtnNameOrdListOfBtnClass(AMOUNT, VCBtnClass::ORDLIST_INCLUDE_NONDISPBTNS, order);
     EXPECT_EQ(order, List());
+}
+
+// Packed cells may be far more than their file: nothing of them is unpacked before the lists make sense.
+TEST_F(CBUIDataMngrXMLDamage, APackedTableThatClaimsToBeLongIsLostWithoutBeingUnpacked)
+{
+    constexpr DWORD CLAIMED = 4000000;
+    std::vector<DWORD> recs(CLAIMED);
+    std::iota(recs.begin(), recs.end(), DWORD{0});
+    for (const bool inLists : {false, true}) {
+        made.env.ChangeVersionTypeOfRpLink(SCBUICoreCom::LINKTBLVERTYPE_MEMSAV);
+        ASSERT_TRUE(saved.Save(made.env));
+        CRpLink_MemSavVer table;
+        for (const DWORD btnClassID : {SHOP, KIND, AMOUNT, DAY, HOUR}) {
+            TCBtnIDAssArr<SRecordList> lists;
+            lists.Set(2, SRecordList{recs.data(), inLists ? CLAIMED : REC_COUNT});
+            ASSERT_TRUE(table.InsertFld(btnClassID, lists, CLAIMED));
+        }
+        ASSERT_TRUE(table.WriteTo((saved.GetFolder() + "BUI\\ID_1\\RpLink\\").c_str()));
+        CAllocFault memory;
+        memory.Arm(0);
+        ASSERT_EQ(LoadCommon(), OK);
+        memory.Disarm();
+        EXPECT_LE(memory.GetLargestSize(), 2u << 20);
+        ExpectLostTables();
+    }
 }
 
 TEST_F(CBUIDataMngrXMLDamage, ATableWithoutColumnsHasNoOtherCountOfRecords)

@@ -287,6 +287,22 @@ TYPED_TEST(RpLink, GetBtnClassIDListGivesEachKindAscending)
     EXPECT_EQ(btnClassIDs, (List{2, 9, COMMON_VIR, COMMON_VIR + 4, FIXED_VIR, FIXED_VIR + 2}));
 }
 
+TYPED_TEST(RpLink, GetBtnIDListGivesTheButtonsWithRecords)
+{
+    TypeParam link;
+    link.InsertFld(3);
+    List btnIDs = {5};
+    ASSERT_TRUE(link.GetBtnIDList(3, btnIDs));
+    EXPECT_EQ(btnIDs, List());
+    for (const DWORD btnID : {VIRINC, 7u, INC + 1, SCBUICoreCom::BTN_ID_EMPVAL, 2u})
+        SetRecList(link, 3, btnID, {btnID % 5});
+    SetRecList(link, 3, 7, {});
+    ASSERT_TRUE(link.GetBtnIDList(3, btnIDs));
+    EXPECT_EQ(btnIDs, (List{SCBUICoreCom::BTN_ID_EMPVAL, 2, INC + 1, VIRINC}));
+    EXPECT_FALSE(link.GetBtnIDList(4, btnIDs));
+    EXPECT_EQ(btnIDs.size(), 4u);
+}
+
 TYPED_TEST(RpLinkFilled, ClearOfFixedSpecEmptiesAFixedVirtualClass)
 {
     EXPECT_TRUE(this->link.ClearOfFixedSpec(FIXED_VIR + 1));

@@ -11,7 +11,6 @@
 #include "INumCnd.h"
 #include "SCBUICoreStrDef.h"
 #include "SCKZCoreCom.h"
-#include "SCRecLists.h"
 #include "VCSrcBtnClass.h"
 
 #include <algorithm>
@@ -166,12 +165,16 @@ void CBUIDataMngr::ClearOfFixedSpec()
 // with them (Doc/known-traits.md).
 void CBUIDataMngr::DropRowsOfSpBtns()
 {
-    SCRecLists::VisitFlds(*rpLink, [this](DWORD btnClassID, TCBtnIDAssArr<SRecordList>& recLists, DWORD) {
-        recLists.ForEach([&](DWORD btnID, const SRecordList&) {
+    std::vector<DWORD> btnClassIDs;
+    rpLink->GetBtnClassIDList(btnClassIDs);
+    std::vector<DWORD> btnIDs;
+    for (const DWORD btnClassID : btnClassIDs) {
+        rpLink->GetBtnIDList(btnClassID, btnIDs);
+        for (const DWORD btnID : btnIDs) {
             if (SCBUICoreCom::IsIncBtn(btnID) || SCBUICoreCom::IsCllBtn(btnID))
                 rpLink->DeleteBtn(btnClassID, btnID);
-        });
-    });
+        }
+    }
 }
 
 bool CBUIDataMngr::CreateBnLink(SCBUICoreCom::ELinkTableVerType verType)

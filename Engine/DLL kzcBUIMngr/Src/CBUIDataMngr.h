@@ -820,6 +820,7 @@ private:
     // Sees to it that each source class has, in both tables or in none, all records, each with one button:
     // fields of which that is not true go. False if the tables cannot be those of these records.
     bool DropFldsThatDisagree();
+    bool HasPlausibleRecArea(DWORD btnClassID) const;
     bool DoLinkTablesAgreeOn(DWORD btnClassID, DWORD* btnIDOfRec) const;
     bool DoLinkTablesFitBtnClasses() const;
     void LoseLinkTables();

@@ -430,32 +430,50 @@ bool CBUIDataMngr::DropFldsThatDisagree()
     return true;
 }
 
+// Whether the lists of a class are as long as they can be: no more records than there are in any, and each
+// record in one of the source buttons'. Packed areas may claim to be far longer than their file, so this is
+// looked at before one is unpacked.
+bool CBUIDataMngr::HasPlausibleRecArea(DWORD btnClassID) const
+{
+    DWORD recAreaSize = 0;
+    std::vector<DWORD> btnIDs;
+    if (!rpLink->GetRecCountOfFld(btnClassID, recAreaSize) || !rpLink->GetBtnIDList(btnClassID, btnIDs))
+        return false;
+    unsigned long long ofSrcBtns = 0;
+    unsigned long long ofAll = 0;
+    for (const DWORD btnID : btnIDs) {
+        DWORD recCountOfBtn = 0;
+        rpLink->GetRecCount(btnClassID, btnID, recCountOfBtn);
+        if (recCountOfBtn > recCount || SCBUICoreCom::IsVirIncBtn(btnID))
+            return false;
+        ofSrcBtns += SCBUICoreCom::IsSrcBtn(btnID) ? recCountOfBtn : 0;
+        ofAll += recCountOfBtn;
+    }
+    return ofSrcBtns == recCount && recAreaSize <= ofAll + recCount;
+}
+
 // Whether each record is listed under its button, and under no other. `btnIDOfRec` has room for all records.
 bool CBUIDataMngr::DoLinkTablesAgreeOn(DWORD btnClassID, DWORD* btnIDOfRec) const
 {
-    DWORD recAreaSize = 0;
-    if (!rpLink->GetRecCountOfFld(btnClassID, recAreaSize) ||
-        !bnLink->GetData(btnClassID, 0, recCount, btnIDOfRec))
+    if (!HasPlausibleRecArea(btnClassID) || !bnLink->GetData(btnClassID, 0, recCount, btnIDOfRec))
         return false;
+    DWORD recAreaSize = 0;
+    rpLink->GetRecCountOfFld(btnClassID, recAreaSize);
     const std::unique_ptr<DWORD[]> recArea(new DWORD[recAreaSize]);
     TCBtnIDAssArr<SRecordList> recLists;
     if (!rpLink->GetAllRecList(btnClassID, recLists, recArea.get()))
         return false;
-    unsigned long long total = 0;
     bool areListsRight = true;
     recLists.ForEach([&](DWORD btnID, const SRecordList& list) {
-        if (!SCBUICoreCom::IsSrcBtn(btnID)) {
-            areListsRight = areListsRight && !SCBUICoreCom::IsVirIncBtn(btnID);
+        if (!SCBUICoreCom::IsSrcBtn(btnID))
             return; // a row, which is made anew
-        }
-        total += list.recCount;
         for (DWORD i = 0; i < list.recCount && areListsRight; ++i) {
             const DWORD recNum = list.recList[i];
             areListsRight =
                 recNum < recCount && btnIDOfRec[recNum] == btnID && (i == 0 || recNum > list.recList[i - 1]);
         }
     });
-    return areListsRight && total == recCount;
+    return areListsRight;
 }
 
 bool CBUIDataMngr::DoLinkTablesFitBtnClasses() const

@@ -126,6 +126,10 @@ public:
     // DeleteFld for many classes in one pass; those that have no field are passed over.
     virtual void DeleteFlds(const std::vector<DWORD>& btnClassIDs) = 0;
 
+    // Replaces `btnIDs` by all buttons of a class that have an entry, by kind and then ascending. Linear in
+    // the largest identifiers.
+    virtual bool GetBtnIDList(DWORD btnClassID, std::vector<DWORD>& btnIDs) const = 0;
+
     // Drops all records of a class, which keeps its field. Linear in the largest identifiers of its buttons.
     virtual bool ClearFld(DWORD btnClassID) = 0;
 

@@ -41,6 +41,16 @@ bool VCRpLink::GetRecCount(DWORD btnClassID, DWORD btnID, DWORD& recCount) const
     return true;
 }
 
+bool VCRpLink::GetBtnIDList(DWORD btnClassID, std::vector<DWORD>& btnIDs) const
+{
+    DWORD fld = 0;
+    if (!fldPos.Find(btnClassID, fld))
+        return false;
+    btnIDs.clear();
+    recPosList[fld].ForEach([&btnIDs](DWORD btnID, const SRecordPos&) { btnIDs.push_back(btnID); });
+    return true;
+}
+
 void VCRpLink::GetBtnClassIDList(std::vector<DWORD>& btnClassIDs) const
 {
     fldPos.GetBtnClassIDList(btnClassIDs);

@@ -20,6 +20,7 @@ public:
     bool ClearOfFixedSpec(DWORD btnClassID) override = 0;
     bool GetRecCount(DWORD btnClassID, DWORD btnID, DWORD& recCount) const override;
     void GetBtnClassIDList(std::vector<DWORD>& btnClassIDs) const override;
+    bool GetBtnIDList(DWORD btnClassID, std::vector<DWORD>& btnIDs) const override;
 
 protected:
     // Gives a button of a field, which is there, the list `newList`; see SetRecList.
