@@ -750,6 +750,7 @@ void CBUIDataMngr::FollowRestoredSpBtns(std::vector<SSelectBtnIDList>& selectInf
     std::vector<VCBtnClass*> all;
     for (const auto& [btnClassID, btnClass] : btnClasses)
         all.push_back(btnClass.get());
+    VCBtnClass::ResetLiveMemberInfoOfAllSpBtns(all); // a group tells those that hold it and are off nothing
     VCBtnClass::BuildOutdatedRows(all);
 }
 
