@@ -5,25 +5,16 @@
 #include "CVirBtnClass.h"
 #include "IBnLink.h"
 #include "INumCnd.h"
+#include "SCRecArr.h"
 #include "SCRecLists.h"
 #include "VCSrcBtnClass.h"
 
 #include <algorithm>
-#include <cstring>
 #include <utility>
 
 namespace NSKZ::NSKZCore {
 
 namespace {
-
-std::unique_ptr<DWORD[]> CopyOfRecs(const std::unique_ptr<DWORD[]>& recs, DWORD count)
-{
-    if (recs == nullptr)
-        return nullptr;
-    std::unique_ptr<DWORD[]> copy(new DWORD[count]);
-    std::copy_n(recs.get(), count, copy.get());
-    return copy;
-}
 
 // Adds all fields of one table to another one, which has none of them.
 void CarryBnLink(const IBnLink& from, IBnLink& to)
@@ -63,11 +54,13 @@ bool CBUIDataMngr::Copy(const CBUIDataMngr& other, const CSourceDataMngr* srcDat
     std::deque<DWORD> copiedBlankIDs(other.blankFixedVirBtnClassIDs);
     std::vector<SHierarchyInfo> copiedLevels;
     for (const SHierarchyInfo& level : other.hierarchies) {
-        copiedLevels.push_back(
-            {level.depth, level.btnClassID, CopyOfRecs(level.recList, level.recCount), level.recCount});
+        copiedLevels.push_back({level.depth, level.btnClassID,
+                                SCRecArr::CopyOf(level.recList.get(), level.recCount), level.recCount});
     }
-    std::unique_ptr<DWORD[]> copiedLimitedRecs = CopyOfRecs(other.limitedRecList, other.limitedRecCount);
-    std::unique_ptr<DWORD[]> copiedNumCndRecs = CopyOfRecs(other.numCndRecList, other.numCndRecCount);
+    std::unique_ptr<DWORD[]> copiedLimitedRecs =
+        SCRecArr::CopyOf(other.limitedRecList.get(), other.limitedRecCount);
+    std::unique_ptr<DWORD[]> copiedNumCndRecs =
+        SCRecArr::CopyOf(other.numCndRecList.get(), other.numCndRecCount);
     std::unique_ptr<INumCnd, SNumCndReleaser> copiedNumCnd(
         other.numCnd == nullptr ? nullptr : other.numCnd->CreateClone());
     std::deque<SSrcDataUndo> copiedUndoStack(other.undoStack);

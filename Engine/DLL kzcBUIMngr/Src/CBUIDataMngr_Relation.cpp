@@ -7,10 +7,10 @@
 #include "IBnLink.h"
 #include "SCBUICoreStrDef.h"
 #include "SCKZCoreCom.h"
+#include "SCRecArr.h"
 #include "VCBtnClass.h"
 
 #include <algorithm>
-#include <cstring>
 
 namespace NSKZ::NSKZCore {
 
@@ -22,15 +22,6 @@ constexpr const char* SRC_FILE = "Src/CBUIDataMngr";
                                     const char* function, long line)
 {
     throw ECAbnormalData(CFormattedMsg(format, ids).GetText(), SRC_FILE, function, line);
-}
-
-// An exact-sized copy: levels stay for long.
-std::unique_ptr<DWORD[]> CopyOfRecs(const DWORD* recList, DWORD count)
-{
-    std::unique_ptr<DWORD[]> copy(new DWORD[count]);
-    if (count != 0)
-        std::memcpy(copy.get(), recList, count * sizeof(DWORD));
-    return copy;
 }
 
 } // namespace
@@ -135,13 +126,13 @@ bool CBUIDataMngr::ExecNarrowing(SHierarchyInfo* level, DWORD btnClassID, const 
         if (level != nullptr) {
             count = SCKZCoreCom::MergeRecListByORCnd(recs, count, level->recList.get(), level->recCount,
                                                      buffers[0]);
-            level->recList = CopyOfRecs(buffers[0], count);
+            level->recList = SCRecArr::CopyOf(buffers[0], count);
             level->recCount = count;
         } else {
             SHierarchyInfo added;
             added.depth = static_cast<DWORD>(position);
             added.btnClassID = btnClassID;
-            added.recList = CopyOfRecs(recs, count);
+            added.recList = SCRecArr::CopyOf(recs, count);
             added.recCount = count;
             hierarchies.push_back(std::move(added));
         }
@@ -156,7 +147,7 @@ bool CBUIDataMngr::ExecNarrowing(SHierarchyInfo* level, DWORD btnClassID, const 
                               "NSKZ::NSKZCore::CBUIDataMngr::ExecNarrowing", __LINE__);
         }
         IntersectWithLevelBefore(position, recs, count);
-        level->recList = CopyOfRecs(recs, count);
+        level->recList = SCRecArr::CopyOf(recs, count);
         level->recCount = count;
     }
     ResetVisibleInfoBasedOnRelationOfAllBtns();
