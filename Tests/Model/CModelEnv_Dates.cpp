@@ -5,7 +5,6 @@
 #include "VCBtn.h"
 
 #include <algorithm>
-#include <cstring>
 
 // Dates and times: display forms and the cll buttons that the system manages for them.
 

@@ -16,7 +16,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <cstring>
 #include <string_view>
 
 namespace NSKZ::NSKZCore {

@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <cstring>
 #include <iterator>
-#include <limits>
 #include <utility>
 
 namespace NSKZ::NSKZCore {
